@@ -1,0 +1,55 @@
+# The kinds of target that this project has. A folder is a target and links only what it may use; see README.md.
+
+set(EXPLORER_WARNINGS -Wall -Wextra -Wpedantic -Werror)
+option(EXPLORER_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer (native builds)" OFF)
+set(EXTRA_TESTS_DIR "" CACHE PATH "A directory outside the tree whose *_test.cpp files are built as tests too")
+
+if(WIN32)
+  # Debug information that Wine's backtraces can read.
+  set(CMAKE_CXX_FLAGS_DEBUG "-O1 -g1 -gdwarf-4")
+  set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+endif()
+
+function(explorer_target_defaults target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  target_compile_options(${target} PRIVATE ${EXPLORER_WARNINGS})
+  target_include_directories(${target} PRIVATE ${PROJECT_SOURCE_DIR})
+  if(WIN32)
+    target_compile_definitions(${target} PRIVATE WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0601 WINVER=0x0601 _WIN32_IE=0x0700)
+  elseif(EXPLORER_SANITIZE)
+    target_compile_options(${target} PUBLIC -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PUBLIC -fsanitize=address,undefined)
+  endif()
+endfunction()
+
+# explorer_logic_library(NAME SOURCES ... [LINKS ...])
+# Decisions without windows.h: compiled natively with sanitizers and into the Windows binaries.
+function(explorer_logic_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  explorer_target_defaults(${name})
+  target_link_libraries(${name} PUBLIC ${ARG_LINKS})
+endfunction()
+
+# explorer_window_library(NAME SOURCES ... [LINKS ...])
+# Code that uses Windows; exists in the Windows builds only.
+function(explorer_window_library name)
+  if(NOT WIN32)
+    return()
+  endif()
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  explorer_target_defaults(${name})
+  target_link_libraries(${name} PUBLIC ${ARG_LINKS})
+endfunction()
+
+# A DLL or program whose only run-time needs are Windows and the project's own libraries.
+function(explorer_binary_defaults target)
+  explorer_target_defaults(${target})
+  target_link_options(${target} PRIVATE -static -Wl,--no-insert-timestamp $<$<CONFIG:Release>:-s>)
+  set_target_properties(${target} PROPERTIES
+    PREFIX ""
+    RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin
+    LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib
+    ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+endfunction()

@@ -1,0 +1,41 @@
+# GoogleTest from Debian's source package (found in the usual place or at GTEST_SOURCE_DIR), and the kinds of test.
+include(GoogleTest)
+set(GTEST_SOURCE_DIR /usr/src/googletest CACHE PATH "Sources of GoogleTest")
+set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+set(gtest_disable_pthreads ON CACHE BOOL "" FORCE)
+add_subdirectory(${GTEST_SOURCE_DIR} ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+
+set(EXPLORER_CRASH_PATTERN "Unhandled exception|wine: Unhandled|ERROR: AddressSanitizer|runtime error:")
+
+# explorer_unit_tests(AREA SOURCES ... [LINKS ...])
+# Logic tests: one program an area, built natively with sanitizers and again for Windows.
+function(explorer_unit_tests area)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  set(target unit_${area})
+  add_executable(${target} ${ARG_SOURCES})
+  explorer_target_defaults(${target})
+  target_link_libraries(${target} PRIVATE ${ARG_LINKS} gmock gtest gtest_main)
+  target_compile_definitions(${target} PRIVATE TEST_DATA_DIR="${PROJECT_SOURCE_DIR}/tests/data")
+  if(WIN32)
+    target_link_options(${target} PRIVATE -static)
+  endif()
+  add_test(NAME ${target} COMMAND ${target})
+  set_tests_properties(${target} PROPERTIES TIMEOUT 240 FAIL_REGULAR_EXPRESSION "${EXPLORER_CRASH_PATTERN}" LABELS unit)
+endfunction()
+
+# explorer_integration_tests(AREA SOURCES ... [LINKS ...] [RESOURCES x.rc])
+# Windows tests in one process under Wine; each test case is a CTest test of its own, so that each starts clean.
+function(explorer_integration_tests area)
+  if(NOT WIN32)
+    return()
+  endif()
+  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  set(target integration_${area})
+  add_executable(${target} ${ARG_SOURCES})
+  explorer_binary_defaults(${target})
+  target_link_libraries(${target} PRIVATE ${ARG_LINKS} test_support gmock gtest)
+  target_compile_definitions(${target} PRIVATE TEST_DATA_DIR="${PROJECT_SOURCE_DIR}/tests/data")
+  gtest_discover_tests(${target} TEST_PREFIX "${area}." DISCOVERY_TIMEOUT 60 DISCOVERY_MODE PRE_TEST
+    WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/bin
+    PROPERTIES TIMEOUT 120 FAIL_REGULAR_EXPRESSION "${EXPLORER_CRASH_PATTERN}" LABELS integration RESOURCE_LOCK display)
+endfunction()

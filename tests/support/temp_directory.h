@@ -1,0 +1,33 @@
+// A folder of its own for a test, removed with everything in it when the test ends.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace test_support {
+
+class TempDirectory {
+ public:
+  TempDirectory();
+  ~TempDirectory();
+  TempDirectory(const TempDirectory&) = delete;
+  TempDirectory& operator=(const TempDirectory&) = delete;
+
+  // Full path without a separator at its end.
+  const std::wstring& path() const { return path_; }
+  std::string narrow() const;  // the same in the ANSI code page
+
+  // Full path of a name in the folder.
+  std::wstring Join(std::wstring_view name) const;
+  std::string Join(std::string_view name) const;
+
+  // Makes a file (and the folders on its way) with the given content. Gives its full path.
+  std::wstring AddFile(std::wstring_view name, std::string_view content = "content") const;
+  // Makes a folder (and the folders on its way). Gives its full path.
+  std::wstring AddFolder(std::wstring_view name) const;
+
+ private:
+  std::wstring path_;
+};
+
+}  // namespace test_support

@@ -1,0 +1,42 @@
+# shellcheck shell=bash
+# Sourced: the Wine that this project uses, with a prefix of its own for each build folder.
+# The user's own ~/.wine is never touched.
+
+WINE=/usr/lib/wine/wine64
+WINESERVER=/usr/lib/wine/wineserver
+export WINEDEBUG="${WINEDEBUG:--all}"
+export WINEDLLOVERRIDES="mscoree=;mshtml=;winedbg.exe=d;winemenubuilder.exe=d"
+
+# wine_env_for PATH: exports WINEPREFIX for the build folder that PATH lies in (or WINEPREFIX as it is, when set),
+# making the prefix when it is missing.
+wine_env_for() {
+  local build
+  build=$(cd "$(dirname "$1")" && pwd)
+  while [ "$build" != / ] && [ ! -f "$build/CMakeCache.txt" ]; do build=$(dirname "$build"); done
+  if [ "$build" = / ]; then
+    echo "wine-env: $1 does not lie in a build folder" >&2
+    return 1
+  fi
+  export WINEPREFIX="${EXPLORER_WINEPREFIX:-$build/wineprefix}"
+  [ -f "$WINEPREFIX/.ready" ] || make_wine_prefix || return 1
+  # The server stays for a minute after its last program, so that the next one starts at once.
+  "$WINESERVER" -p60 </dev/null >/dev/null 2>&1 || true
+}
+
+# Creates WINEPREFIX: no crash dialogs, no desktop links into the user's home.
+make_wine_prefix() {
+  mkdir -p "$WINEPREFIX"
+  (
+    flock 9
+    [ -f "$WINEPREFIX/.ready" ] && exit 0
+    timeout 120 "$WINE" wineboot -i >/dev/null 2>&1
+    timeout 60 "$WINE" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
+    # The user's folders become real folders of the prefix instead of links to the home directory.
+    local folder
+    for folder in "$WINEPREFIX"/drive_c/users/*/*; do
+      if [ -L "$folder" ]; then rm "$folder" && mkdir "$folder"; fi
+    done
+    "$WINESERVER" -w
+    touch "$WINEPREFIX/.ready"
+  ) 9>"$WINEPREFIX/.lock"
+}
