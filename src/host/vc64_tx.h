@@ -9,7 +9,9 @@
 #include <stddef.h>
 #include <stdint.h>
 
-#ifdef VC64_TX_BUILDS
+#ifndef _WIN32  // logic that only needs the constants and types is compiled natively too
+#define VC64_TX_API extern "C"
+#elif defined(VC64_TX_BUILDS)
 #define VC64_TX_API extern "C" __declspec(dllexport)
 #else
 #define VC64_TX_API extern "C" __declspec(dllimport)
