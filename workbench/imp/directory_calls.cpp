@@ -65,7 +65,8 @@ std::wstring DirectoryPath() {
     path = FullPath(WideText(place));
   } else {
     wchar_t applicationData[MAX_PATH];
-    if (FAILED(SHGetFolderPathW(nullptr, CSIDL_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, applicationData))) return {};
+    if (FAILED(SHGetFolderPathW(nullptr, CSIDL_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, applicationData)))
+      return {};
     path = std::wstring(applicationData) + kBelowApplicationData;
   }
   while (!path.empty() && (path.back() == L'\\' || path.back() == L'/')) path.pop_back();
@@ -73,7 +74,8 @@ std::wstring DirectoryPath() {
 }
 
 std::wstring LongForm(const std::wstring& path) {
-  if (path.size() < MAX_PATH - 12 || path.starts_with(L"\\\\?\\")) return path;  // 12: folders need a name's room more
+  if (path.size() < MAX_PATH - 12 || path.starts_with(L"\\\\?\\"))
+    return path;  // 12: folders need a name's room more
   return path.starts_with(L"\\\\") ? L"\\\\?\\UNC" + path.substr(1) : L"\\\\?\\" + path;
 }
 

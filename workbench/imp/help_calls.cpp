@@ -31,4 +31,6 @@ int Import_IO_DisplayHelpTopic(const char* helpLocation, const char* helpFile, c
   });
 }
 
-ImportHelpOpener Import_IO_SetHelpOpener(ImportHelpOpener opener) { return helpOpener.exchange(opener); }
+ImportHelpOpener Import_IO_SetHelpOpener(ImportHelpOpener opener) {
+  return helpOpener.exchange(opener);
+}

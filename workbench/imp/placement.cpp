@@ -13,8 +13,9 @@ int CenteredStart(int size, int aroundStart, int aroundEnd, int areaStart, int a
 }  // namespace
 
 Point CenteredCorner(const Box& window, const Box& around, const Box& workArea) {
-  return {CenteredStart(window.right - window.left, around.left, around.right, workArea.left, workArea.right),
-          CenteredStart(window.bottom - window.top, around.top, around.bottom, workArea.top, workArea.bottom)};
+  return {
+      CenteredStart(window.right - window.left, around.left, around.right, workArea.left, workArea.right),
+      CenteredStart(window.bottom - window.top, around.top, around.bottom, workArea.top, workArea.bottom)};
 }
 
 }  // namespace workbench::imp

@@ -10,8 +10,8 @@ struct Box {
   int left, top, right, bottom;
 };
 
-// The top left corner of window, moved to the middle of around and then into workArea; a window larger than the work
-// area keeps its top left corner (and with it the title bar) inside.
+// The top left corner of window, moved to the middle of around and then into workArea; a window larger than
+// the work area keeps its top left corner (and with it the title bar) inside.
 Point CenteredCorner(const Box& window, const Box& around, const Box& workArea);
 
 }  // namespace workbench::imp

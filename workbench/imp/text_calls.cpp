@@ -4,7 +4,9 @@
 
 using namespace workbench::imp;
 
-char* Import_IO_Copy_String(const char* text) { return text ? CopyToHostMemory(text) : nullptr; }
+char* Import_IO_Copy_String(const char* text) {
+  return text ? CopyToHostMemory(text) : nullptr;
+}
 
 char* Import_IO_Strip_Whitespace(char* text) {
   if (!text) return nullptr;

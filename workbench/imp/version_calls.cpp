@@ -1,5 +1,5 @@
-// Version strings and the registry. A plug-in calls these two while it is being loaded: they use only libraries that
-// are loaded already, make no COM object and take no lock.
+// Version strings and the registry. A plug-in calls these two while it is being loaded: they use only
+// libraries that are loaded already, make no COM object and take no lock.
 #include <windows.h>
 
 #include <vector>
@@ -20,7 +20,8 @@ char* Import_IO_GetVersionStringfromExeOrDLL(const char* path) {
     if (!GetFileVersionInfoA(path, 0, size, resource.data())) return nullptr;
     void* block = nullptr;
     UINT length = 0;
-    if (!VerQueryValueA(resource.data(), "\\", &block, &length) || !block || length < sizeof(VS_FIXEDFILEINFO)) {
+    if (!VerQueryValueA(resource.data(), "\\", &block, &length) || !block ||
+        length < sizeof(VS_FIXEDFILEINFO)) {
       return nullptr;
     }
     const auto* version = static_cast<const VS_FIXEDFILEINFO*>(block);

@@ -18,7 +18,9 @@ namespace {
 
 constexpr char kControlProperty[] = "HalvoImportToolTipControl";
 
-Box BoxOf(const RECT& rect) { return {rect.left, rect.top, rect.right, rect.bottom}; }
+Box BoxOf(const RECT& rect) {
+  return {rect.left, rect.top, rect.right, rect.bottom};
+}
 
 bool AddOwnerAsTool(HWND tip, HWND owner) {
   TTTOOLINFOA tool = {};
@@ -52,13 +54,14 @@ ImportToolTipControl* Import_IO_ToolTipControl_CreateNew(HWND owner) {
     const INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_BAR_CLASSES};
     InitCommonControlsEx(&classes);
     auto control = std::make_unique<ImportToolTipControl>();
-    control->window = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
-                                      CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr,
-                                      nullptr, nullptr);
+    control->window = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr,
+                                      WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
+                                      CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, nullptr, nullptr);
     if (!control->window) return nullptr;
-    // The owner takes the window with it when it is destroyed first; the mark tells that from a window that was made
-    // later and got the same handle.
-    if (!SetPropA(control->window, kControlProperty, control.get()) || !AddOwnerAsTool(control->window, owner)) {
+    // The owner takes the window with it when it is destroyed first; the mark tells that from a window that
+    // was made later and got the same handle.
+    if (!SetPropA(control->window, kControlProperty, control.get()) ||
+        !AddOwnerAsTool(control->window, owner)) {
       DestroyWindow(control->window);
       return nullptr;
     }
@@ -68,7 +71,8 @@ ImportToolTipControl* Import_IO_ToolTipControl_CreateNew(HWND owner) {
 
 void Import_IO_ToolTipControl_Delete(ImportToolTipControl* control) {
   const std::unique_ptr<ImportToolTipControl> owned(control);
-  if (!control || !IsWindow(control->window) || GetPropA(control->window, kControlProperty) != control) return;
+  if (!control || !IsWindow(control->window) || GetPropA(control->window, kControlProperty) != control)
+    return;
   RemovePropA(control->window, kControlProperty);
   DestroyWindow(control->window);
 }
@@ -83,5 +87,6 @@ int Import_IO_Center_Window(HWND window) {
   const Point corner = CenteredCorner(BoxOf(rect), BoxOf(aroundRect), BoxOf(workArea));
   POINT position = {corner.x, corner.y};
   if (GetWindowLongA(window, GWL_STYLE) & WS_CHILD) ScreenToClient(GetAncestor(window, GA_PARENT), &position);
-  return SetWindowPos(window, nullptr, position.x, position.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  return SetWindowPos(window, nullptr, position.x, position.y, 0, 0,
+                      SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }

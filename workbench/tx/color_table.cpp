@@ -5,7 +5,8 @@
 namespace workbench::tx {
 namespace {
 
-// Backgrounds of black text: light, soft, and told apart at a glance. In the order of kCategoriesBySpecificness.
+// Backgrounds of black text: light, soft, and told apart at a glance. In the order of
+// kCategoriesBySpecificness.
 constexpr std::array<Color, kCategoryCount> kFactoryColors = {{
     {0.70f, 0.84f, 1.00f},  // 3D objects: light blue
     {0.74f, 0.95f, 0.72f},  // bitmaps: light green
@@ -19,7 +20,9 @@ constexpr std::array<Color, kCategoryCount> kFactoryColors = {{
     {1.00f, 1.00f, 0.74f},  // text: light yellow
 }};
 
-float Clamp(float part) { return part >= 1.0f ? 1.0f : (part > 0.0f ? part : 0.0f); }
+float Clamp(float part) {
+  return part >= 1.0f ? 1.0f : (part > 0.0f ? part : 0.0f);
+}
 
 }  // namespace
 
@@ -29,7 +32,9 @@ const std::array<uint32_t, kCategoryCount> kCategoriesBySpecificness = {
 
 ColorTable::ColorTable() : colors_(kFactoryColors) {}
 
-void ColorTable::Reset() { colors_ = kFactoryColors; }
+void ColorTable::Reset() {
+  colors_ = kFactoryColors;
+}
 
 const Color* ColorTable::Of(uint32_t typeMask) const {
   for (size_t i = 0; i < kCategoryCount; ++i) {

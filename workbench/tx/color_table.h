@@ -15,7 +15,8 @@ inline bool operator==(const Color& a, const Color& b) {
 }
 
 inline constexpr size_t kCategoryCount = 10;
-// The categories' type bits, the most specific category first: a file of several takes the colour of the first.
+// The categories' type bits, the most specific category first: a file of several takes the colour of the
+// first.
 extern const std::array<uint32_t, kCategoryCount> kCategoriesBySpecificness;
 
 class ColorTable {

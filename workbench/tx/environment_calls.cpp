@@ -14,7 +14,8 @@ using namespace workbench::tx;
 
 namespace {
 
-// One text a thread, released when the thread ends. (A thread_local with a destructor would keep the library loaded.)
+// One text a thread, released when the thread ends. (A thread_local with a destructor would keep the library
+// loaded.)
 class ThreadText {
  public:
   ThreadText() : slot_(FlsAlloc(Release)) {}

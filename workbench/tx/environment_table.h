@@ -12,8 +12,8 @@ namespace workbench::tx {
 
 class EnvironmentTable {
  public:
-  // Sets the variable, or removes it for good when value is empty (nullopt): a removed one has no value, even if the
-  // process's environment has one of its name.
+  // Sets the variable, or removes it for good when value is empty (nullopt): a removed one has no value, even
+  // if the process's environment has one of its name.
   bool Set(std::string_view name, std::optional<std::string> value);
 
   struct Entry {

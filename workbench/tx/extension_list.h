@@ -5,8 +5,8 @@
 
 namespace workbench::tx {
 
-// Takes the next extension off the front of list: without "*" and the leading dot ("3ds", "tar.gz"). False when the
-// list holds no more. Entries that name no extension ("*", "*.", "*.*") are passed over.
+// Takes the next extension off the front of list: without "*" and the leading dot ("3ds", "tar.gz"). False
+// when the list holds no more. Entries that name no extension ("*", "*.", "*.*") are passed over.
 bool NextExtension(std::string_view& list, std::string_view& extension);
 
 // True when name ends in a dot and extension.

@@ -14,16 +14,11 @@ constexpr size_t kFieldCount = 5;
 using Fields = std::array<std::string_view, kFieldCount>;
 
 constexpr std::pair<std::string_view, int64_t> kTypeNames[] = {
-    {"3d", kTxTypeObject3D},
-    {"bitmap", kTxTypeBitmap2D},
-    {"vector", kTxTypeVector2D},
-    {"text", kTxTypeText},
-    {"archive", kTxTypeArchive},
-    {"video", kTxTypeVideo},
-    {"audio", kTxTypeAudio},
-    {"spreadsheet", kTxTypeSpreadsheet},
-    {"database", kTxTypeDatabase},
-    {"presentation", kTxTypePresentation},
+    {"3d", kTxTypeObject3D},       {"bitmap", kTxTypeBitmap2D},
+    {"vector", kTxTypeVector2D},   {"text", kTxTypeText},
+    {"archive", kTxTypeArchive},   {"video", kTxTypeVideo},
+    {"audio", kTxTypeAudio},       {"spreadsheet", kTxTypeSpreadsheet},
+    {"database", kTxTypeDatabase}, {"presentation", kTxTypePresentation},
     {"unknown", kTxTypeUnknown},
 };
 
@@ -83,7 +78,8 @@ bool IsPlainText(std::string_view text) {
 
 bool ParseFormat(std::string_view line, Handler& handler) {
   Fields fields;
-  if (!SplitFields(line, fields) || !IsGuid(fields[0]) || !IsPlainText(fields[3]) || !IsPlainText(fields[4])) {
+  if (!SplitFields(line, fields) || !IsGuid(fields[0]) || !IsPlainText(fields[3]) ||
+      !IsPlainText(fields[4])) {
     return false;
   }
   std::string_view extensions = fields[3];

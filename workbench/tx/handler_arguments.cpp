@@ -16,7 +16,9 @@ std::optional<std::string> CopyText(const char* text) {
   return std::string(text);
 }
 
-const char* TextOrNull(const std::optional<std::string>& text) { return text ? text->c_str() : nullptr; }
+const char* TextOrNull(const std::optional<std::string>& text) {
+  return text ? text->c_str() : nullptr;
+}
 
 }  // namespace
 

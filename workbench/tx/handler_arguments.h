@@ -19,8 +19,8 @@ class HandlerKeywords {
  public:
   explicit HandlerKeywords(TokenTable& tokens);
 
-  // Reads the groups of a registration up to the closing 0. False, at the first argument that is out of place: the
-  // rest of the list can't be told apart then.
+  // Reads the groups of a registration up to the closing 0. False, at the first argument that is out of
+  // place: the rest of the list can't be told apart then.
   bool ReadGroups(ArgumentList& arguments, Handler& handler) const;
   // Writes the values that the pairs ask for. False at an unknown token or a null output.
   bool WriteValues(const Handler& handler, ArgumentList& arguments) const;

@@ -31,7 +31,8 @@ bool HandlerRegistry::Register(Handler handler) {
   if (found != entries_.end()) {
     found->second.handler = std::move(handler);
   } else {
-    if (order_.size() == order_.capacity()) order_.reserve(2 * order_.size() + 16);  // so that push_back can't fail
+    if (order_.size() == order_.capacity())
+      order_.reserve(2 * order_.size() + 16);  // so that push_back can't fail
     std::string guid = handler.guid;
     const auto added = entries_.emplace(std::move(guid), Entry{std::move(handler), nextSequence_++});
     order_.push_back(&added.first->second);

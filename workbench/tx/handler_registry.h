@@ -42,7 +42,8 @@ class HandlerRegistry {
   const Handler* Find(std::string_view guid) const;
   size_t size() const { return order_.size(); }
 
-  // Type bits of the list's enabled handlers that take the name. Allocates nothing unless the registry has changed.
+  // Type bits of the list's enabled handlers that take the name. Allocates nothing unless the registry has
+  // changed.
   uint32_t TypesOfName(HandlerList list, std::string_view fileName);
   int CountOfType(HandlerList list, uint32_t typeBits) const;
   // GUIDs of the list's handlers, at most limit, in the order of the last sort; later ones at the end.

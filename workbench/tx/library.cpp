@@ -35,8 +35,9 @@ std::wstring FormatFilePath() {
 std::string ReadFormatFile() {
   const std::wstring path = FormatFilePath();
   if (path.empty()) return {};
-  const HANDLE handle = CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE handle =
+      CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (handle == INVALID_HANDLE_VALUE) return {};
   const unique_file file(handle);
   std::string content(kFormatFileSize, '\0');
@@ -65,12 +66,16 @@ LockedState::LockedState() {
   state_ = state.get();
 }
 
-LockedState::~LockedState() { ReleaseSRWLockExclusive(&stateLock); }
+LockedState::~LockedState() {
+  ReleaseSRWLockExclusive(&stateLock);
+}
 
 void LoadFormats(HandlerRegistry& registry) {
   for (Handler& format : ParseFormatFile(ReadFormatFile())) registry.Register(std::move(format));
 }
 
-bool IsLeadByte(unsigned char byte) { return IsDBCSLeadByte(byte) != FALSE; }
+bool IsLeadByte(unsigned char byte) {
+  return IsDBCSLeadByte(byte) != FALSE;
+}
 
 }  // namespace workbench::tx

@@ -1,5 +1,5 @@
-// What the library keeps between calls, behind one lock. It is made at the first call that needs it, never while the
-// library is being loaded: a plug-in may call the memory functions from its own DllMain.
+// What the library keeps between calls, behind one lock. It is made at the first call that needs it, never
+// while the library is being loaded: a plug-in may call the memory functions from its own DllMain.
 #pragma once
 
 #include <windows.h>
@@ -36,7 +36,8 @@ class LockedState {
   LibraryState* state_;
 };
 
-// Fills the registry from the file of formats beside the library; leaves it as it is when there is no such file.
+// Fills the registry from the file of formats beside the library; leaves it as it is when there is no such
+// file.
 void LoadFormats(HandlerRegistry& registry);
 
 bool IsLeadByte(unsigned char byte);

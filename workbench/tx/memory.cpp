@@ -28,4 +28,6 @@ void Tx_Free_Memory(void* block) {
   --allocatedBlocks;
 }
 
-size_t Tx_Inquire_Allocated_Blocks(void) { return allocatedBlocks; }
+size_t Tx_Inquire_Allocated_Blocks(void) {
+  return allocatedBlocks;
+}

@@ -13,7 +13,9 @@ using namespace workbench::tx;
 
 namespace {
 
-std::string_view TextOf(const char* text) { return text ? text : ""; }
+std::string_view TextOf(const char* text) {
+  return text ? text : "";
+}
 
 bool CopyPath(std::string_view path, char* result, size_t resultSize) {
   return CopyToBuffer(path, result, std::min<size_t>(resultSize, kTxPathSize));
@@ -26,7 +28,9 @@ bool ReplacePath(char* path, size_t pathSize, const std::string& newPath) {
   return true;
 }
 
-bool IsTerminated(const char* text, size_t size) { return text && strnlen(text, size) < size; }
+bool IsTerminated(const char* text, size_t size) {
+  return text && strnlen(text, size) < size;
+}
 
 // The path in the form that has no length limit; relative ones are made absolute.
 std::wstring LongPath(const char* path) {

@@ -18,7 +18,9 @@ size_t BaseStart(std::string_view path, LeadByteTest isLeadByte) {
 
 }  // namespace
 
-bool IsPathSeparator(char c) { return c == '\\' || c == '/'; }
+bool IsPathSeparator(char c) {
+  return c == '\\' || c == '/';
+}
 
 bool EndsInPathSeparator(std::string_view path, LeadByteTest isLeadByte) {
   // The test of the last byte alone would take the second half of a two-byte character for a separator.

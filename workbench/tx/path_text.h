@@ -1,8 +1,8 @@
 // Path arithmetic on 8-bit texts. "/" and "\" both separate.
 //
-// In the code pages with two-byte characters the second byte can have the value of "\". The functions therefore ask
-// whether a byte begins such a character; without a test (null) every byte is a character of its own, which is also
-// right for UTF-8.
+// In the code pages with two-byte characters the second byte can have the value of "\". The functions
+// therefore ask whether a byte begins such a character; without a test (null) every byte is a character of
+// its own, which is also right for UTF-8.
 #pragma once
 
 #include <string>
@@ -23,6 +23,7 @@ std::string_view BasePath(std::string_view path, LeadByteTest isLeadByte = nullp
 // The path's extension with its dot, as part of path; empty when it has none. ".profile" and ".." have none.
 std::string_view Extension(std::string_view path, LeadByteTest isLeadByte = nullptr);
 // path with another extension (".bak" or "bak"); an empty one, or a dot alone, takes the path's own away.
-std::string WithExtension(std::string_view path, std::string_view extension, LeadByteTest isLeadByte = nullptr);
+std::string WithExtension(std::string_view path, std::string_view extension,
+                          LeadByteTest isLeadByte = nullptr);
 
 }  // namespace workbench::tx

@@ -49,9 +49,8 @@ int Tx_Remove_FileFormatHandler(const char* handlerGuid) {
 }
 
 int Tx_Enable_FileFormatHandler(const char* handlerGuid, int enabled) {
-  return Guarded(0, [&]() -> int {
-    return handlerGuid && LockedState()->registry.Enable(handlerGuid, enabled != 0);
-  });
+  return Guarded(
+      0, [&]() -> int { return handlerGuid && LockedState()->registry.Enable(handlerGuid, enabled != 0); });
 }
 
 uint32_t Tx_FileFormatHandler_GetHandlerTypesFromFilenameExtension(TxToken list, const char* fileName, int) {
@@ -85,7 +84,8 @@ int Tx_FileFormatHandler_GetAssociatedFileTypeHandlerColor(uint32_t typeMask, fl
   });
 }
 
-int Tx_FileFormatHandler_SetAssociatedFileTypeHandlerColor(uint32_t typeBit, float red, float green, float blue) {
+int Tx_FileFormatHandler_SetAssociatedFileTypeHandlerColor(uint32_t typeBit, float red, float green,
+                                                           float blue) {
   return Guarded(0, [&]() -> int { return LockedState()->colors.Set(typeBit, {red, green, blue}); });
 }
 

@@ -6,7 +6,9 @@
 
 namespace workbench::tx {
 
-char FoldAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char FoldAscii(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 int CompareIgnoringCase(std::string_view a, std::string_view b) {
   const size_t common = std::min(a.size(), b.size());

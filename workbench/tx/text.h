@@ -1,6 +1,6 @@
-// Comparing 8-bit texts without regard to the case of the letters A to Z. Bytes outside ASCII compare as they are:
-// extensions, GUIDs and environment names that Windows programs use are ASCII, and folding bytes of an unknown code
-// page would be wrong for some of them.
+// Comparing 8-bit texts without regard to the case of the letters A to Z. Bytes outside ASCII compare as they
+// are: extensions, GUIDs and environment names that Windows programs use are ASCII, and folding bytes of an
+// unknown code page would be wrong for some of them.
 #pragma once
 
 #include <cstddef>
@@ -31,8 +31,8 @@ struct EqualsIgnoringCase {
   bool operator()(std::string_view a, std::string_view b) const { return EqualIgnoringCase(a, b); }
 };
 
-// Copies text with its terminator. False, with an empty result where there is room for one, when it does not fit or
-// result is null.
+// Copies text with its terminator. False, with an empty result where there is room for one, when it does not
+// fit or result is null.
 bool CopyToBuffer(std::string_view text, char* result, size_t resultSize);
 
 }  // namespace workbench::tx

@@ -10,7 +10,8 @@ namespace workbench::tx {
 
 class TokenTable {
  public:
-  // The keyword's token, given out at its first use; equal keywords (exact) have equal tokens. 0 for an empty one.
+  // The keyword's token, given out at its first use; equal keywords (exact) have equal tokens. 0 for an empty
+  // one.
   int32_t Token(std::string_view keyword);
 
  private:
