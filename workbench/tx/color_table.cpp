@@ -11,11 +11,11 @@ constexpr std::array<Color, kCategoryCount> kFactoryColors = {{
     {0.70f, 0.84f, 1.00f},  // 3D objects: light blue
     {0.74f, 0.95f, 0.72f},  // bitmaps: light green
     {0.62f, 0.95f, 0.93f},  // vector drawings: aqua
-    {1.00f, 0.72f, 0.92f},  // presentations: pink
+    {1.00f, 0.72f, 0.87f},  // presentations: pink
     {0.78f, 0.86f, 0.50f},  // spreadsheets: olive
     {0.84f, 0.84f, 0.84f},  // databases: light grey
     {1.00f, 0.72f, 0.70f},  // video: light red
-    {0.86f, 0.76f, 1.00f},  // audio: lavender
+    {0.84f, 0.76f, 1.00f},  // audio: lavender
     {1.00f, 0.83f, 0.58f},  // archives: light orange
     {1.00f, 1.00f, 0.74f},  // text: light yellow
 }};
