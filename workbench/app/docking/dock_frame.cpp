@@ -1,7 +1,5 @@
 #include "workbench/app/docking/dock_frame.h"
 
-#include <windowsx.h>
-
 #include <cstdlib>
 
 namespace workbench {
@@ -82,7 +80,9 @@ Rect DockFrame::ContentRect() const {
   return {1, caption.bottom, caption.right, std::max(bottom, caption.bottom)};
 }
 
-int DockFrame::TabStripHeight() const { return content_.tabs.size() > 1 ? theme_.tabHeight() : 0; }
+int DockFrame::TabStripHeight() const {
+  return content_.tabs.size() > 1 ? theme_.tabHeight() : 0;
+}
 
 Rect DockFrame::ButtonRect(Button button) const {
   if (button == kPin && !content_.canCollapse) return {};
@@ -110,7 +110,7 @@ const std::wstring& DockFrame::Title() const {
 }
 
 LRESULT DockFrame::OnPaint(const Message&) {
-  const BufferedPaint paint(window());
+  const OffscreenPaint paint(window());
   const Rect client = ToRect(paint.client());
   FillColor(paint.dc(), client, theme_.colors().paper);
   DrawCaption(paint.dc());
@@ -124,7 +124,8 @@ void DockFrame::DrawCaption(HDC dc) {
   const Rect caption = CaptionRect();
   FillColor(dc, caption, active_ ? colors.activeCaption : colors.caption);
   const COLORREF color = active_ ? colors.activeText : colors.text;
-  const Rect text = {caption.left + theme_.Scale(7), caption.top, MenuRect().left - theme_.Scale(4), caption.bottom};
+  const Rect text = {caption.left + theme_.Scale(7), caption.top, MenuRect().left - theme_.Scale(4),
+                     caption.bottom};
   if (text.width() > 0) DrawLine(dc, theme_.font(), Title().c_str(), text, color);
   for (const Button button : {kClose, kPin, kMenu}) {
     const Rect rect = ButtonRect(button);
@@ -137,7 +138,9 @@ void DockFrame::DrawCaption(HDC dc) {
   }
 }
 
-LRESULT DockFrame::OnErase(const Message&) { return 1; }
+LRESULT DockFrame::OnErase(const Message&) {
+  return 1;
+}
 
 LRESULT DockFrame::OnSize(const Message&) {
   PlaceContent();
@@ -154,9 +157,9 @@ void DockFrame::SetHover(Button button) {
 LRESULT DockFrame::OnMouseMove(const Message& message) {
   const POINT at = message.point();
   if (dragArmed_ && (message.first & MK_LBUTTON) != 0) {
-    const bool far = std::abs(at.x - dragStart_.x) > GetSystemMetrics(SM_CXDRAG) ||
+    const bool moved = std::abs(at.x - dragStart_.x) > GetSystemMetrics(SM_CXDRAG) ||
                      std::abs(at.y - dragStart_.y) > GetSystemMetrics(SM_CYDRAG);
-    if (far) {
+    if (moved) {
       const ItemId tab = dragTab_;
       EndPress();
       owner_.OnFrameDrag(group_, tab, ToScreen(window(), at));
@@ -217,7 +220,8 @@ LRESULT DockFrame::OnRightUp(const Message& message) {
   const Point at = ToPoint(message.point());
   const ItemId tab = TabStripHeight() > 0 ? tabs_.TabIdAt(at) : 0;
   const bool onCaption = CaptionRect().Contains(at);
-  if (tab != 0 || onCaption) owner_.OnFrameMenu(tab != 0 ? tab : content_.front, ToScreen(window(), message.point()));
+  if (tab != 0 || onCaption)
+    owner_.OnFrameMenu(tab != 0 ? tab : content_.front, ToScreen(window(), message.point()));
   return 0;
 }
 

@@ -1,5 +1,5 @@
-// The visible side of a group of docked windows: caption strip with title and buttons, the window in front, and tabs
-// when several share the place. A child of the dock site, or of a floating frame.
+// The visible side of a group of docked windows: caption strip with title and buttons, the window in front,
+// and tabs when several share the place. A child of the dock site, or of a floating frame.
 #pragma once
 
 #include "workbench/app/layout/dock_model.h"
@@ -26,10 +26,10 @@ class DockFrameOwner {
 };
 
 struct FrameContent {
-  std::vector<Tab> tabs;          // ids are item ids
-  std::vector<HWND> windows;      // parallel to tabs
+  std::vector<Tab> tabs;      // ids are item ids
+  std::vector<HWND> windows;  // parallel to tabs
   ItemId front = 0;
-  bool canCollapse = false;       // shows the pin
+  bool canCollapse = false;  // shows the pin
   bool pinned = true;
 };
 
@@ -86,9 +86,9 @@ class DockFrame : public WindowBase<DockFrame> {
   bool active_ = false;
   Button hover_ = kNoButton;
   Button pressed_ = kNoButton;
-  bool dragArmed_ = false;     // the button went down on the caption or a tab
-  ItemId dragTab_ = 0;         // that tab; 0 for the caption
-  POINT dragStart_ = {};       // client coordinates
+  bool dragArmed_ = false;  // the button went down on the caption or a tab
+  ItemId dragTab_ = 0;      // that tab; 0 for the caption
+  POINT dragStart_ = {};    // client coordinates
 };
 
 }  // namespace workbench

@@ -94,9 +94,10 @@ const Splitter* DockSite::SameSplitter(const Splitter& wanted) const {
 }
 
 LRESULT DockSite::OnPaint(const Message&) {
-  const BufferedPaint paint(window());
+  const OffscreenPaint paint(window());
   FillColor(paint.dc(), ToRect(paint.client()), theme_.colors().face);
-  for (const EdgeStrip& edge : arrangement_.edges) edges_[static_cast<size_t>(edge.side)].Draw(paint.dc(), theme_);
+  for (const EdgeStrip& edge : arrangement_.edges)
+    edges_[static_cast<size_t>(edge.side)].Draw(paint.dc(), theme_);
   for (const Splitter& splitter : arrangement_.splitters) DrawSplitter(paint.dc(), splitter);
   return 0;
 }
@@ -114,7 +115,9 @@ void DockSite::DrawSplitter(HDC dc, const Splitter& splitter) const {
   }
 }
 
-LRESULT DockSite::OnErase(const Message&) { return 1; }
+LRESULT DockSite::OnErase(const Message&) {
+  return 1;
+}
 
 LRESULT DockSite::OnSize(const Message&) {
   owner_.OnSiteResized();

@@ -1,5 +1,6 @@
-// The part of the main window in which windows are docked: draws the bars between areas and the strips of collapsed
-// windows, and follows the mouse while a bar or a window is dragged. Parent of the frames and the document area.
+// The part of the main window in which windows are docked: draws the bars between areas and the strips of
+// collapsed windows, and follows the mouse while a bar or a window is dragged. Parent of the frames and the
+// document area.
 #pragma once
 
 #include <array>
@@ -42,7 +43,8 @@ class DockSite : public WindowBase<DockSite> {
   void SetEdgeTabs(Side side, std::vector<Tab> tabs, ItemId shown);
   // Place of a collapsed window's tab, in client coordinates; empty when it has none.
   Rect EdgeTabRect(ItemId item) const;
-  // Takes the mouse for the dragging of a window; the owner hears of its moves until it is dropped or cancelled.
+  // Takes the mouse for the dragging of a window; the owner hears of its moves until it is dropped or
+  // cancelled.
   void BeginWindowDrag();
   void SetTimerOn(bool on);
 

@@ -79,7 +79,8 @@ void DocumentArea::RequestClose(int page) {
 }
 
 DocumentArea::Page* DocumentArea::Find(int page) {
-  const auto found = std::find_if(pages_.begin(), pages_.end(), [&](const Page& other) { return other.id == page; });
+  const auto found =
+      std::find_if(pages_.begin(), pages_.end(), [&](const Page& other) { return other.id == page; });
   return found == pages_.end() ? nullptr : &*found;
 }
 
@@ -88,7 +89,8 @@ Rect DocumentArea::ContentRect() const {
   GetClientRect(window(), &client);
   Rect rect = ToRect(client);
   if (!pages_.empty()) rect.top = std::min(rect.top + theme_.tabHeight(), rect.bottom);
-  return {rect.left + 1, rect.top, std::max(rect.right - 1, rect.left + 1), std::max(rect.bottom - 1, rect.top)};
+  return {rect.left + 1, rect.top, std::max(rect.right - 1, rect.left + 1),
+          std::max(rect.bottom - 1, rect.top)};
 }
 
 Rect DocumentArea::CloseRectOf(int page) const {
@@ -105,7 +107,9 @@ void DocumentArea::Update() {
   for (const Page& page : pages_) tabs.push_back({page.id, page.title, page.image});
   tabs_.SetTabs(std::move(tabs));
   tabs_.SetActive(front_);
-  tabs_.SetRect({0, 0, static_cast<int>(client.right), std::min<int>(theme_.tabHeight(), static_cast<int>(client.bottom))}, theme_);
+  tabs_.SetRect({0, 0, static_cast<int>(client.right),
+                 std::min<int>(theme_.tabHeight(), static_cast<int>(client.bottom))},
+                theme_);
   const Rect place = ContentRect();
   for (const Page& page : pages_) {
     if (page.id != front_) {
@@ -119,7 +123,7 @@ void DocumentArea::Update() {
 }
 
 LRESULT DocumentArea::OnPaint(const Message&) {
-  const BufferedPaint paint(window());
+  const OffscreenPaint paint(window());
   const Rect client = ToRect(paint.client());
   FillColor(paint.dc(), client, theme_.colors().paper);
   FrameColor(paint.dc(), client, theme_.colors().line);
@@ -145,7 +149,9 @@ void DocumentArea::DrawEmpty(HDC dc) const {
            DT_CENTER);
 }
 
-LRESULT DocumentArea::OnErase(const Message&) { return 1; }
+LRESULT DocumentArea::OnErase(const Message&) {
+  return 1;
+}
 
 LRESULT DocumentArea::OnSize(const Message&) {
   Update();
@@ -155,10 +161,10 @@ LRESULT DocumentArea::OnSize(const Message&) {
 LRESULT DocumentArea::OnMouseMove(const Message& message) {
   POINT at = message.point();
   if (pressedTab_ != 0 && (message.first & MK_LBUTTON) != 0) {
-    const bool far = std::abs(at.x - pressedAt_.x) > GetSystemMetrics(SM_CXDRAG) ||
+    const bool moved = std::abs(at.x - pressedAt_.x) > GetSystemMetrics(SM_CXDRAG) ||
                      std::abs(at.y - pressedAt_.y) > GetSystemMetrics(SM_CYDRAG);
     const Page* page = Find(pressedTab_);
-    if (far && page != nullptr) {
+    if (moved && page != nullptr) {
       DocumentPageOwner* owner = page->owner;
       const int id = page->id;
       pressedTab_ = 0;

@@ -1,5 +1,5 @@
-// The middle of the main window: one page in front, tabs when there are any. Pages are windows of documents and of
-// windows that are docked as documents.
+// The middle of the main window: one page in front, tabs when there are any. Pages are windows of documents
+// and of windows that are docked as documents.
 #pragma once
 
 #include <optional>
@@ -30,9 +30,10 @@ class DocumentArea : public WindowBase<DocumentArea> {
   DocumentArea(HWND parent, const Theme& theme);
   ~DocumentArea() { DestroyNow(); }
 
-  // Adds a page at the end; the window becomes a child of the area. The new page does not come to the front by itself
-  // unless it is the first one. Gives the page's number, never 0.
-  int AddPage(HWND page, const std::wstring& title, std::shared_ptr<const TabImage> image, DocumentPageOwner& owner);
+  // Adds a page at the end; the window becomes a child of the area. The new page does not come to the front
+  // by itself unless it is the first one. Gives the page's number, never 0.
+  int AddPage(HWND page, const std::wstring& title, std::shared_ptr<const TabImage> image,
+              DocumentPageOwner& owner);
   // Forgets a page; its window is left alone. Unknown numbers are ignored.
   void RemovePage(int page);
   void SetTitle(int page, const std::wstring& title);

@@ -8,9 +8,10 @@ std::span<const DragPreview::MessageHandler> DragPreview::Handlers() {
 }
 
 DragPreview::DragPreview(HWND mainWindow, const Theme& theme) : theme_(theme) {
-  // A hollow region instead of a translucent window: it looks the same with and without a desktop that composes.
-  CreateWindowAt(WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_NOACTIVATE | WS_EX_TRANSPARENT, WS_POPUP | WS_DISABLED,
-                 RECT{}, mainWindow);
+  // A hollow region instead of a translucent window: it looks the same with and without a desktop that
+  // composes.
+  CreateWindowAt(WS_EX_TOOLWINDOW | WS_EX_TOPMOST | WS_EX_NOACTIVATE | WS_EX_TRANSPARENT,
+                 WS_POPUP | WS_DISABLED, RECT{}, mainWindow);
 }
 
 void DragPreview::Show(const Rect& rect) {
@@ -32,7 +33,7 @@ void DragPreview::Show(const Rect& rect) {
 }
 
 LRESULT DragPreview::OnPaint(const Message&) {
-  const BufferedPaint paint(window());
+  const OffscreenPaint paint(window());
   FillColor(paint.dc(), ToRect(paint.client()), theme_.colors().accent);
   return 0;
 }

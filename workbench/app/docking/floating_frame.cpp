@@ -4,10 +4,14 @@ namespace workbench {
 
 std::span<const FloatingFrame::MessageHandler> FloatingFrame::Handlers() {
   static constexpr MessageHandler kHandlers[] = {
-      {WM_PAINT, &FloatingFrame::OnPaint},           {WM_ERASEBKGND, &FloatingFrame::OnErase},
-      {WM_SIZE, &FloatingFrame::OnSize},             {WM_SETCURSOR, &FloatingFrame::OnSetCursor},
-      {WM_LBUTTONDOWN, &FloatingFrame::OnButtonDown}, {WM_MOUSEMOVE, &FloatingFrame::OnMouseMove},
-      {WM_LBUTTONUP, &FloatingFrame::OnButtonUp},    {WM_CLOSE, &FloatingFrame::OnClose},
+      {WM_PAINT, &FloatingFrame::OnPaint},
+      {WM_ERASEBKGND, &FloatingFrame::OnErase},
+      {WM_SIZE, &FloatingFrame::OnSize},
+      {WM_SETCURSOR, &FloatingFrame::OnSetCursor},
+      {WM_LBUTTONDOWN, &FloatingFrame::OnButtonDown},
+      {WM_MOUSEMOVE, &FloatingFrame::OnMouseMove},
+      {WM_LBUTTONUP, &FloatingFrame::OnButtonUp},
+      {WM_CLOSE, &FloatingFrame::OnClose},
   };
   return kHandlers;
 }
@@ -30,13 +34,15 @@ void FloatingFrame::Place(const Rect& rect, bool visible) {
 }
 
 LRESULT FloatingFrame::OnPaint(const Message&) {
-  const BufferedPaint paint(window());
+  const OffscreenPaint paint(window());
   FillColor(paint.dc(), ToRect(paint.client()), theme_.colors().face);
   FrameColor(paint.dc(), ToRect(paint.client()), theme_.colors().line);
   return 0;
 }
 
-LRESULT FloatingFrame::OnErase(const Message&) { return 1; }
+LRESULT FloatingFrame::OnErase(const Message&) {
+  return 1;
+}
 
 LRESULT FloatingFrame::OnSize(const Message&) {
   RECT client = {};

@@ -1,6 +1,8 @@
 // Taking windows in and letting them go, and the operations of the host's window manager interface.
 #include "workbench/app/docking/window_manager.h"
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include <algorithm>
@@ -12,7 +14,8 @@ namespace workbench {
 namespace {
 
 constexpr UINT_PTR kWatchId = 0x57424D;  // the subclass that watches a managed window
-constexpr LONG_PTR kTopLevelStyles = WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_POPUP | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
+constexpr LONG_PTR kTopLevelStyles =
+    WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_POPUP | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
 
 // The manager whose site hears of focus changes of this thread.
 thread_local WindowManager* focusWatcher = nullptr;
@@ -22,8 +25,10 @@ std::uint16_t KnownMethod(std::uint16_t method) {
     case host::kMethodTabbedDocument:
     case host::kMethodDocked:
     case host::kMethodFloating:
-    case host::kMethodCollapsible: return method;
-    default: return host::kMethodTabbedCollapsible;  // also the host's default method, and what makes no sense
+    case host::kMethodCollapsible:
+      return method;
+    default:
+      return host::kMethodTabbedCollapsible;  // also the host's default method, and what makes no sense
   }
 }
 
@@ -122,7 +127,8 @@ ItemId WindowManager::AddToModel(const DockRequest& request, const std::optional
   item.sharesPlace =
       request.method == host::kMethodTabbedCollapsible || request.method == host::kMethodTabbedDocument;
   const Area area = placement ? placement->area : AreaForRequest(request);
-  const ItemId id = model_.Add(item, area, placement ? placement->slot : -1, placement ? placement->order : -1);
+  const ItemId id =
+      model_.Add(item, area, placement ? placement->slot : -1, placement ? placement->order : -1);
   DockGroup& group = *model_.FindGroup(model_.FindItem(id)->group);
   if (placement) {
     group.floating = placement->floating;
@@ -188,7 +194,9 @@ WindowManager::ManagedWindow* WindowManager::Find(ItemId item) {
   return found == windows_.end() ? nullptr : &found->second;
 }
 
-const WindowManager::ManagedWindow* WindowManager::Find(HWND window) const { return Find(ItemOf(window)); }
+const WindowManager::ManagedWindow* WindowManager::Find(HWND window) const {
+  return Find(ItemOf(window));
+}
 
 ItemId WindowManager::ItemOf(HWND window) const {
   const auto found = std::find_if(windows_.begin(), windows_.end(),
@@ -215,7 +223,8 @@ DockFrame* WindowManager::FrameOf(HWND window) const {
 
 std::vector<WindowManager::WindowFacts> WindowManager::Windows() const {
   std::vector<WindowFacts> result;
-  for (const auto& [item, managed] : windows_) result.push_back({managed.window, managed.title, IsShown(managed.window)});
+  for (const auto& [item, managed] : windows_)
+    result.push_back({managed.window, managed.title, IsShown(managed.window)});
   return result;
 }
 
@@ -224,7 +233,8 @@ Placement WindowManager::CurrentPlacement(const ManagedWindow& managed) const {
   Placement placement;
   placement.area = group.area;
   placement.slot = model_.IndexInArea(group.id);
-  placement.order = static_cast<int>(std::find(group.items.begin(), group.items.end(), managed.item) - group.items.begin());
+  placement.order =
+      static_cast<int>(std::find(group.items.begin(), group.items.end(), managed.item) - group.items.begin());
   if (IsSide(group.area)) placement.extent = std::max(theme_.Unscale(model_.extent(SideOf(group.area))), 1);
   placement.weight = Limit(group.weight, 1, 32767);
   placement.pinned = group.pinned;
@@ -249,7 +259,8 @@ Rect WindowManager::PlaceOf(ItemId item) const {
   const Arrangement arrangement = Arrange(shown, site_.ClientArea(), theme_.dockMetrics());
   if (group->area == Area::Document) return ScreenRect(arrangement.document);
   const GroupPlace* pane = arrangement.FindPane(group->id);
-  return ScreenRect(pane != nullptr ? pane->rect : PopOutRect(shown, arrangement, group->id, theme_.dockMetrics()));
+  return ScreenRect(pane != nullptr ? pane->rect
+                                    : PopOutRect(shown, arrangement, group->id, theme_.dockMetrics()));
 }
 
 LRESULT WindowManager::Notify(ItemId item, std::uint16_t code) {
@@ -276,7 +287,8 @@ void WindowManager::SetSize(HWND window, int width, int height, int code) {
     const Rect site = site_.ClientArea();
     // A docked window never takes more than half of the room this way: the rest of the program stays usable.
     const int half = (IsVertical(side) ? site.width() : site.height()) / 2;
-    if (IsVertical(side) ? takesWidth : takesHeight) model_.SetExtent(side, std::min(IsVertical(side) ? width : height, half));
+    if (IsVertical(side) ? takesWidth : takesHeight)
+      model_.SetExtent(side, std::min(IsVertical(side) ? width : height, half));
   }
   ApplyLayout();
 }

@@ -1,7 +1,8 @@
-// The window manager: takes windows in, docks, tabs, collapses and floats them as their owners and the user ask, and
-// remembers their places. Behind interface 3 of the host services.
+// The window manager: takes windows in, docks, tabs, collapses and floats them as their owners and the user
+// ask, and remembers their places. Behind interface 3 of the host services.
 //
-// All calls on the user-interface thread. A managed window may be destroyed at any time; the manager then forgets it.
+// All calls on the user-interface thread. A managed window may be destroyed at any time; the manager then
+// forgets it.
 #pragma once
 
 #include <cstdint>
@@ -10,9 +11,9 @@
 #include <memory>
 #include <string>
 
-#include "workbench/app/docking/document_area.h"
 #include "workbench/app/docking/dock_frame.h"
 #include "workbench/app/docking/dock_site.h"
+#include "workbench/app/docking/document_area.h"
 #include "workbench/app/docking/drag_preview.h"
 #include "workbench/app/docking/floating_frame.h"
 #include "workbench/app/docking/placement_store.h"
@@ -20,7 +21,8 @@
 
 namespace workbench {
 
-inline constexpr std::int32_t kStateNormal = 1;  // window state of a window that cannot be collapsed where it is
+inline constexpr std::int32_t kStateNormal =
+    1;  // window state of a window that cannot be collapsed where it is
 
 // A window that wants a place.
 struct DockRequest {

@@ -6,7 +6,8 @@
 namespace workbench {
 
 void WindowManager::ApplyLayout() {
-  // Moving windows sends messages whose handlers may ask for a layout again; the first one sees to everything.
+  // Moving windows sends messages whose handlers may ask for a layout again; the first one sees to
+  // everything.
   if (applying_) return;
   applying_ = true;
   const DockGroup* popped = model_.FindGroup(poppedOut_);
@@ -24,7 +25,8 @@ void WindowManager::ApplyLayout() {
 DockFrame& WindowManager::FrameFor(const DockGroup& group) {
   auto& frame = frames_[group.id];
   if (frame == nullptr) {
-    frame = std::make_unique<DockFrame>(group.id, site_.window(), static_cast<DockFrameOwner&>(*this), theme_);
+    frame =
+        std::make_unique<DockFrame>(group.id, site_.window(), static_cast<DockFrameOwner&>(*this), theme_);
   }
   return *frame;
 }
@@ -32,7 +34,8 @@ DockFrame& WindowManager::FrameFor(const DockGroup& group) {
 FloatingFrame& WindowManager::FloatingFor(const DockGroup& group) {
   auto& floating = floats_[group.id];
   if (floating == nullptr) {
-    floating = std::make_unique<FloatingFrame>(group.id, mainWindow_, static_cast<FloatingFrameOwner&>(*this), theme_);
+    floating = std::make_unique<FloatingFrame>(group.id, mainWindow_, static_cast<FloatingFrameOwner&>(*this),
+                                               theme_);
   }
   return *floating;
 }

@@ -18,12 +18,15 @@ enum MenuCommand : UINT {
 constexpr int kTicksUntilHidden = 4;  // of the site's timer, while the mouse is away
 
 UINT MenuState(bool enabled, bool checked) {
-  return static_cast<UINT>(MF_STRING | (enabled ? MF_ENABLED : MF_GRAYED) | (checked ? MF_CHECKED : MF_UNCHECKED));
+  return static_cast<UINT>(MF_STRING | (enabled ? MF_ENABLED : MF_GRAYED) |
+                           (checked ? MF_CHECKED : MF_UNCHECKED));
 }
 
 }  // namespace
 
-void WindowManager::MoveWindowTo(HWND window, const DockTarget& target) { MoveTo(ItemOf(window), false, target); }
+void WindowManager::MoveWindowTo(HWND window, const DockTarget& target) {
+  MoveTo(ItemOf(window), false, target);
+}
 
 void WindowManager::MoveTo(ItemId item, bool wholeGroup, const DockTarget& asked) {
   const DockGroup* group = model_.GroupOf(item);
@@ -34,7 +37,8 @@ void WindowManager::MoveTo(ItemId item, bool wholeGroup, const DockTarget& asked
     if (!pages.empty()) target.joins = pages.front()->id;
     if (target.joins == group->id) return;
   }
-  if (target.area == Area::Floating) target.floating = FloatingRectFor(*group, target.floating.empty() ? group->floating : target.floating);
+  if (target.area == Area::Floating)
+    target.floating = FloatingRectFor(*group, target.floating.empty() ? group->floating : target.floating);
   const std::vector<ItemId> moved = wholeGroup ? group->items : std::vector<ItemId>{item};
   const bool done = wholeGroup ? model_.MoveGroup(group->id, target) : model_.MoveItem(item, target);
   if (!done) return;
@@ -59,7 +63,9 @@ void WindowManager::Toggle(GroupId id) {
   for (const ItemId item : items) Notify(item, host::kNotifyStateSet);
 }
 
-void WindowManager::RequestClose(HWND window) { CloseItem(ItemOf(window)); }
+void WindowManager::RequestClose(HWND window) {
+  CloseItem(ItemOf(window));
+}
 
 void WindowManager::CloseItem(ItemId item) {
   if (item == 0 || Notify(item, host::kNotifyClose) != 0) return;
@@ -76,9 +82,13 @@ void WindowManager::OnFrameTab(ItemId item) {
   if (changed) Notify(item, host::kNotifyTabbed);
 }
 
-void WindowManager::OnFrameClose(ItemId item) { CloseItem(item); }
+void WindowManager::OnFrameClose(ItemId item) {
+  CloseItem(item);
+}
 
-void WindowManager::OnFramePin(GroupId group) { Toggle(group); }
+void WindowManager::OnFramePin(GroupId group) {
+  Toggle(group);
+}
 
 // The window decides first; one that does not toggle its state floats, or goes back to its side.
 void WindowManager::OnFrameToggle(ItemId item) {
@@ -92,7 +102,8 @@ void WindowManager::OnFrameToggle(ItemId item) {
     return;
   }
   DockTarget target;
-  target.area = group.area == Area::Floating ? static_cast<Area>(std::min<int>(managed->position, 3)) : Area::Floating;
+  target.area =
+      group.area == Area::Floating ? static_cast<Area>(std::min<int>(managed->position, 3)) : Area::Floating;
   MoveTo(item, true, target);
 }
 
@@ -101,9 +112,13 @@ void WindowManager::OnFrameMenu(ItemId item, POINT screen) {
   if (managed != nullptr) ShowDockingMenu(managed->window, screen);
 }
 
-void WindowManager::OnFrameClicked(ItemId item) { GiveFocus(item); }
+void WindowManager::OnFrameClicked(ItemId item) {
+  GiveFocus(item);
+}
 
-void WindowManager::OnFrameDrag(GroupId group, ItemId item, POINT screen) { BeginDrag(group, item, screen); }
+void WindowManager::OnFrameDrag(GroupId group, ItemId item, POINT screen) {
+  BeginDrag(group, item, screen);
+}
 
 void WindowManager::GiveFocus(ItemId item) {
   const ManagedWindow* managed = Find(item);
@@ -120,18 +135,21 @@ void WindowManager::ShowDockingMenu(HWND window, POINT screen) {
   const wchar_t* const sides[] = {L"Dock at the &left", L"Dock at the &right", L"Dock at the &top",
                                   L"Dock at the &bottom"};
   for (UINT i = 0; i < 4; ++i) {
-    AppendMenuW(menu.get(), MenuState(true, group->area == static_cast<Area>(i)), kMenuDockLeft + i, sides[i]);
+    AppendMenuW(menu.get(), MenuState(true, group->area == static_cast<Area>(i)), kMenuDockLeft + i,
+                sides[i]);
   }
   AppendMenuW(menu.get(), MenuState(true, group->area == Area::Document), kMenuDocument, L"&Document tab");
   AppendMenuW(menu.get(), MenuState(true, group->area == Area::Floating), kMenuFloat, L"&Float");
   AppendMenuW(menu.get(), MF_SEPARATOR, 0, nullptr);
   const std::int32_t state = GetState(window);
-  AppendMenuW(menu.get(), MenuState(state == host::kStateExpanded || state == host::kStateCollapsed,
-                                    state == host::kStateCollapsed),
+  AppendMenuW(menu.get(),
+              MenuState(state == host::kStateExpanded || state == host::kStateCollapsed,
+                        state == host::kStateCollapsed),
               kMenuCollapse, L"&Collapse to the edge");
   AppendMenuW(menu.get(), MF_STRING, kMenuClose, L"Cl&ose");
-  const UINT command = static_cast<UINT>(TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON,
-                                                        screen.x, screen.y, 0, mainWindow_, nullptr));
+  const UINT command =
+      static_cast<UINT>(TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY | TPM_RIGHTBUTTON, screen.x,
+                                       screen.y, 0, mainWindow_, nullptr));
   RunMenuCommand(item, command);
 }
 
@@ -165,7 +183,9 @@ void WindowManager::OnFloatingClose(GroupId group) {
   if (found != nullptr) CloseItem(model_.FrontItem(*found));
 }
 
-void WindowManager::OnSiteResized() { ApplyLayout(); }
+void WindowManager::OnSiteResized() {
+  ApplyLayout();
+}
 
 void WindowManager::OnSplitterMoved(const Splitter& splitter, int delta) {
   MoveSplitter(model_, arrangement_, splitter, delta, theme_.dockMetrics());
@@ -173,7 +193,9 @@ void WindowManager::OnSplitterMoved(const Splitter& splitter, int delta) {
   UpdateWindow(site_.window());
 }
 
-void WindowManager::OnSplitterReleased() { SaveAll(); }
+void WindowManager::OnSplitterReleased() {
+  SaveAll();
+}
 
 void WindowManager::OnEdgeTab(ItemId item, bool clicked) {
   const DockGroup* group = model_.GroupOf(item);
@@ -186,7 +208,9 @@ void WindowManager::OnEdgeTab(ItemId item, bool clicked) {
   }
 }
 
-void WindowManager::OnEdgeMenu(ItemId item, POINT screen) { OnFrameMenu(item, screen); }
+void WindowManager::OnEdgeMenu(ItemId item, POINT screen) {
+  OnFrameMenu(item, screen);
+}
 
 void WindowManager::PopOut(ItemId item, bool withFocus) {
   model_.Activate(item);
@@ -200,7 +224,8 @@ void WindowManager::HidePopOut() {
   if (poppedOut_ == 0) return;
   const DockGroup* group = model_.FindGroup(poppedOut_);
   const ManagedWindow* front = group == nullptr ? nullptr : Find(model_.FrontItem(*group));
-  const bool hadFocus = front != nullptr && (GetFocus() == front->window || IsChild(front->window, GetFocus()));
+  const bool hadFocus =
+      front != nullptr && (GetFocus() == front->window || IsChild(front->window, GetFocus()));
   poppedOut_ = 0;
   ApplyLayout();
   if (hadFocus) SetFocus(mainWindow_);
@@ -215,8 +240,8 @@ void WindowManager::OnSiteTimer() {
   GetCursorPos(&mouse);
   const HWND under = WindowFromPoint(mouse);
   const HWND focus = GetFocus();
-  const bool busy = under == window || IsChild(window, under) || IsChild(window, focus) || under == site_.window() ||
-                    GetCapture() != nullptr;
+  const bool busy = under == window || IsChild(window, under) || IsChild(window, focus) ||
+                    under == site_.window() || GetCapture() != nullptr;
   ticksAway_ = busy ? 0 : ticksAway_ + 1;
   if (ticksAway_ >= kTicksUntilHidden) HidePopOut();
 }
@@ -314,7 +339,8 @@ void WindowManager::OnDragDropped(POINT screen) {
   const Drag drag = *drag_;
   OnDragCancelled();
   const DockGroup* group = model_.FindGroup(drag.group);
-  if (group != nullptr) MoveTo(drag.item != 0 ? drag.item : model_.FrontItem(*group), drag.item == 0, target.place);
+  if (group != nullptr)
+    MoveTo(drag.item != 0 ? drag.item : model_.FrontItem(*group), drag.item == 0, target.place);
 }
 
 void WindowManager::OnDragCancelled() {
@@ -336,9 +362,13 @@ void WindowManager::OnPageActivated(int page) {
   Notify(item, host::kNotifyTabbed);
 }
 
-void WindowManager::OnPageClose(int page) { CloseItem(ItemOfPage(page)); }
+void WindowManager::OnPageClose(int page) {
+  CloseItem(ItemOfPage(page));
+}
 
-void WindowManager::OnPageMenu(int page, POINT screen) { OnFrameMenu(ItemOfPage(page), screen); }
+void WindowManager::OnPageMenu(int page, POINT screen) {
+  OnFrameMenu(ItemOfPage(page), screen);
+}
 
 void WindowManager::OnPageDrag(int page, POINT screen) {
   const ItemId item = ItemOfPage(page);

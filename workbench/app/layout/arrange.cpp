@@ -23,10 +23,18 @@ Rect CutOff(Rect& rect, Side side, int thickness) {
   const int room = IsVertical(side) ? rect.width() : rect.height();
   thickness = Limit(thickness, 0, std::max(room, 0));
   switch (side) {
-    case Side::Left: cut.right = rect.left += thickness; break;
-    case Side::Right: cut.left = rect.right -= thickness; break;
-    case Side::Top: cut.bottom = rect.top += thickness; break;
-    case Side::Bottom: cut.top = rect.bottom -= thickness; break;
+    case Side::Left:
+      cut.right = rect.left += thickness;
+      break;
+    case Side::Right:
+      cut.left = rect.right -= thickness;
+      break;
+    case Side::Top:
+      cut.bottom = rect.top += thickness;
+      break;
+    case Side::Bottom:
+      cut.top = rect.bottom -= thickness;
+      break;
   }
   return cut;
 }
@@ -75,7 +83,8 @@ std::vector<int> ShareLength(const std::vector<const DockGroup*>& groups, int le
   return lengths;
 }
 
-void ArrangeSide(const DockModel& model, Side side, Rect band, const DockMetrics& metrics, Arrangement& result) {
+void ArrangeSide(const DockModel& model, Side side, Rect band, const DockMetrics& metrics,
+                 Arrangement& result) {
   const std::vector<const DockGroup*> groups = PinnedGroups(model, side);
   const Side along = IsVertical(side) ? Side::Top : Side::Left;
   const int length = IsVertical(side) ? band.height() : band.width();
@@ -98,7 +107,8 @@ const GroupPlace* Arrangement::FindPane(GroupId group) const {
 }
 
 const EdgeStrip* Arrangement::FindEdge(Side side) const {
-  const auto found = std::find_if(edges.begin(), edges.end(), [&](const EdgeStrip& edge) { return edge.side == side; });
+  const auto found =
+      std::find_if(edges.begin(), edges.end(), [&](const EdgeStrip& edge) { return edge.side == side; });
   return found == edges.end() ? nullptr : &*found;
 }
 
@@ -132,7 +142,8 @@ Arrangement Arrange(const DockModel& model, const Rect& client, const DockMetric
   return result;
 }
 
-Rect PopOutRect(const DockModel& model, const Arrangement& arrangement, GroupId group, const DockMetrics& metrics) {
+Rect PopOutRect(const DockModel& model, const Arrangement& arrangement, GroupId group,
+                const DockMetrics& metrics) {
   const DockGroup* found = model.FindGroup(group);
   if (found == nullptr || !IsSide(found->area)) return {};
   const Side side = SideOf(found->area);

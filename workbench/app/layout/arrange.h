@@ -54,7 +54,8 @@ struct Arrangement {
 Arrangement Arrange(const DockModel& model, const Rect& client, const DockMetrics& metrics);
 
 // Where a collapsed group shows while it is popped out over the content.
-Rect PopOutRect(const DockModel& model, const Arrangement& arrangement, GroupId group, const DockMetrics& metrics);
+Rect PopOutRect(const DockModel& model, const Arrangement& arrangement, GroupId group,
+                const DockMetrics& metrics);
 
 // Carries a splitter's move of delta pixels (right and down are positive) into the model, within the limits.
 void MoveSplitter(DockModel& model, const Arrangement& arrangement, const Splitter& splitter, int delta,

@@ -117,7 +117,9 @@ void DockModel::MergeGroups(GroupId from, GroupId into) {
 }
 
 void DockModel::PlaceGroup(GroupId id, const DockTarget& target) {
-  const auto isGroup = [](GroupId wanted) { return [wanted](const DockGroup& group) { return group.id == wanted; }; };
+  const auto isGroup = [](GroupId wanted) {
+    return [wanted](const DockGroup& group) { return group.id == wanted; };
+  };
   const auto from = std::find_if(groups_.begin(), groups_.end(), isGroup(id));
   DockGroup group = *from;
   groups_.erase(from);
@@ -158,7 +160,9 @@ bool DockModel::SetPinned(GroupId id, bool pinned) {
   return true;
 }
 
-void DockModel::SetExtent(Side side, int extent) { extents_[static_cast<size_t>(side)] = std::max(extent, 0); }
+void DockModel::SetExtent(Side side, int extent) {
+  extents_[static_cast<size_t>(side)] = std::max(extent, 0);
+}
 
 const DockItem* DockModel::FindItem(ItemId item) const {
   const auto found = items_.find(item);

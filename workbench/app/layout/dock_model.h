@@ -1,5 +1,5 @@
-// What is docked where: windows ("items") in groups, groups at the four sides of the main window, floating, or in the
-// document area. Pure bookkeeping; arrange.h turns it into rectangles.
+// What is docked where: windows ("items") in groups, groups at the four sides of the main window, floating,
+// or in the document area. Pure bookkeeping; arrange.h turns it into rectangles.
 //
 // A group is the set of items that share one place as tabs. A hidden item keeps its place in its group.
 #pragma once
@@ -21,20 +21,28 @@ enum class Area { Left = 0, Right = 1, Top = 2, Bottom = 3, Document = 4, Floati
 
 inline constexpr int kSideCount = 4;
 
-inline Area AreaOf(Side side) { return static_cast<Area>(side); }
-inline bool IsSide(Area area) { return area <= Area::Bottom; }
+inline Area AreaOf(Side side) {
+  return static_cast<Area>(side);
+}
+inline bool IsSide(Area area) {
+  return area <= Area::Bottom;
+}
 // Only for an area that is a side.
-inline Side SideOf(Area area) { return static_cast<Side>(area); }
+inline Side SideOf(Area area) {
+  return static_cast<Side>(area);
+}
 // True when the groups of a side stand above each other.
-inline bool IsVertical(Side side) { return side == Side::Left || side == Side::Right; }
+inline bool IsVertical(Side side) {
+  return side == Side::Left || side == Side::Right;
+}
 
 struct DockItem {
   ItemId id = 0;
   GroupId group = 0;
   bool visible = false;
-  bool collapsible = true;   // may be collapsed to the edge
-  bool sharesPlace = true;   // joins a group of its kind as a tab; else it gets a group of its own
-  int order = 0;             // remembered position in its group
+  bool collapsible = true;  // may be collapsed to the edge
+  bool sharesPlace = true;  // joins a group of its kind as a tab; else it gets a group of its own
+  int order = 0;            // remembered position in its group
 };
 
 struct DockGroup {
@@ -51,17 +59,17 @@ struct DockGroup {
 // Where an item goes.
 struct DockTarget {
   Area area = Area::Left;
-  GroupId joins = 0;      // not 0: becomes a tab of this group (area is then that group's)
-  GroupId before = 0;     // not 0: a new group in front of this one
-  GroupId after = 0;      // not 0: a new group behind this one
-  Rect floating;          // for Area::Floating; empty keeps the remembered rectangle
+  GroupId joins = 0;   // not 0: becomes a tab of this group (area is then that group's)
+  GroupId before = 0;  // not 0: a new group in front of this one
+  GroupId after = 0;   // not 0: a new group behind this one
+  Rect floating;       // for Area::Floating; empty keeps the remembered rectangle
 };
 
 class DockModel {
  public:
-  // Puts a new item into the layout. With slot >= 0 it goes to the group remembered under that number, which is made
-  // when it is missing; with a negative slot it joins the first group of the area when it shares its place, else it
-  // gets a new group at the end.
+  // Puts a new item into the layout. With slot >= 0 it goes to the group remembered under that number, which
+  // is made when it is missing; with a negative slot it joins the first group of the area when it shares its
+  // place, else it gets a new group at the end.
   ItemId Add(const DockItem& item, Area area, int slot, int order);
   // Takes an item out; its group disappears with its last item. Unknown ids are ignored.
   void Remove(ItemId item);
@@ -71,7 +79,8 @@ class DockModel {
 
   bool SetVisible(ItemId item, bool visible);  // true when it changed
   bool Activate(ItemId item);                  // brings a tab to the front; true when it changed
-  bool SetPinned(GroupId group, bool pinned);  // true when it changed; floating and document groups stay pinned
+  bool SetPinned(GroupId group,
+                 bool pinned);  // true when it changed; floating and document groups stay pinned
   void SetExtent(Side side, int extent);
   int extent(Side side) const { return extents_[static_cast<int>(side)]; }
 

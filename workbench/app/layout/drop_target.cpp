@@ -21,10 +21,18 @@ Rect Slice(const Rect& rect, Side side, int thickness) {
   Rect slice = rect;
   thickness = Limit(thickness, 0, IsVertical(side) ? rect.width() : rect.height());
   switch (side) {
-    case Side::Left: slice.right = rect.left + thickness; break;
-    case Side::Right: slice.left = rect.right - thickness; break;
-    case Side::Top: slice.bottom = rect.top + thickness; break;
-    case Side::Bottom: slice.top = rect.bottom - thickness; break;
+    case Side::Left:
+      slice.right = rect.left + thickness;
+      break;
+    case Side::Right:
+      slice.left = rect.right - thickness;
+      break;
+    case Side::Top:
+      slice.bottom = rect.top + thickness;
+      break;
+    case Side::Bottom:
+      slice.top = rect.bottom - thickness;
+      break;
   }
   return slice;
 }
@@ -33,7 +41,8 @@ Rect HalfOf(const Rect& rect, Side side) {
   return Slice(rect, side, (IsVertical(side) ? rect.width() : rect.height()) / 2);
 }
 
-// Over a pane: its first and last quarter along the side make a new place before and after it, the rest joins it.
+// Over a pane: its first and last quarter along the side make a new place before and after it, the rest joins
+// it.
 DropTarget OverPane(const GroupPlace& pane, Point at) {
   DropTarget target;
   target.place.area = AreaOf(pane.side);

@@ -1,4 +1,5 @@
-// Points, sizes and rectangles of the layout arithmetic: whole pixels, right and bottom not part of the rectangle.
+// Points, sizes and rectangles of the layout arithmetic: whole pixels, right and bottom not part of the
+// rectangle.
 #pragma once
 
 #include <algorithm>
@@ -31,6 +32,8 @@ struct Rect {
 };
 
 // value limited to low..high; low wins when the two cross.
-inline int Limit(int value, int low, int high) { return std::max(low, std::min(value, high)); }
+inline int Limit(int value, int low, int high) {
+  return std::max(low, std::min(value, high));
+}
 
 }  // namespace workbench

@@ -54,11 +54,14 @@ constexpr Field kFields[] = {
     {"group", [](std::string_view text, Placement& p) { return TakeNumber(text, 0, kLargestIndex, p.slot); }},
     {"tab", [](std::string_view text, Placement& p) { return TakeNumber(text, 0, kLargestIndex, p.order); }},
     {"size", [](std::string_view text, Placement& p) { return TakeNumber(text, 1, kLargestSize, p.extent); }},
-    {"share", [](std::string_view text, Placement& p) { return TakeNumber(text, 1, kLargestSize, p.weight); }},
+    {"share",
+     [](std::string_view text, Placement& p) { return TakeNumber(text, 1, kLargestSize, p.weight); }},
     {"expanded", [](std::string_view text, Placement& p) { return TakeFlag(text, p.pinned); }},
     {"front", [](std::string_view text, Placement& p) { return TakeFlag(text, p.front); }},
-    {"method", [](std::string_view text, Placement& p) { return TakeNumber(text, 0, 0xFFFF, p.requestedMethod); }},
-    {"position", [](std::string_view text, Placement& p) { return TakeNumber(text, 0, 0xFFFF, p.requestedPosition); }},
+    {"method",
+     [](std::string_view text, Placement& p) { return TakeNumber(text, 0, 0xFFFF, p.requestedMethod); }},
+    {"position",
+     [](std::string_view text, Placement& p) { return TakeNumber(text, 0, 0xFFFF, p.requestedPosition); }},
     {"float", [](std::string_view text, Placement& p) { return TakeRect(text, p.floating); }},
 };
 

@@ -15,8 +15,9 @@ struct TabLayout {
   int length(int tab) const { return offsets[static_cast<size_t>(tab) + 1] - start(tab); }
 };
 
-// Lays tabs of the wanted lengths out in room pixels. When they don't fit, the longest ones are shortened first, all
-// to the same length; below smallest they are not shortened, and tabs at the end then lie outside the room.
+// Lays tabs of the wanted lengths out in room pixels. When they don't fit, the longest ones are shortened
+// first, all to the same length; below smallest they are not shortened, and tabs at the end then lie outside
+// the room.
 TabLayout LayOutTabs(const std::vector<int>& wanted, int room, int smallest);
 
 // The tab at an offset along the strip; -1 for none.

@@ -5,7 +5,9 @@
 namespace workbench {
 namespace {
 
-OpenDocument FactsOf(const DocumentView& view) { return {view.path(), view.title(), view.kind(), view.summary()}; }
+DocumentFacts FactsOf(const DocumentView& view) {
+  return {view.path(), view.title(), view.kind(), view.summary()};
+}
 
 bool SamePath(const std::wstring& a, const std::wstring& b) {
   return CompareStringOrdinal(a.c_str(), -1, b.c_str(), -1, TRUE) == CSTR_EQUAL;
@@ -49,19 +51,20 @@ bool DocumentList::CloseFront() {
   return true;
 }
 
-std::vector<OpenDocument> DocumentList::documents() const {
-  std::vector<OpenDocument> result;
+std::vector<DocumentFacts> DocumentList::documents() const {
+  std::vector<DocumentFacts> result;
   for (const Entry& entry : entries_) result.push_back(FactsOf(*entry.view));
   return result;
 }
 
-OpenDocument DocumentList::Front() const {
+DocumentFacts DocumentList::Front() const {
   const Entry* entry = Find(area_.front());
-  return entry == nullptr ? OpenDocument() : FactsOf(*entry->view);
+  return entry == nullptr ? DocumentFacts() : FactsOf(*entry->view);
 }
 
 const DocumentList::Entry* DocumentList::Find(int page) const {
-  const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) { return entry.page == page; });
+  const auto found =
+      std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) { return entry.page == page; });
   return found == entries_.end() ? nullptr : &*found;
 }
 

@@ -11,12 +11,12 @@
 
 namespace workbench {
 
-struct OpenDocument {
+struct DocumentFacts {
   std::wstring path;
   std::wstring title;
   std::wstring kind;
   std::wstring summary;
-  bool operator==(const OpenDocument&) const = default;
+  bool operator==(const DocumentFacts&) const = default;
 };
 
 class DocumentList : private DocumentPageOwner {
@@ -28,14 +28,14 @@ class DocumentList : private DocumentPageOwner {
       : area_(area), opener_(std::move(opener)), changed_(std::move(changed)) {}
   ~DocumentList();
 
-  // Opens a file, or brings the document to the front that shows it already. False, with a sentence in error, when the
-  // file cannot be read at all.
+  // Opens a file, or brings the document to the front that shows it already. False, with a sentence in error,
+  // when the file cannot be read at all.
   bool Open(const std::wstring& path, std::wstring* error);
   // Closes the document in front; false when the page in front is no document.
   bool CloseFront();
-  std::vector<OpenDocument> documents() const;
+  std::vector<DocumentFacts> documents() const;
   // The document in front; empty texts when there is none.
-  OpenDocument Front() const;
+  DocumentFacts Front() const;
 
  private:
   struct Entry {

@@ -4,6 +4,8 @@
 
 namespace workbench {
 
-DocumentServices StandardDocumentServices() { return {&OpenDocumentView, &ReadAutoloadFile, &ShowAboutDialog}; }
+DocumentServices StandardDocumentServices() {
+  return {&OpenDocumentView, &ReadAutoloadFile, &ShowAboutDialog};
+}
 
 }  // namespace workbench

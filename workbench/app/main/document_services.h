@@ -1,4 +1,5 @@
-// What the workbench takes from the documents, dialogs and text folders, as functions that may be absent or replaced.
+// What the workbench takes from the documents, dialogs and text folders, as functions that may be absent or
+// replaced.
 #pragma once
 
 #include <windows.h>
@@ -15,7 +16,8 @@
 namespace workbench {
 
 struct DocumentServices {
-  std::function<std::unique_ptr<DocumentView>(HWND parent, const std::wstring& path, std::wstring* error)> openView;
+  std::function<std::unique_ptr<DocumentView>(HWND parent, const std::wstring& path, std::wstring* error)>
+      openView;
   std::function<std::optional<std::wstring>(std::wstring* error)> readAutoloadFile;
   std::function<void(HWND owner, const AboutInformation& information)> showAbout;
 };

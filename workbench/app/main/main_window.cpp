@@ -1,5 +1,7 @@
 #include "workbench/app/main/main_window.h"
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include "src/host/plugin_protocol.h"
@@ -33,11 +35,13 @@ std::span<const MainWindow::MessageHandler> MainWindow::Handlers() {
 MainWindow::MainWindow(MainWindowOwner& owner, const Theme& theme)
     : owner_(owner), theme_(theme), menu_(CreateMainMenu()), keys_(CreateMainKeys()) {
   const RECT rect = {CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT};
-  if (!CreateWindowAt(WS_EX_APPWINDOW, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, rect, nullptr, L"Workbench")) return;
+  if (!CreateWindowAt(WS_EX_APPWINDOW, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, rect, nullptr, L"Workbench"))
+    return;
   // A menu of a window goes with the window.
   SetMenu(window(), menu_.get());
-  status_ = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | SBARS_SIZEGRIP, 0, 0, 0,
-                            0, window(), nullptr, ModuleInstance(), nullptr);
+  status_ =
+      CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | SBARS_SIZEGRIP, 0,
+                      0, 0, 0, window(), nullptr, ModuleInstance(), nullptr);
   SendMessageW(status_, WM_SETFONT, reinterpret_cast<WPARAM>(theme_.font()), TRUE);
   SendMessageW(status_, SB_SETMINHEIGHT, static_cast<WPARAM>(theme_.textHeight() + theme_.Scale(6)), 0);
   const int large = GetSystemMetrics(SM_CXICON);
@@ -126,6 +130,8 @@ LRESULT MainWindow::OnMinMax(const Message& message) {
 }
 
 // Everything inside is covered by the dock site and the status line.
-LRESULT MainWindow::OnErase(const Message&) { return 1; }
+LRESULT MainWindow::OnErase(const Message&) {
+  return 1;
+}
 
 }  // namespace workbench

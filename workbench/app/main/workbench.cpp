@@ -1,5 +1,7 @@
 #include "workbench/app/main/workbench.h"
 
+#include <windows.h>
+
 #include <commctrl.h>
 #include <ole2.h>
 
@@ -70,7 +72,8 @@ Workbench::~Workbench() {
   if (oleReady_) OleUninitialize();
 }
 
-// The folder of the command line wins over the folder that the explorer ended in: the link to that one is removed.
+// The folder of the command line wins over the folder that the explorer ended in: the link to that one is
+// removed.
 void Workbench::PrepareFolder() {
   if (options_.folder.empty()) return;
   SetWorkingDirectoryVariable(options_.folder);
@@ -79,7 +82,7 @@ void Workbench::PrepareFolder() {
 }
 
 void Workbench::CreateParts() {
-  main_ = std::make_unique<MainWindow>(*this, theme_);
+  main_ = std::make_unique<MainWindow>(static_cast<MainWindowOwner&>(*this), theme_);
   PlaceMainWindow();
   windows_ = std::make_unique<WindowManager>(main_->window(), theme_, PlacementStore(options_.profilePath));
   documents_ = std::make_unique<DocumentList>(windows_->documents(), options_.documents.openView,
@@ -110,7 +113,8 @@ void Workbench::PlaceMainWindow() {
   const std::optional<MainPlace> remembered = ParseMainPlace(store.LoadText(kMainWindowKey));
   Size size = {theme_.Scale(1180), theme_.Scale(780)};
   if (options_.size) size = *options_.size;
-  Rect rect = {area.left + (area.width() - size.width) / 2, area.top + (area.height() - size.height) / 2, 0, 0};
+  Rect rect = {area.left + (area.width() - size.width) / 2, area.top + (area.height() - size.height) / 2, 0,
+               0};
   rect.right = rect.left + size.width;
   rect.bottom = rect.top + size.height;
   if (remembered && !options_.size) rect = remembered->rect;
@@ -163,7 +167,7 @@ void Workbench::ShowMessage(const std::wstring& text) {
 }
 
 void Workbench::UpdateStatus() {
-  const OpenDocument front = documents_->Front();
+  const DocumentFacts front = documents_->Front();
   main_->SetSummary(front.summary);
   const std::wstring title = front.title.empty() ? L"Workbench" : front.title + L" - Workbench";
   SetWindowTextW(main_->window(), title.c_str());

@@ -1,5 +1,5 @@
-// The workbench as a whole: main window, window manager, utility panel, documents, host services and the plug-in.
-// workbench.exe is a thin main around it; the integration tests use it as their host.
+// The workbench as a whole: main window, window manager, utility panel, documents, host services and the
+// plug-in. workbench.exe is a thin main around it; the integration tests use it as their host.
 #pragma once
 
 #include <cstdint>
@@ -34,7 +34,7 @@ struct WorkbenchOptions {
   std::wstring folder;        // not empty: the working folder that the explorer begins with
   std::optional<Size> size;   // of the main window; else the remembered one
   bool visible = true;
-  bool recordCalls = false;   // of the host services
+  bool recordCalls = false;  // of the host services
   HostFacts facts;
   DocumentServices documents = StandardDocumentServices();
   // Shows a message of the workbench itself; a message box when empty.
@@ -54,7 +54,8 @@ class Workbench : private MainWindowOwner {
   void Pump();
   // Dispatches messages until the window is closed.
   int Run();
-  // Ends the conversation with the plug-in, remembers all places and destroys the window. Further calls do nothing.
+  // Ends the conversation with the plug-in, remembers all places and destroys the window. Further calls do
+  // nothing.
   void Close();
   bool isOpen() const { return main_ != nullptr; }
 

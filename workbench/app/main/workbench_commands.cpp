@@ -1,4 +1,6 @@
 // The main window's menus and keys.
+#include <windows.h>
+
 #include <commdlg.h>
 
 #include <algorithm>
@@ -23,7 +25,8 @@ void Workbench::OnCommand(UINT command) {
   };
   static constexpr Handler kHandlers[] = {
       {kCommandOpen, [](Workbench& self) { self.AskForFile(); }},
-      {kCommandCloseDocument, [](Workbench& self) { self.windows_->documents().RequestClose(self.windows_->documents().front()); }},
+      {kCommandCloseDocument,
+       [](Workbench& self) { self.windows_->documents().RequestClose(self.windows_->documents().front()); }},
       {kCommandExit, [](Workbench& self) { self.OnCloseRequested(); }},
       {kCommandShowFolders, [](Workbench& self) { self.plugin_->Say("showfolderviewpanel"); }},
       {kCommandShowHistory, [](Workbench& self) { self.plugin_->Say("showhistorypanel"); }},
@@ -43,7 +46,8 @@ void Workbench::OnCommand(UINT command) {
       return;
     }
   }
-  if (command >= kCommandFirstWindow && command <= kCommandLastWindow) ToggleWindow(command - kCommandFirstWindow);
+  if (command >= kCommandFirstWindow && command <= kCommandLastWindow)
+    ToggleWindow(command - kCommandFirstWindow);
 }
 
 // The windows come and go: their entries are made anew, in front of the fixed ones.
@@ -58,12 +62,14 @@ void Workbench::OnViewMenuOpens(HMENU menu) {
   for (const WindowManager::WindowFacts& facts : windows) {
     const UINT id = kCommandFirstWindow + position;
     if (id > kCommandLastWindow) break;
-    InsertMenuW(menu, position, static_cast<UINT>(MF_BYPOSITION | MF_STRING | (facts.shown ? MF_CHECKED : MF_UNCHECKED)), id,
+    InsertMenuW(menu, position,
+                static_cast<UINT>(MF_BYPOSITION | MF_STRING | (facts.shown ? MF_CHECKED : MF_UNCHECKED)), id,
                 facts.title.c_str());
     ++position;
   }
   const UINT state = MF_BYCOMMAND | (plugin_->isRunning() ? MF_ENABLED : MF_GRAYED);
-  for (const UINT id : {kCommandShowFolders, kCommandShowHistory, kCommandShowFavorites}) EnableMenuItem(menu, id, state);
+  for (const UINT id : {kCommandShowFolders, kCommandShowHistory, kCommandShowFavorites})
+    EnableMenuItem(menu, id, state);
 }
 
 void Workbench::ToggleWindow(size_t index) {

@@ -1,5 +1,5 @@
-// The operations of the host services, put together from the parts of the workbench. Every operation checks what it is
-// given: a null pointer, an unknown window or GUID has no effect and gives 0.
+// The operations of the host services, put together from the parts of the workbench. Every operation checks
+// what it is given: a null pointer, an unknown window or GUID has no effect and gives 0.
 #include <algorithm>
 #include <cstring>
 
@@ -15,7 +15,9 @@ namespace {
 namespace op = host::op;
 
 std::shared_ptr<const TabImage> ImageOf(const host::DockedWindowBitmap* bitmap) {
-  return bitmap == nullptr || bitmap->hasBitmap == 0 ? nullptr : TabImage::Copy(bitmap->bitmap, bitmap->transparentColor);
+  return bitmap == nullptr || bitmap->hasBitmap == 0
+             ? nullptr
+             : TabImage::Copy(bitmap->bitmap, bitmap->transparentColor);
 }
 
 }  // namespace
@@ -26,29 +28,32 @@ void Workbench::ProvideApplication() {
 }
 
 void Workbench::ProvidePanel() {
-  services_.Provide<op::CreateUtilityPanel>(
-      [this](const char* category, const char* guid, const char* title, const char* secondTitle, HBITMAP bitmap,
-             std::intptr_t, COLORREF transparent, std::intptr_t, std::intptr_t, std::intptr_t, std::intptr_t) {
-        UtilityPanel::PageRequest page;
-        page.category = TextOrEmpty(category);
-        page.guid = TextOrEmpty(guid);
-        page.title = WidenOrEmpty(title);
-        page.secondTitle = WidenOrEmpty(secondTitle);
-        page.image = TabImage::Copy(bitmap, transparent);
-        return panel_->AddPage(page);
-      });
-  services_.Provide<op::RemoveUtilityPanel>([this](const char* guid) { panel_->RemovePage(TextOrEmpty(guid)); });
+  services_.Provide<op::CreateUtilityPanel>([this](const char* category, const char* guid, const char* title,
+                                                   const char* secondTitle, HBITMAP bitmap, std::intptr_t,
+                                                   COLORREF transparent, std::intptr_t, std::intptr_t,
+                                                   std::intptr_t, std::intptr_t) {
+    UtilityPanel::PageRequest page;
+    page.category = TextOrEmpty(category);
+    page.guid = TextOrEmpty(guid);
+    page.title = WidenOrEmpty(title);
+    page.secondTitle = WidenOrEmpty(secondTitle);
+    page.image = TabImage::Copy(bitmap, transparent);
+    return panel_->AddPage(page);
+  });
+  services_.Provide<op::RemoveUtilityPanel>(
+      [this](const char* guid) { panel_->RemovePage(TextOrEmpty(guid)); });
   services_.Provide<op::ShowUtilityPanel>([this](const char* guid) { ShowPanelPage(guid); });
 }
 
 void Workbench::ShowPanelPage(const char* guid) {
   if (!panel_->ShowPage(TextOrEmpty(guid))) return;
-  // A plug-in asks for its page whenever its window is activated. A panel that the user closed or collapsed stays so
-  // then; only a call of its own shows it.
+  // A plug-in asks for its page whenever its window is activated. A panel that the user closed or collapsed
+  // stays so then; only a call of its own shows it.
   if (!windows_->isNotifying()) windows_->Show(panel_->window(), true);
 }
 
-std::int32_t Workbench::CreateDockedWindow(const DockRequest& request, host::DockedWindowPlacement* placement) {
+std::int32_t Workbench::CreateDockedWindow(const DockRequest& request,
+                                           host::DockedWindowPlacement* placement) {
   DockAnswer answer;
   if (!windows_->Adopt(request, &answer)) return 0;
   if (placement != nullptr) {
@@ -72,16 +77,18 @@ void Workbench::ProvideWindowManager() {
         request.image = ImageOf(bitmap);
         return CreateDockedWindow(request, placement);
       });
-  services_.Provide<op::SetWindowSize>([this](HWND window, std::int32_t width, std::int32_t height, std::int32_t code) {
-    windows_->SetSize(window, width, height, code);
-  });
+  services_.Provide<op::SetWindowSize>(
+      [this](HWND window, std::int32_t width, std::int32_t height, std::int32_t code) {
+        windows_->SetSize(window, width, height, code);
+      });
   services_.Provide<op::SetWindowPosition>(
       [this](HWND window, std::int32_t left, std::int32_t top) { windows_->SetPosition(window, left, top); });
   services_.Provide<op::SetWindowState>(
       [this](HWND window, std::int32_t state) { windows_->SetState(window, state); });
   services_.Provide<op::GetWindowState>([this](HWND window) { return windows_->GetState(window); });
-  services_.Provide<op::ShowDockingMenu>(
-      [this](HWND window, std::int32_t x, std::int32_t y) { windows_->ShowDockingMenu(window, {x, y}); });
+  services_.Provide<op::ShowDockingMenu>([this](HWND window, std::int32_t x, std::int32_t y) {
+    windows_->ShowDockingMenu(window, {x, y});
+  });
   services_.Provide<op::GetNotificationMessage>([this] { return windows_->notificationMessage(); });
   services_.Provide<op::GetStoredRectangle>([this](const char* guid, RECT* rect) {
     Rect stored;
@@ -96,10 +103,11 @@ void Workbench::ProvideWindowManager() {
 }
 
 void Workbench::ProvideDialogs() {
-  services_.Provide<op::ShowHostDialog>([this](const char* keyword, HWND owner, const char* argument, std::intptr_t,
-                                               std::intptr_t, std::intptr_t) {
+  services_.Provide<op::ShowHostDialog>([this](const char* keyword, HWND owner, const char* argument,
+                                               std::intptr_t, std::intptr_t, std::intptr_t) {
     if (keyword == nullptr) return 0;
-    return workbench::ShowHostDialog(keyword, IsWindow(owner) ? owner : window(), argument, profilePath_) ? 1 : 0;
+    return workbench::ShowHostDialog(keyword, IsWindow(owner) ? owner : window(), argument, profilePath_) ? 1
+                                                                                                          : 0;
   });
   services_.Provide<op::PickColor>([](HWND dialog, const char* title, float* red, float* green, float* blue) {
     if (red == nullptr || green == nullptr || blue == nullptr) return 0;

@@ -22,10 +22,14 @@ LRESULT PanelPageWindow::OnErase(const Message& message) {
 
 std::span<const UtilityPanel::MessageHandler> UtilityPanel::Handlers() {
   static constexpr MessageHandler kHandlers[] = {
-      {WM_PAINT, &UtilityPanel::OnPaint},           {WM_ERASEBKGND, &UtilityPanel::OnErase},
-      {WM_SIZE, &UtilityPanel::OnSize},             {WM_MOUSEMOVE, &UtilityPanel::OnMouseMove},
-      {WM_MOUSELEAVE, &UtilityPanel::OnMouseLeave}, {WM_LBUTTONDOWN, &UtilityPanel::OnButtonDown},
-      {WM_SETFOCUS, &UtilityPanel::OnSetFocus},     {kShowFirstMessage, &UtilityPanel::OnShowFirst},
+      {WM_PAINT, &UtilityPanel::OnPaint},
+      {WM_ERASEBKGND, &UtilityPanel::OnErase},
+      {WM_SIZE, &UtilityPanel::OnSize},
+      {WM_MOUSEMOVE, &UtilityPanel::OnMouseMove},
+      {WM_MOUSELEAVE, &UtilityPanel::OnMouseLeave},
+      {WM_LBUTTONDOWN, &UtilityPanel::OnButtonDown},
+      {WM_SETFOCUS, &UtilityPanel::OnSetFocus},
+      {kShowFirstMessage, &UtilityPanel::OnShowFirst},
   };
   return kHandlers;
 }
@@ -129,7 +133,7 @@ void UtilityPanel::BringToFront(const Page& page) {
 }
 
 LRESULT UtilityPanel::OnPaint(const Message&) {
-  const BufferedPaint paint(window());
+  const OffscreenPaint paint(window());
   FillColor(paint.dc(), ToRect(paint.client()), theme_.colors().face);
   tabs_.Draw(paint.dc(), theme_);
   if (pages_.empty()) {
@@ -139,7 +143,9 @@ LRESULT UtilityPanel::OnPaint(const Message&) {
   return 0;
 }
 
-LRESULT UtilityPanel::OnErase(const Message&) { return 1; }
+LRESULT UtilityPanel::OnErase(const Message&) {
+  return 1;
+}
 
 LRESULT UtilityPanel::OnSize(const Message&) {
   Update();
@@ -160,7 +166,8 @@ LRESULT UtilityPanel::OnMouseLeave(const Message&) {
 
 const UtilityPanel::Page* UtilityPanel::PageAt(Point at) const {
   const int id = tabs_.TabIdAt(at);
-  const auto found = std::find_if(pages_.begin(), pages_.end(), [&](const Page& page) { return page.id == id; });
+  const auto found =
+      std::find_if(pages_.begin(), pages_.end(), [&](const Page& page) { return page.id == id; });
   return found == pages_.end() ? nullptr : &*found;
 }
 

@@ -1,5 +1,5 @@
-// The utility panel: pages of plug-ins, one in front, chosen by tabs with title and picture. Behind interface 1 of the
-// host services. The panel's window is docked like any other.
+// The utility panel: pages of plug-ins, one in front, chosen by tabs with title and picture. Behind interface
+// 1 of the host services. The panel's window is docked like any other.
 #pragma once
 
 #include <string>
@@ -10,7 +10,8 @@
 
 namespace workbench {
 
-// A page's window: plain, filled with the face colour. A plug-in may subclass it; it then gets the page's messages.
+// A page's window: plain, filled with the face colour. A plug-in may subclass it; it then gets the page's
+// messages.
 class PanelPageWindow : public WindowBase<PanelPageWindow> {
  public:
   static constexpr wchar_t kClassName[] = L"WorkbenchPanelPage";
@@ -38,9 +39,9 @@ class UtilityPanel : public WindowBase<UtilityPanel> {
   UtilityPanel(HWND parent, const Theme& theme);
   ~UtilityPanel();
 
-  // The new page's window, owned by the panel; null when there already is a page of that GUID, or the GUID is empty.
-  // The page is not shown yet; when no page is in front, the first one comes to the front once messages are dispatched,
-  // so that its owner can prepare its window before it hears of its first showing.
+  // The new page's window, owned by the panel; null when there already is a page of that GUID, or the GUID is
+  // empty. The page is not shown yet; when no page is in front, the first one comes to the front once
+  // messages are dispatched, so that its owner can prepare its window before it hears of its first showing.
   HWND AddPage(const PageRequest& request);
   void RemovePage(const std::string& guid);  // unknown GUIDs are ignored
   bool ShowPage(const std::string& guid);    // false for an unknown GUID

@@ -71,13 +71,18 @@ std::uint32_t PluginHost::Converse(const char* keyword, void*& value) {
 
 std::wstring PluginHost::Problem() const {
   switch (state_) {
-    case PluginState::Missing: return L"The plug-in was not found:\n" + path_;
+    case PluginState::Missing:
+      return L"The plug-in was not found:\n" + path_;
     case PluginState::NotLoadable:
-      return L"The plug-in could not be loaded (system error " + std::to_wstring(loadError_) + L"):\n" + path_;
+      return L"The plug-in could not be loaded (system error " + std::to_wstring(loadError_) + L"):\n" +
+             path_;
     case PluginState::NoEntryPoint:
-      return L"This file is no plug-in (it has no entry point named " + Widen(host::kEntryPointName) + L"):\n" + path_;
-    case PluginState::Refused: return L"The plug-in requires a newer version of this program and was not started:\n" + path_;
-    default: return {};
+      return L"This file is no plug-in (it has no entry point named " + Widen(host::kEntryPointName) +
+             L"):\n" + path_;
+    case PluginState::Refused:
+      return L"The plug-in requires a newer version of this program and was not started:\n" + path_;
+    default:
+      return {};
   }
 }
 

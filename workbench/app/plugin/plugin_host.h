@@ -13,12 +13,12 @@
 namespace workbench {
 
 enum class PluginState {
-  NotLoaded,   // no plug-in was asked for, or it was unloaded
-  Missing,     // the file does not exist
-  NotLoadable, // the system refuses to load it
+  NotLoaded,    // no plug-in was asked for, or it was unloaded
+  Missing,      // the file does not exist
+  NotLoadable,  // the system refuses to load it
   NoEntryPoint,
-  Refused,     // it finds this host too old
-  Running,     // its instance exists
+  Refused,  // it finds this host too old
+  Running,  // its instance exists
 };
 
 class PluginHost {
@@ -29,14 +29,15 @@ class PluginHost {
   PluginHost(const PluginHost&) = delete;
   PluginHost& operator=(const PluginHost&) = delete;
 
-  // Loads the plug-in, lets it check this host and, unless it refuses, creates its instance. helpLocation is handed
-  // over with "initialize".
+  // Loads the plug-in, lets it check this host and, unless it refuses, creates its instance. helpLocation is
+  // handed over with "initialize".
   PluginState Load(const std::wstring& path, const std::wstring& helpLocation);
-  // "destroy_instance" when there is an instance, "shutdown", then the library goes. Does nothing when none is loaded.
+  // "destroy_instance" when there is an instance, "shutdown", then the library goes. Does nothing when none
+  // is loaded.
   void Unload();
 
-  // One call with a keyword and its value, behind the two handles that every call begins with. Gives the status;
-  // host::kStatusDone, with nothing called, while no instance runs.
+  // One call with a keyword and its value, behind the two handles that every call begins with. Gives the
+  // status; host::kStatusDone, with nothing called, while no instance runs.
   std::uint32_t Say(const char* keyword, const void* value = nullptr);
 
   PluginState state() const { return state_; }

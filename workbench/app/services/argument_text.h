@@ -11,14 +11,13 @@
 
 namespace workbench {
 
-std::string ArgumentText(const char* text);                         // "text" in quotes, or null
-std::string ArgumentText(const RECT* rect);                         // left,top,right,bottom
-std::string ArgumentText(const host::DockedWindowBitmap* bitmap);   // bitmap/colour, or none
+std::string ArgumentText(const char* text);                        // "text" in quotes, or null
+std::string ArgumentText(const RECT* rect);                        // left,top,right,bottom
+std::string ArgumentText(const host::DockedWindowBitmap* bitmap);  // bitmap/colour, or none
 std::string ArgumentText(float value);
 
 template <typename Number>
-  requires std::is_integral_v<Number>
-std::string ArgumentText(Number value) {
+requires std::is_integral_v<Number> std::string ArgumentText(Number value) {
   return std::to_string(value);
 }
 

@@ -61,16 +61,17 @@ HostServicesTable::HostServicesTable() {
   for (int i = 0; i < host::kInterfaceCount; ++i) row_.services.interfaces[i].operations = tables_[i];
 }
 
-host::Operation* HostServicesTable::Table(int interfaceNumber) { return tables_[interfaceNumber]; }
+host::Operation* HostServicesTable::Table(int interfaceNumber) {
+  return tables_[interfaceNumber];
+}
 
 void HostServicesTable::RecordResult(size_t call, std::string result) {
   if (call < calls_.size()) calls_[call].result = std::move(result);
 }
 
 int HostServicesTable::CountCalls(const std::string& operation) const {
-  return static_cast<int>(std::count_if(calls_.begin(), calls_.end(), [&](const ServiceCall& call) {
-    return call.operation == operation;
-  }));
+  return static_cast<int>(std::count_if(
+      calls_.begin(), calls_.end(), [&](const ServiceCall& call) { return call.operation == operation; }));
 }
 
 std::string HostServicesTable::LastArguments(const std::string& operation) const {

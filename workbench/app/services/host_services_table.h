@@ -1,7 +1,7 @@
 // The host's services object: the row of interface tables that a plug-in calls, filled from functions.
 //
-// For tests every call can be recorded, and single operations can be replaced or taken away, while everything else
-// stays the real thing.
+// For tests every call can be recorded, and single operations can be replaced or taken away, while everything
+// else stays the real thing.
 #pragma once
 
 #include <functional>

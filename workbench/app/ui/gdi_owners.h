@@ -53,12 +53,12 @@ class SelectedObject {
 };
 
 // Painting of a window without flicker: draws into a bitmap that is shown in one step at the end.
-class BufferedPaint {
+class OffscreenPaint {
  public:
-  explicit BufferedPaint(HWND window);
-  ~BufferedPaint();
-  BufferedPaint(const BufferedPaint&) = delete;
-  BufferedPaint& operator=(const BufferedPaint&) = delete;
+  explicit OffscreenPaint(HWND window);
+  ~OffscreenPaint();
+  OffscreenPaint(const OffscreenPaint&) = delete;
+  OffscreenPaint& operator=(const OffscreenPaint&) = delete;
 
   HDC dc() const { return buffer_; }
   const RECT& client() const { return client_; }

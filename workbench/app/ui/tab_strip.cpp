@@ -156,8 +156,10 @@ void TabStrip::DrawMark(HDC dc, const Theme& theme, const Rect& rect) const {
   }
 }
 
-void TabStrip::DrawUpright(HDC dc, const Theme& theme, const Tab& tab, const Rect& rect, COLORREF color) const {
-  Rect text = {rect.left + theme.Scale(kPadding), rect.top, rect.right - theme.Scale(kPadding) + 2, rect.bottom};
+void TabStrip::DrawUpright(HDC dc, const Theme& theme, const Tab& tab, const Rect& rect,
+                           COLORREF color) const {
+  Rect text = {rect.left + theme.Scale(kPadding), rect.top, rect.right - theme.Scale(kPadding) + 2,
+               rect.bottom};
   if (tab.image != nullptr) {
     const int size = theme.Scale(kImageSize);
     tab.image->Draw(dc, text.left, (rect.top + rect.bottom - size) / 2, size);
@@ -167,7 +169,8 @@ void TabStrip::DrawUpright(HDC dc, const Theme& theme, const Tab& tab, const Rec
   DrawLine(dc, theme.font(), tab.title.c_str(), text, color);
 }
 
-void TabStrip::DrawUpward(HDC dc, const Theme& theme, const Tab& tab, const Rect& rect, COLORREF color) const {
+void TabStrip::DrawUpward(HDC dc, const Theme& theme, const Tab& tab, const Rect& rect,
+                          COLORREF color) const {
   int bottom = rect.bottom - theme.Scale(kPadding);
   if (tab.image != nullptr) {
     const int size = theme.Scale(kImageSize);
@@ -178,8 +181,8 @@ void TabStrip::DrawUpward(HDC dc, const Theme& theme, const Tab& tab, const Rect
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, color);
   const RECT clip = ToRECT({rect.left, rect.top + 2, rect.right, bottom});
-  ExtTextOutW(dc, (rect.left + rect.right - theme.textHeight()) / 2, bottom, ETO_CLIPPED, &clip, tab.title.c_str(),
-              static_cast<UINT>(tab.title.size()), nullptr);
+  ExtTextOutW(dc, (rect.left + rect.right - theme.textHeight()) / 2, bottom, ETO_CLIPPED, &clip,
+              tab.title.c_str(), static_cast<UINT>(tab.title.size()), nullptr);
 }
 
 }  // namespace workbench

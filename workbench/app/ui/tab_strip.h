@@ -1,5 +1,5 @@
-// A strip of tabs: knows its tabs and its place, draws itself and finds the tab under a point. Not a window of its own;
-// the window that it lies in passes the mouse on.
+// A strip of tabs: knows its tabs and its place, draws itself and finds the tab under a point. Not a window
+// of its own; the window that it lies in passes the mouse on.
 #pragma once
 
 #include <memory>

@@ -19,7 +19,9 @@ class ScreenContext {
 };
 
 COLORREF Mix(COLORREF first, COLORREF second, int percentOfFirst) {
-  const auto part = [&](int a, int b) { return static_cast<BYTE>((a * percentOfFirst + b * (100 - percentOfFirst)) / 100); };
+  const auto part = [&](int a, int b) {
+    return static_cast<BYTE>((a * percentOfFirst + b * (100 - percentOfFirst)) / 100);
+  };
   return RGB(part(GetRValue(first), GetRValue(second)), part(GetGValue(first), GetGValue(second)),
              part(GetBValue(first), GetBValue(second)));
 }
@@ -141,10 +143,18 @@ void DrawGlyph(HDC dc, const Theme& theme, Glyph glyph, const Rect& rect, COLORR
   const int x = (rect.left + rect.right) / 2;
   const int y = (rect.top + rect.bottom) / 2;
   switch (glyph) {
-    case Glyph::Close: DrawCross(dc, x, y, theme.Scale(4), std::max(theme.Scale(1), 1), color); break;
-    case Glyph::Pinned: DrawPin(dc, theme, x, y, true, color); break;
-    case Glyph::Collapsed: DrawPin(dc, theme, x, y, false, color); break;
-    case Glyph::Menu: DrawArrow(dc, x, y, theme.Scale(4), color); break;
+    case Glyph::Close:
+      DrawCross(dc, x, y, theme.Scale(4), std::max(theme.Scale(1), 1), color);
+      break;
+    case Glyph::Pinned:
+      DrawPin(dc, theme, x, y, true, color);
+      break;
+    case Glyph::Collapsed:
+      DrawPin(dc, theme, x, y, false, color);
+      break;
+    case Glyph::Menu:
+      DrawArrow(dc, x, y, theme.Scale(4), color);
+      break;
   }
 }
 

@@ -59,13 +59,18 @@ inline Rect ToRect(const RECT& rect) {
   return {static_cast<int>(rect.left), static_cast<int>(rect.top), static_cast<int>(rect.right),
           static_cast<int>(rect.bottom)};
 }
-inline RECT ToRECT(const Rect& rect) { return {rect.left, rect.top, rect.right, rect.bottom}; }
-inline Point ToPoint(POINT point) { return {static_cast<int>(point.x), static_cast<int>(point.y)}; }
+inline RECT ToRECT(const Rect& rect) {
+  return {rect.left, rect.top, rect.right, rect.bottom};
+}
+inline Point ToPoint(POINT point) {
+  return {static_cast<int>(point.x), static_cast<int>(point.y)};
+}
 
 void FillColor(HDC dc, const Rect& rect, COLORREF color);
 void FrameColor(HDC dc, const Rect& rect, COLORREF color);
 // One line of text, cut with an ellipsis when it does not fit.
-void DrawLine(HDC dc, HFONT font, const wchar_t* text, const Rect& rect, COLORREF color, UINT format = DT_LEFT);
+void DrawLine(HDC dc, HFONT font, const wchar_t* text, const Rect& rect, COLORREF color,
+              UINT format = DT_LEFT);
 
 enum class Glyph { Close, Pinned, Collapsed, Menu };
 // A button's sign in the middle of rect.

@@ -1,5 +1,5 @@
-// Base of the workbench's own window classes: takes the object's address when the window is created and maps messages
-// to handlers through a table that the derived class gives.
+// Base of the workbench's own window classes: takes the object's address when the window is created and maps
+// messages to handlers through a table that the derived class gives.
 //
 //   static std::span<const MessageHandler> Handlers();       // the table
 //   static constexpr wchar_t kClassName[] = L"...";
@@ -23,7 +23,9 @@ struct Message {
 };
 
 // The module that the workbench's code is linked into (the program, or a test program).
-inline HINSTANCE ModuleInstance() { return GetModuleHandleW(nullptr); }
+inline HINSTANCE ModuleInstance() {
+  return GetModuleHandleW(nullptr);
+}
 
 template <typename Derived>
 class WindowBase {
@@ -40,8 +42,8 @@ class WindowBase {
   HWND window() const { return window_; }
 
  protected:
-  // A derived class whose handlers matter while its window goes calls DestroyNow in its own destructor; here the object
-  // is only a base any more and hears no message.
+  // A derived class whose handlers matter while its window goes calls DestroyNow in its own destructor; here
+  // the object is only a base any more and hears no message.
   ~WindowBase() {
     if (window_ == nullptr) return;
     SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
@@ -49,11 +51,12 @@ class WindowBase {
   }
 
   // Creates the window; false when the system refuses.
-  bool CreateWindowAt(DWORD extendedStyle, DWORD style, const RECT& rect, HWND parent, const wchar_t* title = L"",
-                      UINT classStyle = CS_DBLCLKS) {
+  bool CreateWindowAt(DWORD extendedStyle, DWORD style, const RECT& rect, HWND parent,
+                      const wchar_t* title = L"", UINT classStyle = CS_DBLCLKS) {
     RegisterOnce(classStyle);
-    CreateWindowExW(extendedStyle, Derived::kClassName, title, style, rect.left, rect.top, rect.right - rect.left,
-                    rect.bottom - rect.top, parent, nullptr, ModuleInstance(), static_cast<Derived*>(this));
+    CreateWindowExW(extendedStyle, Derived::kClassName, title, style, rect.left, rect.top,
+                    rect.right - rect.left, rect.bottom - rect.top, parent, nullptr, ModuleInstance(),
+                    static_cast<Derived*>(this));
     return window_ != nullptr;
   }
 
