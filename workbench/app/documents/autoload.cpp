@@ -39,7 +39,8 @@ std::optional<std::wstring> ReadAutoloadFile(std::wstring* error) {
     if (error != nullptr) *error = why;
     return std::nullopt;
   };
-  if (code != ERROR_SUCCESS) return refuse(L"The hand-over file \"" + file + L"\" can't be read. " + ErrorText(code));
+  if (code != ERROR_SUCCESS)
+    return refuse(L"The hand-over file \"" + file + L"\" can't be read. " + ErrorText(code));
   const auto path = ParseAutoloadContent(content);
   if (!path) return refuse(L"The hand-over file \"" + file + L"\" names no file.");
   return FromPluginText(*path);

@@ -5,7 +5,9 @@
 namespace workbench {
 namespace {
 
-bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0'; }
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0';
+}
 
 }  // namespace
 
@@ -16,7 +18,8 @@ std::optional<std::string> ParseAutoloadContent(std::string_view content) {
     content = content.substr(1, content.size() - 2);
   }
   if (content.empty()) return std::nullopt;
-  const bool broken = std::any_of(content.begin(), content.end(), [](char c) { return static_cast<unsigned char>(c) < 32; });
+  const bool broken =
+      std::any_of(content.begin(), content.end(), [](char c) { return static_cast<unsigned char>(c) < 32; });
   if (broken) return std::nullopt;
   return std::string(content);
 }

@@ -12,7 +12,8 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr std::string_view kPictureStarts[] = {
-    "\x89PNG\r\n\x1A\n"sv, "\xFF\xD8\xFF"sv, "GIF87a"sv, "GIF89a"sv, "BM"sv, "II*\0"sv, "MM\0*"sv, "\0\0\1\0"sv,
+    "\x89PNG\r\n\x1A\n"sv, "\xFF\xD8\xFF"sv, "GIF87a"sv, "GIF89a"sv, "BM"sv, "II*\0"sv, "MM\0*"sv,
+    "\0\0\1\0"sv,
 };
 
 // Kinds of text whose files are written for programs of their own and not to be read as they are.
@@ -26,7 +27,9 @@ bool IsPlainTextName(std::string_view fileName) {
 
 }  // namespace
 
-bool IsPictureName(std::string_view fileName) { return DescribeType(fileName).kind == FileKind::kPicture; }
+bool IsPictureName(std::string_view fileName) {
+  return DescribeType(fileName).kind == FileKind::kPicture;
+}
 
 bool IsPictureContent(std::string_view beginning) {
   return std::any_of(std::begin(kPictureStarts), std::end(kPictureStarts),

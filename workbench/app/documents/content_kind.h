@@ -9,8 +9,8 @@ namespace workbench {
 bool IsPictureName(std::string_view fileName);
 bool IsPictureContent(std::string_view beginning);
 
-// True when the file is to be shown as text: its beginning reads as text, or its name is a plain text's and its
-// beginning has no NULs. An empty file is text only by its name.
+// True when the file is to be shown as text: its beginning reads as text, or its name is a plain text's and
+// its beginning has no NULs. An empty file is text only by its name.
 bool IsTextFile(std::string_view fileName, std::string_view beginning);
 
 }  // namespace workbench

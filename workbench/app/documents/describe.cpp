@@ -120,7 +120,9 @@ std::string GroupedNumber(std::uint64_t number) {
   return digits;
 }
 
-std::string ExactSize(std::uint64_t bytes) { return GroupedNumber(bytes) + (bytes == 1 ? " byte" : " bytes"); }
+std::string ExactSize(std::uint64_t bytes) {
+  return GroupedNumber(bytes) + (bytes == 1 ? " byte" : " bytes");
+}
 
 std::string RoundedSize(std::uint64_t bytes) {
   if (bytes < 1024) return ExactSize(bytes);
@@ -145,8 +147,8 @@ std::string FullSize(std::uint64_t bytes) {
 std::string FormatDateTime(const DateTime& time) {
   if (time.month < 1 || time.month > 12) return {};
   char text[80];
-  std::snprintf(text, sizeof text, "%d %s %d, %02d:%02d", time.day, kMonths[time.month - 1], time.year, time.hour,
-                time.minute);
+  std::snprintf(text, sizeof text, "%d %s %d, %02d:%02d", time.day, kMonths[time.month - 1], time.year,
+                time.hour, time.minute);
   return text;
 }
 

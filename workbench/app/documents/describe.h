@@ -27,16 +27,30 @@ struct DateTime {
 std::string FormatDateTime(const DateTime& time);
 
 // Broad kinds of files; they choose the colour of an icon.
-enum class FileKind { kOther, kFolder, kModel, kPicture, kDrawing, kText, kArchive, kVideo, kAudio, kTable, kSlides };
+enum class FileKind {
+  kOther,
+  kFolder,
+  kModel,
+  kPicture,
+  kDrawing,
+  kText,
+  kArchive,
+  kVideo,
+  kAudio,
+  kTable,
+  kSlides
+};
 
 struct FileType {
   std::string description;  // "PNG picture", "XYZ file", "File" (no extension)
   FileKind kind = FileKind::kOther;
 };
-// By the name's extension, letters of any case. An extension outside ASCII or longer than 12 characters counts as none.
+// By the name's extension, letters of any case. An extension outside ASCII or longer than 12 characters
+// counts as none.
 FileType DescribeType(std::string_view fileName);
 
-// The part behind the name's last dot, in capitals, without the dot; empty when there is none (".profile" has none).
+// The part behind the name's last dot, in capitals, without the dot; empty when there is none (".profile" has
+// none).
 std::string UpperExtension(std::string_view fileName);
 
 }  // namespace workbench

@@ -61,7 +61,8 @@ void DrawFolder(HDC dc, int side) {
 void DrawSheet(HDC dc, int side, FileKind kind, const std::wstring& extension) {
   const auto at = [side](int percent) { return static_cast<LONG>(side * percent / 100); };
   const int edge = std::max(1, side / 48);
-  const POINT sheet[] = {{at(16), at(4)}, {at(62), at(4)}, {at(84), at(26)}, {at(84), at(96)}, {at(16), at(96)}};
+  const POINT sheet[] = {
+      {at(16), at(4)}, {at(62), at(4)}, {at(84), at(26)}, {at(84), at(96)}, {at(16), at(96)}};
   FillPolygon(dc, sheet, 5, kSheet, kSheetEdge, edge);
   const POINT fold[] = {{at(62), at(4)}, {at(84), at(26)}, {at(62), at(26)}};
   FillPolygon(dc, fold, 3, kFold, kSheetEdge, edge);
@@ -95,7 +96,8 @@ BITMAPINFO TopDownInfo(int side) {
 
 }  // namespace
 
-void DrawSmooth(HDC dc, int x, int y, int size, COLORREF background, const std::function<void(HDC, int)>& draw) {
+void DrawSmooth(HDC dc, int x, int y, int size, COLORREF background,
+                const std::function<void(HDC, int)>& draw) {
   const int side = size * kOversampling;
   if (side <= 0) return;
   const BITMAPINFO large = TopDownInfo(side);

@@ -30,7 +30,8 @@ std::unique_ptr<DocumentView> OpenFileView(HWND parent, const FileFacts& facts, 
     auto picture = LoadPicture(facts.path, &note);
     if (picture) return CreatePictureView(parent, facts, std::move(*picture));
   }
-  // What only begins like a picture may still be a text; what is named like one is a picture that can't be shown.
+  // What only begins like a picture may still be a text; what is named like one is a picture that can't be
+  // shown.
   if (!pictureName && IsTextFile(name, beginning)) {
     std::string content;
     const DWORD read = ReadFileBeginning(facts.path, kTextSizeLimit, &content);

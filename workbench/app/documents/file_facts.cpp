@@ -11,7 +11,8 @@ DateTime LocalDateTime(const FILETIME& time) {
   SYSTEMTIME universal = {};
   SYSTEMTIME local = {};
   // Through the time zone's own rules of that day, not today's.
-  if (!FileTimeToSystemTime(&time, &universal) || !SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local)) {
+  if (!FileTimeToSystemTime(&time, &universal) ||
+      !SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local)) {
     return {};
   }
   return {local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute};
@@ -32,8 +33,8 @@ std::wstring LastPart(const std::wstring& path) {
   const std::size_t end = path.find_last_not_of(L"\\/");
   if (end == std::wstring::npos) return path;
   const std::size_t separator = path.find_last_of(L"\\/", end);
-  const std::wstring name = separator == std::wstring::npos ? path.substr(0, end + 1)
-                                                            : path.substr(separator + 1, end - separator);
+  const std::wstring name =
+      separator == std::wstring::npos ? path.substr(0, end + 1) : path.substr(separator + 1, end - separator);
   return name.empty() || name.back() == L':' ? path : name;
 }
 
@@ -59,9 +60,9 @@ DWORD ReadFileFacts(const std::wstring& path, FileFacts* facts) {
 DWORD ReadFileBeginning(const std::wstring& path, std::size_t limit, std::string* content) {
   content->clear();
   // Other programs may go on writing, renaming and deleting the file while it is shown.
-  const HANDLE file =
-      CreateFileW(LongPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                  nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+  const HANDLE file = CreateFileW(LongPath(path).c_str(), GENERIC_READ,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
   if (file == INVALID_HANDLE_VALUE) return GetLastError();
   DWORD error = ERROR_SUCCESS;
   constexpr std::size_t kPiece = 1024 * 1024;
@@ -81,8 +82,8 @@ DWORD ReadFileBeginning(const std::wstring& path, std::size_t limit, std::string
 std::wstring ErrorText(DWORD error) {
   wchar_t* text = nullptr;
   const DWORD length = FormatMessageW(
-      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
-      reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+      error, 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
   std::wstring result(text != nullptr ? text : L"", length);
   LocalFree(text);
   while (!result.empty() && (result.back() == L'\n' || result.back() == L'\r' || result.back() == L' ')) {

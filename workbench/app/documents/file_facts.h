@@ -24,8 +24,8 @@ struct FileFacts {
 // ERROR_SUCCESS, or the Windows error that says why the path can't be read.
 DWORD ReadFileFacts(const std::wstring& path, FileFacts* facts);
 
-// The first `limit` bytes of a file, or all when it is shorter. ERROR_SUCCESS or the Windows error; *content then has
-// what could be read before.
+// The first `limit` bytes of a file, or all when it is shorter. ERROR_SUCCESS or the Windows error; *content
+// then has what could be read before.
 DWORD ReadFileBeginning(const std::wstring& path, std::size_t limit, std::string* content);
 
 // What Windows says of an error, without a line end.

@@ -43,14 +43,17 @@ class InformationView final : public DocumentView, private ViewWindow {
     rows_.push_back({L"Modified", DateText(facts.modified)});
     const bool readOnly = facts.readOnly && !facts.folder;  // of a folder the bit means something else
     if (readOnly || facts.hidden) {
-      rows_.push_back({L"Attributes", !readOnly ? L"Hidden" : facts.hidden ? L"Read-only, hidden" : L"Read-only"});
+      rows_.push_back({L"Attributes", !readOnly      ? L"Hidden"
+                                      : facts.hidden ? L"Read-only, hidden"
+                                                     : L"Read-only"});
     }
   }
 
   bool CreateIn(HWND parent) {
     font_ = CreateMessageFont();
     nameFont_ = CreateMessageFont(170);
-    if (!Create(parent, L"WorkbenchInformationView", WS_VSCROLL, LoadCursorW(nullptr, MAKEINTRESOURCEW(32512)))) {
+    if (!Create(parent, L"WorkbenchInformationView", WS_VSCROLL,
+                LoadCursorW(nullptr, MAKEINTRESOURCEW(32512)))) {
       return false;
     }
     ShowScrollBar(handle(), SB_VERT, FALSE);
@@ -77,8 +80,9 @@ class InformationView final : public DocumentView, private ViewWindow {
 
   // Texts are read-only edit controls without a border, so that they can be selected and copied.
   HWND CreateText(const std::wstring& text, HFONT font) {
-    const HWND edit = CreateWindowExW(0, L"EDIT", text.c_str(), WS_CHILD | WS_VISIBLE | WS_TABSTOP | ES_MULTILINE | ES_READONLY,
-                                      0, 0, ScaledPixels(100), ScaledPixels(20), handle(), nullptr, nullptr, nullptr);
+    const HWND edit = CreateWindowExW(
+        0, L"EDIT", text.c_str(), WS_CHILD | WS_VISIBLE | WS_TABSTOP | ES_MULTILINE | ES_READONLY, 0, 0,
+        ScaledPixels(100), ScaledPixels(20), handle(), nullptr, nullptr, nullptr);
     SendMessageW(edit, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     SendMessageW(edit, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, 0);
     return edit;
@@ -148,7 +152,8 @@ class InformationView final : public DocumentView, private ViewWindow {
   bool LayoutOnce() {
     const SIZE client = ClientSize();
     const int margin = ScaledPixels(kMargin);
-    const int width = std::max(ScaledPixels(160), std::min<int>(client.cx - 2 * margin, ScaledPixels(kWidestContent)));
+    const int width =
+        std::max(ScaledPixels(160), std::min<int>(client.cx - 2 * margin, ScaledPixels(kWidestContent)));
     int y = margin - scroll_;
     noteRect_ = {margin, y, margin + width, y};
     if (!note_.empty()) {
@@ -157,7 +162,8 @@ class InformationView final : public DocumentView, private ViewWindow {
     }
     iconTop_ = y;
     const int textLeft = margin + ScaledPixels(kIconSize + kGap);
-    const int nameHeight = Place(name_, textLeft, y + ScaledPixels(6), margin + width - textLeft, nameHeight_);
+    const int nameHeight =
+        Place(name_, textLeft, y + ScaledPixels(6), margin + width - textLeft, nameHeight_);
     typeTop_ = y + ScaledPixels(6) + nameHeight + ScaledPixels(4);
     y = std::max(y + ScaledPixels(kIconSize), typeTop_ + lineHeight_) + ScaledPixels(kGap);
     ruleTop_ = y;
@@ -190,8 +196,13 @@ class InformationView final : public DocumentView, private ViewWindow {
     const bool moved = kept != scroll_;
     scroll_ = kept;
     const SIZE before = ClientSize();
-    SCROLLINFO info = {sizeof info, SIF_RANGE | SIF_PAGE | SIF_POS, 0, std::max(0, contentHeight - 1),
-                       static_cast<UINT>(std::max(0, height)), scroll_, 0};
+    SCROLLINFO info = {sizeof info,
+                       SIF_RANGE | SIF_PAGE | SIF_POS,
+                       0,
+                       std::max(0, contentHeight - 1),
+                       static_cast<UINT>(std::max(0, height)),
+                       scroll_,
+                       0};
     inScrollUpdate_ = true;
     SetScrollInfo(handle(), SB_VERT, &info, TRUE);
     inScrollUpdate_ = false;
@@ -233,11 +244,12 @@ class InformationView final : public DocumentView, private ViewWindow {
     SetBkMode(dc, TRANSPARENT);
     if (!note_.empty()) PaintNote(dc);
     const int margin = ScaledPixels(kMargin);
-    DrawDocumentIcon(dc, margin, iconTop_, ScaledPixels(kIconSize), type_.kind, Wide(UpperExtension(Utf8(facts_.name))),
-                     GetSysColor(COLOR_WINDOW));
+    DrawDocumentIcon(dc, margin, iconTop_, ScaledPixels(kIconSize), type_.kind,
+                     Wide(UpperExtension(Utf8(facts_.name))), GetSysColor(COLOR_WINDOW));
     SetTextColor(dc, kLabelText);
     const std::wstring type = Wide(type_.description);
-    TextOutW(dc, margin + ScaledPixels(kIconSize + kGap), typeTop_, type.c_str(), static_cast<int>(type.size()));
+    TextOutW(dc, margin + ScaledPixels(kIconSize + kGap), typeTop_, type.c_str(),
+             static_cast<int>(type.size()));
     for (const Row& row : rows_) TextOutW(dc, margin, row.top, row.label, lstrlenW(row.label));
     const RECT rule = {margin, ruleTop_, contentRight_, ruleTop_ + 1};
     const UniqueBrush ruleBrush(CreateSolidBrush(kRule));
@@ -276,7 +288,8 @@ class InformationView final : public DocumentView, private ViewWindow {
 
 }  // namespace
 
-std::unique_ptr<DocumentView> CreateInformationView(HWND parent, const FileFacts& facts, const std::wstring& note) {
+std::unique_ptr<DocumentView> CreateInformationView(HWND parent, const FileFacts& facts,
+                                                    const std::wstring& note) {
   auto view = std::make_unique<InformationView>(facts, note);
   if (!view->CreateIn(parent)) return nullptr;
   return view;

@@ -7,6 +7,7 @@
 namespace workbench {
 
 // note: why the content is not shown; may be empty. Null when the window can't be created.
-std::unique_ptr<DocumentView> CreateInformationView(HWND parent, const FileFacts& facts, const std::wstring& note);
+std::unique_ptr<DocumentView> CreateInformationView(HWND parent, const FileFacts& facts,
+                                                    const std::wstring& note);
 
 }  // namespace workbench

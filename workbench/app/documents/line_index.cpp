@@ -10,8 +10,8 @@ struct CodeRange {
   char32_t last;
 };
 
-constexpr CodeRange kWide[] = {{0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0xA4CF},   {0xAC00, 0xD7A3},
-                               {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},   {0xFFE0, 0xFFE6},
+constexpr CodeRange kWide[] = {{0x1100, 0x115F},   {0x2E80, 0x303E},  {0x3041, 0xA4CF}, {0xAC00, 0xD7A3},
+                               {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},  {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6},
                                {0x1F300, 0x1FAFF}, {0x20000, 0x3FFFD}};
 constexpr CodeRange kCombining[] = {{0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x064B, 0x065F},
                                     {0x1AB0, 0x1AFF}, {0x1DC0, 0x1DFF}, {0x200B, 0x200F}, {0x20D0, 0x20FF},
@@ -19,14 +19,18 @@ constexpr CodeRange kCombining[] = {{0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591,
 
 template <std::size_t Size>
 bool Lies(char32_t code, const CodeRange (&ranges)[Size]) {
-  return std::any_of(ranges, ranges + Size, [code](const CodeRange& r) { return code >= r.first && code <= r.last; });
+  return std::any_of(ranges, ranges + Size,
+                     [code](const CodeRange& r) { return code >= r.first && code <= r.last; });
 }
 
-bool IsLineEnd(char16_t unit) { return unit == u'\n' || unit == u'\r'; }
+bool IsLineEnd(char16_t unit) {
+  return unit == u'\n' || unit == u'\r';
+}
 
 bool IsWordUnit(char16_t unit) {
   if (unit >= 0x80) return unit != 0xA0 && unit != 0x3000;
-  return (unit >= u'0' && unit <= u'9') || (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z') || unit == u'_';
+  return (unit >= u'0' && unit <= u'9') || (unit >= u'A' && unit <= u'Z') || (unit >= u'a' && unit <= u'z') ||
+         unit == u'_';
 }
 
 }  // namespace

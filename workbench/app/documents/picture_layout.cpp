@@ -32,7 +32,9 @@ void PictureLayout::SetFit() {
   KeepInside();
 }
 
-void PictureLayout::ZoomBy(double factor, int x, int y) { SetZoom(zoom_ * factor, x, y); }
+void PictureLayout::ZoomBy(double factor, int x, int y) {
+  SetZoom(zoom_ * factor, x, y);
+}
 
 void PictureLayout::SetZoom(double zoom, int x, int y) {
   // A picture larger than the smallest zoom shows whole may still be shrunk until it fits.

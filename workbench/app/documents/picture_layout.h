@@ -1,4 +1,5 @@
-// Where a picture lies in its view: zoom and place. Lengths are in pixels of the screen unless said otherwise.
+// Where a picture lies in its view: zoom and place. Lengths are in pixels of the screen unless said
+// otherwise.
 #pragma once
 
 namespace workbench {

@@ -1,7 +1,7 @@
 #include "workbench/app/documents/picture_loader.h"
 
-#include <windows.h>
 #include <wincodec.h>
+#include <windows.h>
 #include <wrl/client.h>
 
 #include <algorithm>
@@ -47,8 +47,8 @@ HRESULT OpenDecoder(std::string* content, Decoder* decoder) {
                                                    static_cast<DWORD>(content->size()));
   }
   if (SUCCEEDED(result)) {
-    result = decoder->factory->CreateDecoderFromStream(decoder->stream.Get(), nullptr, WICDecodeMetadataCacheOnDemand,
-                                                       decoder->decoder.GetAddressOf());
+    result = decoder->factory->CreateDecoderFromStream(
+        decoder->stream.Get(), nullptr, WICDecodeMetadataCacheOnDemand, decoder->decoder.GetAddressOf());
   }
   return result;
 }
@@ -121,10 +121,10 @@ std::wstring DecodeFailure(HRESULT result) {
 std::optional<LoadedPicture> LoadPicture(const std::wstring& path, std::wstring* reason) {
   std::string content;
   const DWORD error = ReadFileBeginning(path, kPictureFileLimit + 1, &content);
-  *reason = error != ERROR_SUCCESS                ? ErrorText(error)
-            : content.empty()                     ? L"The file is empty, so there is no picture to show."
+  *reason = error != ERROR_SUCCESS               ? ErrorText(error)
+            : content.empty()                    ? L"The file is empty, so there is no picture to show."
             : content.size() > kPictureFileLimit ? L"The picture's file is too large to be shown here."
-                                                  : L"";
+                                                 : L"";
   if (!reason->empty()) return std::nullopt;
 
   const ComScope com;

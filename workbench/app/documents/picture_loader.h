@@ -17,8 +17,9 @@ struct LoadedPicture {
   unsigned bitsPerPixel = 0;  // as stored in the file; 0 when unknown
 };
 
-// The first picture of the file (of an icon file: its largest). Nothing, with a full sentence in *reason, when it is
-// no picture, damaged, or too large. COM must be usable on the calling thread or is made so for the call.
+// The first picture of the file (of an icon file: its largest). Nothing, with a full sentence in *reason,
+// when it is no picture, damaged, or too large. COM must be usable on the calling thread or is made so for
+// the call.
 std::optional<LoadedPicture> LoadPicture(const std::wstring& path, std::wstring* reason);
 
 }  // namespace workbench

@@ -11,7 +11,9 @@ constexpr std::uint32_t kBoardLight = 0xFFFFFF;
 constexpr std::uint32_t kBoardDark = 0xD9D9D9;
 constexpr double kCrispFrom = 2.0;  // from this zoom on the picture's own pixels are what one wants to see
 
-unsigned Channel(std::uint32_t pixel, int shift) { return (pixel >> shift) & 0xFF; }
+unsigned Channel(std::uint32_t pixel, int shift) {
+  return (pixel >> shift) & 0xFF;
+}
 
 std::uint32_t MeanOfFour(std::uint32_t a, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
   std::uint32_t mean = 0;
@@ -26,7 +28,8 @@ std::uint32_t MeanOfFour(std::uint32_t a, std::uint32_t b, std::uint32_t c, std:
 std::uint32_t Mix(std::uint32_t a, std::uint32_t b, unsigned weight) {
   // Two channels at a time: each has a byte of room above it.
   const std::uint32_t even = (((a & 0xFF00FF) * (256 - weight) + (b & 0xFF00FF) * weight) >> 8) & 0xFF00FF;
-  const std::uint32_t odd = (((a >> 8) & 0xFF00FF) * (256 - weight) + ((b >> 8) & 0xFF00FF) * weight) & 0xFF00FF00;
+  const std::uint32_t odd =
+      (((a >> 8) & 0xFF00FF) * (256 - weight) + ((b >> 8) & 0xFF00FF) * weight) & 0xFF00FF00;
   return even | odd;
 }
 
@@ -41,7 +44,8 @@ std::uint32_t Over(std::uint32_t premultiplied, std::uint32_t board) {
   return result;
 }
 
-// For one screen pixel of a row or column: the two pixels of the picture beside its middle, and the second's weight.
+// For one screen pixel of a row or column: the two pixels of the picture beside its middle, and the second's
+// weight.
 struct Sample {
   int first = 0;
   int second = 0;
@@ -87,8 +91,8 @@ PixelGrid Halve(const PixelGrid& grid) {
     const int lower = std::min(2 * y + 1, grid.height - 1);
     for (int x = 0; x < half.width; ++x) {
       const int right = std::min(2 * x + 1, grid.width - 1);
-      half.pixels.push_back(
-          MeanOfFour(grid.At(2 * x, 2 * y), grid.At(right, 2 * y), grid.At(2 * x, lower), grid.At(right, lower)));
+      half.pixels.push_back(MeanOfFour(grid.At(2 * x, 2 * y), grid.At(right, 2 * y), grid.At(2 * x, lower),
+                                       grid.At(right, lower)));
     }
   }
   return half;

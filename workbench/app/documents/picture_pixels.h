@@ -18,7 +18,8 @@ struct PixelGrid {
   std::vector<std::uint32_t> pixels;
 
   std::uint32_t At(int x, int y) const {
-    return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)];
+    return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
+                  static_cast<std::size_t>(x)];
   }
 };
 
@@ -33,8 +34,9 @@ class PicturePyramid {
 
   PixelSize size() const { return {levels_[0].width, levels_[0].height}; }
 
-  // Draws what the layout shows, over a checkerboard where the picture is transparent. Gives view width times view
-  // height pixels, rows from the top, 0x00RRGGBB; `background` fills the rest; squares of the board are `square` wide.
+  // Draws what the layout shows, over a checkerboard where the picture is transparent. Gives view width times
+  // view height pixels, rows from the top, 0x00RRGGBB; `background` fills the rest; squares of the board are
+  // `square` wide.
   std::vector<std::uint32_t> Render(const PictureLayout& layout, std::uint32_t background, int square) const;
 
  private:

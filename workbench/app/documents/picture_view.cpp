@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::uint32_t kBackground = 0xF0F1F3;  // 0xRRGGBB
 constexpr double kKeyFactor = 1.25;
-constexpr int kBoardSquare = 8;   // at 96 DPI
-constexpr int kPanStep = 40;      // at 96 DPI
+constexpr int kBoardSquare = 8;  // at 96 DPI
+constexpr int kPanStep = 40;     // at 96 DPI
 
 class PictureView final : public DocumentView, private ViewWindow {
  public:
@@ -106,8 +106,8 @@ class PictureView final : public DocumentView, private ViewWindow {
   LRESULT OnWheel(WPARAM wParam, LPARAM lParam) {
     POINT at = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     ScreenToClient(handle(), &at);
-    layout_.ZoomBy(std::pow(kKeyFactor, GET_WHEEL_DELTA_WPARAM(wParam) / static_cast<double>(WHEEL_DELTA)), at.x,
-                   at.y);
+    layout_.ZoomBy(std::pow(kKeyFactor, GET_WHEEL_DELTA_WPARAM(wParam) / static_cast<double>(WHEEL_DELTA)),
+                   at.x, at.y);
     return Redraw();
   }
 

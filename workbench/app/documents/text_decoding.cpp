@@ -17,7 +17,9 @@ constexpr char16_t kWindows1252[] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2
                                      0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-unsigned char ByteAt(std::string_view bytes, std::size_t at) { return static_cast<unsigned char>(bytes[at]); }
+unsigned char ByteAt(std::string_view bytes, std::size_t at) {
+  return static_cast<unsigned char>(bytes[at]);
+}
 
 enum class Sequence { kGood, kBad, kCutOff };
 
@@ -37,7 +39,8 @@ Sequence ReadUtf8(std::string_view bytes, std::size_t at, char32_t* code, std::s
     value = (value << 6) | (next & 0x3Fu);
   }
   constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-  if (value < kSmallest[wanted] || value > 0x10FFFF || (value >= 0xD800 && value <= 0xDFFF)) return Sequence::kBad;
+  if (value < kSmallest[wanted] || value > 0x10FFFF || (value >= 0xD800 && value <= 0xDFFF))
+    return Sequence::kBad;
   *code = value;
   *length = wanted;
   return Sequence::kGood;
@@ -69,8 +72,12 @@ std::u16string DecodeUtf8(std::string_view bytes, bool cutOff) {
   return text;
 }
 
-bool IsHighSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
-bool IsLowSurrogate(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
+bool IsHighSurrogate(char16_t unit) {
+  return (unit & 0xFC00) == 0xD800;
+}
+bool IsLowSurrogate(char16_t unit) {
+  return (unit & 0xFC00) == 0xDC00;
+}
 
 std::u16string DecodeUtf16(std::string_view bytes, bool bigEndian, bool cutOff) {
   std::u16string text;

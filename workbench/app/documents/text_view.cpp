@@ -21,7 +21,9 @@ constexpr UINT kMenuSelectAll = 2;
 constexpr COLORREF kNoteBackground = RGB(255, 244, 206);
 constexpr COLORREF kNoteText = RGB(90, 62, 0);
 
-const wchar_t* AsWide(std::u16string_view text) { return reinterpret_cast<const wchar_t*>(text.data()); }
+const wchar_t* AsWide(std::u16string_view text) {
+  return reinterpret_cast<const wchar_t*>(text.data());
+}
 
 class TextView final : public DocumentView, private ViewWindow {
  public:
@@ -402,7 +404,8 @@ void TextView::PaintRow(HDC dc, std::size_t row, int y, const RECT& client) cons
     const bool selected = start + at >= first && start + at < last;
     const std::size_t runStart = at;
     const int runColumn = column;
-    while (at < text.size() && column <= lastColumn && (start + at >= first && start + at < last) == selected) {
+    while (at < text.size() && column <= lastColumn &&
+           (start + at >= first && start + at < last) == selected) {
       const TextCharacter character = CharacterAt(text, at);
       column += ColumnsOf(character.code, column);
       at += character.units;

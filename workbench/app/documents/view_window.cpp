@@ -44,14 +44,17 @@ HINSTANCE OwnInstance() {
 
 }  // namespace
 
-int ScaledPixels(int length) { return MulDiv(length, ScreenDpi(), kStandardDpi); }
+int ScaledPixels(int length) {
+  return MulDiv(length, ScreenDpi(), kStandardDpi);
+}
 
 UniqueFont CreateMessageFont(int percent, bool bold) {
   NONCLIENTMETRICSW metrics = {};
   metrics.cbSize = sizeof metrics;
   SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
   LOGFONTW font = metrics.lfMessageFont;
-  // Some systems answer with a size that has not followed the screen's resolution, or with hardly readable one.
+  // Some systems answer with a size that has not followed the screen's resolution, or with hardly readable
+  // one.
   const int smallest = MulDiv(9, ScreenDpi(), 72);
   if (font.lfHeight > -smallest) font.lfHeight = -smallest;
   font.lfHeight = MulDiv(font.lfHeight, percent, 100);
@@ -74,7 +77,9 @@ UniqueFont CreateFixedFont() {
   return UniqueFont(CreateFontIndirectW(&font));
 }
 
-ViewWindow::~ViewWindow() { DestroyViewWindow(); }
+ViewWindow::~ViewWindow() {
+  DestroyViewWindow();
+}
 
 void ViewWindow::DestroyViewWindow() {
   if (window_ != nullptr) DestroyWindow(window_);
@@ -89,8 +94,8 @@ bool ViewWindow::Create(HWND parent, const wchar_t* className, DWORD style, HCUR
   windowClass.hCursor = cursor;
   windowClass.lpszClassName = className;
   if (RegisterClassExW(&windowClass) == 0 && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) return false;
-  return CreateWindowExW(0, className, L"", WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | style, 0, 0, 0, 0, parent,
-                         nullptr, OwnInstance(), this) != nullptr;
+  return CreateWindowExW(0, className, L"", WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | style, 0, 0, 0, 0,
+                         parent, nullptr, OwnInstance(), this) != nullptr;
 }
 
 LRESULT CALLBACK ViewWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -160,7 +165,8 @@ std::string Utf8(const std::wstring& text) {
 }
 
 std::wstring LongPath(const std::wstring& path) {
-  // Short paths stay as they are: they may be written with "/" or relative, which the long form does not allow.
+  // Short paths stay as they are: they may be written with "/" or relative, which the long form does not
+  // allow.
   if (path.size() < MAX_PATH || path.starts_with(L"\\\\?\\")) return path;
   std::wstring plain = path;
   for (wchar_t& c : plain) {

@@ -1,5 +1,5 @@
-// What the windows of this folder share: a window class for each kind of window, sizes in device-independent pixels,
-// fonts, and double-buffered painting.
+// What the windows of this folder share: a window class for each kind of window, sizes in device-independent
+// pixels, fonts, and double-buffered painting.
 #pragma once
 
 #include <windows.h>
@@ -60,8 +60,8 @@ UniqueFont CreateMessageFont(int percent = 100, bool bold = false);
 // A font whose characters are equally wide.
 UniqueFont CreateFixedFont();
 
-// A window of this folder. The C++ object and the window live and die separately: an object whose window was destroyed
-// by its parent stays usable, with a null window.
+// A window of this folder. The C++ object and the window live and die separately: an object whose window was
+// destroyed by its parent stays usable, with a null window.
 class ViewWindow {
  public:
   ViewWindow() = default;

@@ -29,9 +29,11 @@ constexpr wchar_t kTitle[] = L"No document is open";
 constexpr wchar_t kIntroduction[] = L"Double-click a file in the File Explorer to open it here.";
 constexpr Tip kTips[] = {
     {FileKind::kFolder, L"", L"Find your files",
-     L"Walk through folders in the tree or the file list, or type a path into the box above the list and press Enter."},
+     L"Walk through folders in the tree or the file list, or type a path into the box above the list and "
+     L"press Enter."},
     {FileKind::kPicture, L"PNG", L"Look at pictures",
-     L"Turn the mouse wheel to zoom, drag to move the picture, and double-click to change between the whole picture "
+     L"Turn the mouse wheel to zoom, drag to move the picture, and double-click to change between the whole "
+     L"picture "
      L"and its own size."},
     {FileKind::kText, L"TXT", L"Read texts",
      L"Select with the mouse and press Ctrl+C to copy. Other files show their size, dates and type."},
@@ -87,7 +89,8 @@ class WelcomeView final : public DocumentView, private ViewWindow {
   int Content(HDC dc, RECT place, bool draw) const {
     const int start = place.top;
     place.top += Text(dc, titleFont_.get(), kTitleColor, kTitle, place, draw) + ScaledPixels(kGap) / 2;
-    place.top += Text(dc, introductionFont_.get(), kTextColor, kIntroduction, place, draw) + 2 * ScaledPixels(kGap);
+    place.top +=
+        Text(dc, introductionFont_.get(), kTextColor, kIntroduction, place, draw) + 2 * ScaledPixels(kGap);
     for (const Tip& tip : kTips) place.top += OneTip(dc, tip, place, draw) + ScaledPixels(kGap);
     return place.top - start - ScaledPixels(kGap);
   }
@@ -111,7 +114,8 @@ class WelcomeView final : public DocumentView, private ViewWindow {
     FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));
     SetBkMode(dc, TRANSPARENT);
     const int margin = ScaledPixels(kMargin);
-    const int width = std::max<int>(ScaledPixels(160), std::min<int>(client.right - 2 * margin, ScaledPixels(kWidestText)));
+    const int width =
+        std::max<int>(ScaledPixels(160), std::min<int>(client.right - 2 * margin, ScaledPixels(kWidestText)));
     RECT place = {std::max<LONG>(margin, (client.right - width) / 2), 0, 0, client.bottom};
     place.right = place.left + width;
     const int height = Content(dc, place, false);
