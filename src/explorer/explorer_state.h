@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "src/explorer/command_ids.h"
+#include "src/framework/command_ids.h"
 #include "src/favorites/halvo_tree_view.h"
 #include "src/framework/unique_handle.h"
 #include "src/history/history_view.h"

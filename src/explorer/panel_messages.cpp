@@ -1,4 +1,6 @@
 // The messages of the explorer's page in the host's utility panel.
+#include <windows.h>
+
 #include <commctrl.h>
 #include <windowsx.h>
 

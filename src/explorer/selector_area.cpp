@@ -1,5 +1,7 @@
 #include "src/explorer/selector_area.h"
 
+#include <windows.h>
+
 #include <commctrl.h>
 #include <windowsx.h>
 
