@@ -9,7 +9,9 @@
 #include <stddef.h>
 #include <stdint.h>
 
-#ifdef VC64_TX_BUILDS
+#ifndef _WIN32  // logic that only needs the constants and types is compiled natively too
+#define VC64_TX_API extern "C"
+#elif defined(VC64_TX_BUILDS)
 #define VC64_TX_API extern "C" __declspec(dllexport)
 #else
 #define VC64_TX_API extern "C" __declspec(dllimport)
@@ -40,14 +42,17 @@ VC64_TX_API int Tx_ConcatenatePathAndFilename(const char* folder, const char* na
 // buffer's size. A dot in a folder's name, or at the start of the name alone (".profile"), begins no extension.
 // False, with the path unchanged, when the result does not fit or an argument is null.
 VC64_TX_API int Tx_Check_File_Extension(char* path, size_t pathSize, const char* extension);
-// True when the path ends in the extension (with its dot, as ".zip"), letters of any case.
+// True when the path ends in the extension (with its dot, as ".zip"), letters of any case. False for null or empty
+// arguments.
 VC64_TX_API int Tx_Check_For_File_Extension(const char* path, const char* extension);
 // True when the name ends in one of the extensions of the list; entries are separated by ";", "," or blanks, and are
 // written ".3ds", "3ds" or "*.3ds"; letters of any case.
 VC64_TX_API int Tx_Compare_Multiple_File_Extensions(const char* fileName, const char* extensionList);
-// The part behind the last separator or drive colon: the name with its extension. False when it does not fit.
+// The part behind the last separator or drive colon: the name with its extension. False, with an empty result, when it
+// does not fit or path is null.
 VC64_TX_API int Tx_ExtractBaseFileName(const char* path, char* result, size_t resultSize);
-// The part before the base name, with its last separator; empty when there is none. False when it does not fit.
+// The part before the base name, with its last separator; empty when there is none. False, with an empty result, when
+// it does not fit or path is null.
 VC64_TX_API int Tx_ExtractBaseFilePath(const char* path, char* result, size_t resultSize);
 // True when path names an existing file or folder.
 VC64_TX_API int Tx_File_Exists(const char* path);
@@ -60,7 +65,7 @@ VC64_TX_API int Tx_AppendPathSeparator(char* path, size_t pathSize);
 // thread's next call of this function; never freed by the caller.
 VC64_TX_API const char* Tx_Inquire_Environment(const char* name);
 // Sets (value) or removes (null) a host environment variable. A variable that was never set falls back to the
-// process's environment. False for a null or empty name.
+// process's environment, a removed one does not. False for a null or empty name.
 VC64_TX_API int Tx_Set_Environment(const char* name, const char* value);
 
 // A keyword as a number; equal keywords (exact, case-sensitive) give equal tokens in one process. Never 0.
@@ -105,7 +110,9 @@ typedef int64_t (*TxExecuteCallback)(int16_t action, const char* handlerGuid, co
 //   "viewer" or "importer" or "exporter",
 //                      TxToken "verifyheadercallback", TxVerifyHeaderCallback,
 //                      TxToken "executecallback", TxExecuteCallback, 1
-// True when the handler was registered; false, with nothing registered, for a null or empty GUID or an unknown group.
+// True when the handler was registered; false, with nothing registered, for a null or empty GUID or at the first
+// argument that is out of place (unknown group or value, null type, a group that does not end in 1). What no group says
+// has its default: enabled, no function (in no list), type 0, no texts, no callbacks. GUIDs are equal in any case.
 VC64_TX_API int Tx_FileFormatHandler(const char* handlerGuid, ...);
 // Removes a handler; false when there is none of that GUID.
 VC64_TX_API int Tx_Remove_FileFormatHandler(const char* handlerGuid);
@@ -137,8 +144,8 @@ VC64_TX_API int Tx_FileFormatHandler_Query_GUID_List(TxToken list, int limit, ch
 // Reads values of a handler. Behind the GUID come pairs, ended by an int 0: TxToken "filetypes" or "descriptivename"
 // with a const char** (the library's own text, valid until the handler changes; null when there is none), "enabled" or
 // "function" with a TxToken*, "type" with an int64_t*, "executecallback" with a TxExecuteCallback*,
-// "verifyheadercallback" with a TxVerifyHeaderCallback*. False for an unknown GUID or token; the outputs before it
-// are filled in.
+// "verifyheadercallback" with a TxVerifyHeaderCallback*. False for an unknown GUID or token or a null output; the
+// outputs before it are filled in.
 VC64_TX_API int Tx_Inquire_FileFormatHandler(const char* handlerGuid, ...);
 // Switches a handler on or off; false for an unknown GUID.
 VC64_TX_API int Tx_Enable_FileFormatHandler(const char* handlerGuid, int enabled);

@@ -1,0 +1,55 @@
+// An item of the file view or a folder of the folder view, as the controls hand them out.
+#pragma once
+
+#include <windows.h>
+
+#include <oaidl.h>
+#include <shtypes.h>
+
+#include <optional>
+#include <string>
+
+#include "src/framework/com/com_owners.h"
+
+namespace file_explorer {
+
+// Holds a reference to an item object; may be empty. Every call on an empty item gives nothing; a call that
+// the object fails raises _com_error.
+class ShellItem {
+ public:
+  ShellItem() = default;
+  explicit ShellItem(ComPtr<IDispatch> object) : object_(std::move(object)) {}
+  // Shares an object that is borrowed, as those of events are.
+  explicit ShellItem(IDispatch* object) : object_(object) {}
+
+  explicit operator bool() const noexcept { return object_ != nullptr; }
+  IDispatch* get() const noexcept { return object_.Get(); }
+
+  // The item's shell attribute bits among those of mask (SFGAO_...).
+  ULONG HasAttributes(ULONG mask) const;
+  // The grouping key; an empty variant when there is none.
+  OwnedVariant GetSortKey() const;
+  void SetSortKey(const VARIANT& key) const;
+  // The item's own identifier list; whoever keeps it clones it.
+  PCIDLIST_ABSOLUTE GetPidl() const;
+  // The shell's default action; called during ControlEvent::kAskDefaultAction it leaves the item out of the
+  // view.
+  void InvokeDefault() const;
+  // Paths in the ANSI code page. Nothing for a null or over-long text.
+  std::optional<std::string> GetName() const;
+  std::optional<std::string> GetFullPath() const;
+  // Of a folder of the folder view.
+  std::optional<std::string> GetFolderText() const;
+  // Of an item of the file view.
+  bool IsSelected() const;
+  void SetSelected(bool selected) const;
+  // Parent of a folder of the folder view; empty at the root.
+  ShellItem GetParent() const;
+
+ private:
+  std::optional<std::string> GetText(DISPID id) const;
+
+  ComPtr<IDispatch> object_;
+};
+
+}  // namespace file_explorer

@@ -1,0 +1,84 @@
+#include <windows.h>
+
+#include <string>
+
+#include "src/host/vc64_imp.h"
+#include "tests/integration/hostlibs/host_memory.h"
+#include "tests/support/temp_directory.h"
+
+namespace {
+
+constexpr char kOverride[] = "HALVO_APPLICATION_DIRECTORY";
+
+std::string ApplicationDirectory() {
+  const unique_host_text directory(Import_IO_GetHalvoApplicationDirectoryForCurrentUser(nullptr));
+  return directory ? directory.get() : "";
+}
+
+bool IsFolder(const std::string& path) {
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+class UserDirectory : public HostMemoryTest {
+ protected:
+  void TearDown() override {
+    Tx_Set_Environment(kOverride, nullptr);
+    HostMemoryTest::TearDown();
+  }
+  test_support::TempDirectory temp;
+};
+
+TEST_F(UserDirectory, LiesBelowTheUsersApplicationDataAndIsThere) {
+  char applicationData[MAX_PATH];
+  ASSERT_GT(GetEnvironmentVariableA("APPDATA", applicationData, MAX_PATH), 0u);
+  const std::string path = ApplicationDirectory();
+  EXPECT_EQ(path.find(std::string(applicationData) + "\\Halvo\\"), 0u) << path;
+  EXPECT_NE(path.back(), '\\');
+  EXPECT_TRUE(IsFolder(path));
+}
+
+TEST_F(UserDirectory, TheOverrideIsMadeWithAllItsLevels) {
+  const std::string place = temp.Join("a\\b\\c");
+  Tx_Set_Environment(kOverride, (place + "\\").c_str());
+  EXPECT_EQ(ApplicationDirectory(), place) << "without a separator at its end";
+  EXPECT_TRUE(IsFolder(place));
+  EXPECT_EQ(ApplicationDirectory(), place) << "and is taken as it is when it is there";
+}
+
+TEST_F(UserDirectory, TheProcessesOwnEnvironmentCountsToo) {
+  const std::string place = temp.Join("portable");
+  SetEnvironmentVariableA(kOverride, place.c_str());
+  EXPECT_EQ(ApplicationDirectory(), place);
+  SetEnvironmentVariableA(kOverride, nullptr);
+}
+
+TEST_F(UserDirectory, SlashesInTheOverrideAreUnderstood) {
+  std::string place = temp.Join("x\\y");
+  std::string slashed = place;
+  for (char& c : slashed) c = c == '\\' ? '/' : c;
+  Tx_Set_Environment(kOverride, slashed.c_str());
+  EXPECT_EQ(ApplicationDirectory(), place);
+  EXPECT_TRUE(IsFolder(place));
+}
+
+TEST_F(UserDirectory, IsNoneWhenItCannotBeMade) {
+  temp.AddFile(L"file");
+  Tx_Set_Environment(kOverride, temp.Join("file\\below").c_str());
+  EXPECT_EQ(Import_IO_GetHalvoApplicationDirectoryForCurrentUser(nullptr), nullptr);
+  Tx_Set_Environment(kOverride, temp.Join("file").c_str());
+  EXPECT_EQ(Import_IO_GetHalvoApplicationDirectoryForCurrentUser(nullptr), nullptr)
+      << "a file is no directory";
+  Tx_Set_Environment(kOverride, "?:\\nowhere");
+  EXPECT_EQ(Import_IO_GetHalvoApplicationDirectoryForCurrentUser(nullptr), nullptr);
+}
+
+TEST_F(UserDirectory, AnOverrideLongerThanTheOldLimitWorks) {
+  const std::string place =
+      temp.Join(std::string(100, 'd') + "\\" + std::string(100, 'e') + "\\" + std::string(100, 'f'));
+  Tx_Set_Environment(kOverride, place.c_str());
+  EXPECT_EQ(ApplicationDirectory(), place);
+  EXPECT_TRUE(Tx_File_Exists(place.c_str()));
+}
+
+}  // namespace
