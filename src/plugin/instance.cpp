@@ -3,8 +3,6 @@
 
 #include <shlobj.h>
 
-#include <array>
-
 #include "src/explorer/autoload.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/file_view_events.h"
@@ -23,17 +21,6 @@ namespace {
 
 constexpr char kTitle[] = "File Explorer";
 constexpr COLORREF kBitmapTransparentColor = RGB(0xC0, 0xC0, 0xC0);
-constexpr char kFavoritesFile[] = "favorites.dat";
-// Child window with buttons, lines, label editing, selection always shown and hot tracking.
-constexpr DWORD kFavoritesTreeStyle = 0x4000022B;
-
-std::string FavoritesPath(const ExplorerState& state) {
-  const unique_host_text directory(Import_IO_GetHalvoApplicationDirectoryForCurrentUser(state.MainWindow()));
-  std::array<char, kTxPathSize> path = {};
-  if (!directory) return {};
-  Tx_ConcatenatePathAndFilename(directory.get(), kFavoritesFile, path.data(), path.size());
-  return path.data();
-}
 
 }  // namespace
 
@@ -56,7 +43,7 @@ HWND CMainApp::CreateInstance(host::HostServices* services, HINSTANCE moduleInst
   if (!CreateExplorerWindow()) return state_->panelWindow;
   // 16., 17. The other two views of the page.
   CreateHistoryView();
-  CreateFavoritesTree();
+  CreateFavoritesPane();
   // 18.
   return state_->panelWindow;
 }
@@ -105,6 +92,17 @@ void CMainApp::CreateHistoryView() {
   state_->historyView = CHistoryView::Create(state_->panelWindow, kHistoryViewId, services);
 }
 
+void CMainApp::CreateFavoritesPane() {
+  FavoritesServices services;
+  services.instance = state_->instance;
+  services.mainWindow = [this] { return state_->MainWindow(); };
+  services.loadFile = [this](const char* path) { AutoloadFile(state_->MainWindow(), path); };
+  services.openFolder = [this](const char* path) { GoToPath(*state_, path); };
+  services.hostFlags = [this] { return host::Call<host::op::GetHostFlags>(state_->services); };
+  state_->favoritesPane = FavoritesPane::Create(state_->panelWindow, services);
+  if (state_->favoritesPane) state_->favoritesPane->Load();
+}
+
 void CMainApp::ReleaseHostRegistration() {
   if (state_->hostRegistration == nullptr) return;
   host::Call<host::op::CloseRegistration>(state_->services, state_->hostRegistration);
@@ -118,7 +116,8 @@ void CMainApp::DestroyInstance() {
   // 2. The history saves itself on its way out.
   state_->historyView.reset();
   // 3. The favourites, saved while their tree still stands.
-  SaveAndDestroyFavorites();
+  if (state_->favoritesPane) state_->favoritesPane->Save();
+  state_->favoritesPane.reset();
   // 4. Selector toolbars and folder tree.
   DestroySelectorArea(*state_);
   // 5. The explorer window saves its display mode.

@@ -35,9 +35,8 @@ class CMainApp : public CWinApp {
   void CreatePanel();
   bool CreateExplorerWindow();
   void CreateHistoryView();
-  void CreateFavoritesTree();
+  void CreateFavoritesPane();
   void ReleaseHostRegistration();
-  void SaveAndDestroyFavorites();
 
   // Made by InitInstance, deleted by ExitInstance. When the process ends with an instance still standing it is left as it
   // is: the windows and libraries that it would let go of are gone already.
