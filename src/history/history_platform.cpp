@@ -5,7 +5,9 @@
 #include <shlwapi.h>
 #include <wrl/client.h>
 
+#include <bit>
 #include <cstring>
+#include <memory>
 #include <utility>
 
 #include "src/framework/unique_handle.h"
@@ -95,9 +97,7 @@ std::string ShellHistoryPlatform::BaseName(const std::string& path) {
 HistoryTime ShellHistoryPlatform::Now() {
   SYSTEMTIME now = {};
   GetSystemTime(&now);
-  HistoryTime time;
-  std::memcpy(&time, &now, sizeof(time));
-  return time;
+  return std::bit_cast<HistoryTime>(now);
 }
 
 std::string FoldCodePageCase(std::string_view text) {
@@ -110,11 +110,10 @@ std::string FoldCodePageCase(std::string_view text) {
 
 bool ToLocalTime(const HistoryTime& utc, HistoryTime* local) {
   if (!ToFileTime(utc)) return false;
-  SYSTEMTIME from = {};
+  const auto from = std::bit_cast<SYSTEMTIME>(utc);
   SYSTEMTIME to = {};
-  std::memcpy(&from, &utc, sizeof(from));
   if (!SystemTimeToTzSpecificLocalTime(nullptr, &from, &to)) return false;
-  std::memcpy(local, &to, sizeof(*local));
+  *local = std::bit_cast<HistoryTime>(to);
   return true;
 }
 
