@@ -37,7 +37,7 @@ LRESULT OnNotify(ExplorerState& state, HWND panel, LPARAM lParam) {
   return 0;
 }
 
-void OnCommand(ExplorerState& state, WPARAM wParam, LPARAM lParam) {
+void OnCommand(ExplorerState& state, HWND panel, WPARAM wParam, LPARAM lParam) {
   const int command = LOWORD(wParam);
   if (RunPanelCommand(state, panel, command)) return;
   // What the panel does not know is the explorer's; the host's own procedure sees the message as well.
@@ -65,7 +65,7 @@ LRESULT HandlePanelMessage(ExplorerState& state, HWND panel, UINT message, WPARA
     case WM_NOTIFY:
       return OnNotify(state, panel, lParam);
     case WM_COMMAND:
-      OnCommand(state, wParam, lParam);
+      OnCommand(state, panel, wParam, lParam);
       break;
   }
   return 0;
