@@ -40,12 +40,12 @@ using UniqueModule = UniqueHandle<HMODULE, &FreeLibrary>;
 using UniqueAccelerators = UniqueHandle<HACCEL, &DestroyAcceleratorTable>;
 
 // Selects an object into a device context and puts the old one back.
-class SelectedObject {
+class ObjectSelection {
  public:
-  SelectedObject(HDC dc, HGDIOBJ object) : dc_(dc), previous_(SelectObject(dc, object)) {}
-  ~SelectedObject() { SelectObject(dc_, previous_); }
-  SelectedObject(const SelectedObject&) = delete;
-  SelectedObject& operator=(const SelectedObject&) = delete;
+  ObjectSelection(HDC dc, HGDIOBJ object) : dc_(dc), previous_(SelectObject(dc, object)) {}
+  ~ObjectSelection() { SelectObject(dc_, previous_); }
+  ObjectSelection(const ObjectSelection&) = delete;
+  ObjectSelection& operator=(const ObjectSelection&) = delete;
 
  private:
   HDC dc_;

@@ -18,8 +18,8 @@ std::shared_ptr<const TabImage> TabImage::Copy(HBITMAP bitmap, COLORREF transpar
   const HDC to = CreateCompatibleDC(screen);
   image->bitmap_.reset(CreateCompatibleBitmap(screen, facts.bmWidth, facts.bmHeight));
   {
-    const SelectedObject source(from, bitmap);
-    const SelectedObject target(to, image->bitmap_.get());
+    const ObjectSelection source(from, bitmap);
+    const ObjectSelection target(to, image->bitmap_.get());
     BitBlt(to, 0, 0, facts.bmWidth, facts.bmHeight, from, 0, 0, SRCCOPY);
   }
   DeleteDC(to);
@@ -33,7 +33,7 @@ std::shared_ptr<const TabImage> TabImage::Copy(HBITMAP bitmap, COLORREF transpar
 void TabImage::Draw(HDC dc, int left, int top, int size) const {
   const HDC from = CreateCompatibleDC(dc);
   {
-    const SelectedObject source(from, bitmap_.get());
+    const ObjectSelection source(from, bitmap_.get());
     // A strip of square pictures shows its first one.
     const int width = std::min<int>(static_cast<int>(size_.cx), static_cast<int>(size_.cy));
     TransparentBlt(dc, left, top, size, size, from, 0, 0, width, size_.cy, transparent_);
@@ -177,7 +177,7 @@ void TabStrip::DrawUpward(HDC dc, const Theme& theme, const Tab& tab, const Rect
     tab.image->Draw(dc, (rect.left + rect.right - size) / 2, bottom - size, size);
     bottom -= theme.Scale(kImageSize + 5);
   }
-  const SelectedObject selected(dc, theme.upwardFont());
+  const ObjectSelection selected(dc, theme.upwardFont());
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, color);
   const RECT clip = ToRECT({rect.left, rect.top + 2, rect.right, bottom});

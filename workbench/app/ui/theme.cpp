@@ -44,7 +44,7 @@ ThemeColors SystemColors() {
 struct Pen {
   Pen(HDC dc, int width, COLORREF color) : pen(CreatePen(PS_SOLID, width, color)), selected(dc, pen.get()) {}
   UniquePen pen;
-  SelectedObject selected;
+  ObjectSelection selected;
 };
 
 void Stroke(HDC dc, int fromX, int fromY, int toX, int toY) {
@@ -95,7 +95,7 @@ Theme::Theme() : colors_(SystemColors()) {
   large_.reset(CreateFontIndirectW(&large));
   description.lfEscapement = description.lfOrientation = 900;
   upward_.reset(CreateFontIndirectW(&description));
-  const SelectedObject selected(screen.get(), font_.get());
+  const ObjectSelection selected(screen.get(), font_.get());
   TEXTMETRICW text = {};
   GetTextMetricsW(screen.get(), &text);
   textHeight_ = static_cast<int>(text.tmHeight);
@@ -112,7 +112,7 @@ DockMetrics Theme::dockMetrics() const {
 
 int Theme::TextWidth(const wchar_t* text) const {
   const ScreenContext screen;
-  const SelectedObject selected(screen.get(), font());
+  const ObjectSelection selected(screen.get(), font());
   SIZE size = {};
   GetTextExtentPoint32W(screen.get(), text, static_cast<int>(std::wcslen(text)), &size);
   return static_cast<int>(size.cx);
@@ -132,7 +132,7 @@ void FrameColor(HDC dc, const Rect& rect, COLORREF color) {
 }
 
 void DrawLine(HDC dc, HFONT font, const wchar_t* text, const Rect& rect, COLORREF color, UINT format) {
-  const SelectedObject selected(dc, font);
+  const ObjectSelection selected(dc, font);
   RECT area = ToRECT(rect);
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, color);
