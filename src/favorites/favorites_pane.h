@@ -10,6 +10,7 @@
 
 #include "src/favorites/add_favorite.h"
 #include "src/favorites/halvo_tree_view.h"
+#include "src/framework/command_ids.h"
 
 namespace file_explorer {
 
@@ -21,11 +22,6 @@ struct FavoritesServices {
   std::function<void(const char* path)> openFolder;  // shows a folder in the file view
   std::function<std::uint32_t()> hostFlags;          // the host's product flags
 };
-
-// Commands of the favourites toolbar.
-inline constexpr int kCommandNewFavoritesFolder = 129;
-inline constexpr int kCommandRenameFavorite = 130;
-inline constexpr int kCommandDeleteFavorite = 131;
 
 class FavoritesPane {
  public:

@@ -253,12 +253,12 @@ void CHistoryView::ShowSortingMenu(HWND commandWindow, POINT screen) const {
 
 void CHistoryView::ShowSortingMenuBelowButton(HWND toolbar, HWND commandWindow) const {
   RECT button = {};
-  SendMessageA(toolbar, TB_GETRECT, kCommandSortingMenu, reinterpret_cast<LPARAM>(&button));
+  SendMessageA(toolbar, TB_GETRECT, kCommandHistorySorting, reinterpret_cast<LPARAM>(&button));
   POINT corner = {button.left, button.bottom + 1};
   ClientToScreen(toolbar, &corner);
-  SendMessageA(toolbar, TB_PRESSBUTTON, kCommandSortingMenu, MAKELPARAM(TRUE, 0));
+  SendMessageA(toolbar, TB_PRESSBUTTON, kCommandHistorySorting, MAKELPARAM(TRUE, 0));
   ShowSortingMenu(commandWindow, corner);
-  SendMessageA(toolbar, TB_PRESSBUTTON, kCommandSortingMenu, MAKELPARAM(FALSE, 0));
+  SendMessageA(toolbar, TB_PRESSBUTTON, kCommandHistorySorting, MAKELPARAM(FALSE, 0));
 }
 
 bool CHistoryView::HandleCommand(int command, HWND toolbar, HWND commandWindow) {
@@ -270,13 +270,13 @@ bool CHistoryView::HandleCommand(int command, HWND toolbar, HWND commandWindow) 
     AskAndClearHistory(services_.mainWindow());
     return true;
   }
-  if (command == kCommandSortingMenu) {
+  if (command == kCommandHistorySorting) {
     ShowSortingMenuBelowButton(toolbar, commandWindow);
     return true;
   }
-  if (command == kCommandToggleIcons) {
+  if (command == kCommandHistoryIcons) {
     SetShowIcons(!showIcons_);
-    SendMessageA(toolbar, TB_CHECKBUTTON, kCommandToggleIcons, MAKELPARAM(showIcons_ ? TRUE : FALSE, 0));
+    SendMessageA(toolbar, TB_CHECKBUTTON, kCommandHistoryIcons, MAKELPARAM(showIcons_ ? TRUE : FALSE, 0));
     return true;
   }
   return false;

@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 
+#include "src/framework/command_ids.h"
 #include "src/framework/unique_handle.h"
 #include "src/history/history_list.h"
 
@@ -32,12 +33,6 @@ struct HistoryServices {
   // The bitmap becomes the view's.
   std::function<HBITMAP(const char* path, int pixels)> preview;
 };
-
-// Commands of the history toolbar and of the sorting menu.
-inline constexpr int kCommandClearHistory = 133;
-inline constexpr int kCommandSortingMenu = 134;
-inline constexpr int kCommandToggleIcons = 135;
-inline constexpr int kCommandFirstSorting = 3000;  // 3000 to 3003: sorting methods 0 to 3
 
 class CHistoryView {
  public:
