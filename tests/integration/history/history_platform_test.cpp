@@ -35,8 +35,7 @@ TEST_F(HistoryPlatformTest, AGoldenFileComesBackByteForByte) {
       "m0=EA070B0001001000020005001E00FF0031\r\n"
       "d0=Model.3DS\r\n"
       "f0=X:\\nowhere\\Model.3DS\r\n"
-      "m1=D107010001000100000000000000000"
-      "0DB\r\n"
+      "m1=D1070100010001000000000000000000DB\r\n"
       "d1=b.obj\r\n"
       "f1=X:\\nowhere\\b.obj\r\n";
   folder.Put("history.dat", golden);

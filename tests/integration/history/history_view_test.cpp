@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "src/framework/command_ids.h"
 #include "tests/integration/favorites/message_boxes.h"
 #include "tests/integration/history/history_test_folder.h"
 #include "tests/support/wait_until.h"
@@ -301,7 +302,7 @@ TEST_F(HistoryViewTest, CommandsSortAndToggleIcons) {
     EXPECT_TRUE(view->HandleCommand(kCommandFirstSorting + method, nullptr, panel));
     EXPECT_EQ(view->GetSortingMethod(), method);
   }
-  EXPECT_TRUE(view->HandleCommand(kCommandToggleIcons, nullptr, panel));
+  EXPECT_TRUE(view->HandleCommand(kCommandHistoryIcons, nullptr, panel));
   EXPECT_TRUE(view->GetShowIcons());
   EXPECT_FALSE(view->HandleCommand(106, nullptr, panel));
 }
