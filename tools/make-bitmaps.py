@@ -30,6 +30,8 @@ ICONS = [
     ('src/res/explorer.svg', 'src/res/explorer-16.svg'),
     ('workbench/app/res/workbench.svg', 'workbench/app/res/workbench-16.svg'),
 ]
+# The toolbars' pictures for the help pages: the strip as PNG with a transparent background.
+HELP_STRIP = ('src/res/ToolbarBitmaps1.svg', 608, 15, 'help/ui_file_explorer/toolbar.png')
 ICON_SIZES = [16, 20, 24, 32, 48, 256]
 
 
@@ -128,6 +130,8 @@ def products():
     """Path -> content of everything that is made."""
     made = {source.replace('.svg', '.bmp'): bmp24(strip_rows(source, *shape)) for source, *shape in STRIPS}
     made.update({source.replace('.svg', '.ico'): icon(source, small) for source, small in ICONS})
+    source, width, height, target = HELP_STRIP
+    made[target] = render(source, width, height)
     return made
 
 
