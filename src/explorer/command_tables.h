@@ -6,7 +6,7 @@
 #include <span>
 #include <string_view>
 
-#include "src/explorer/command_ids.h"
+#include "src/framework/command_ids.h"
 
 namespace file_explorer {
 

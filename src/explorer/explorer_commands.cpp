@@ -1,5 +1,6 @@
 #include "src/explorer/explorer_commands.h"
 
+#include "src/explorer/add_favorite_command.h"
 #include "src/explorer/command_tables.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
@@ -29,6 +30,7 @@ void SearchFiles(ExplorerWindow& window, int) {
                                    static_cast<const char* const*>(keywords), static_cast<void**>(values));
 }
 
+void AddFavorite(ExplorerWindow& window, int) { AddToFavorites(window.state(), false); }
 void Cut(ExplorerWindow& window, int) { ExecuteOnSelection(window.fileView(), ShellCommand::kCut); }
 void Copy(ExplorerWindow& window, int) { ExecuteOnSelection(window.fileView(), ShellCommand::kCopy); }
 void Paste(ExplorerWindow& window, int) { ExecuteOnFolder(window.fileView(), ShellCommand::kPaste); }
@@ -46,6 +48,7 @@ struct CommandRow {
 
 constexpr CommandRow kCommands[] = {
     {kCommandDockingMenu, ShowDockingMenu},
+    {kCommandAddToFavorites, AddFavorite},
     {kCommandDetailMode, ChooseDisplayMode},
     {kCommandListMode, ChooseDisplayMode},
     {kCommandLargeIconMode, ChooseDisplayMode},

@@ -1,4 +1,6 @@
 // The explorer window's contents: toolbar, combo box and file view.
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include "src/explorer/command_tables.h"

@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "src/explorer/command_ids.h"
-#include "src/favorites/halvo_tree_view.h"
+#include "src/framework/command_ids.h"
+#include "src/favorites/favorites_pane.h"
 #include "src/framework/unique_handle.h"
 #include "src/history/history_view.h"
 #include "src/host/host_services.h"
@@ -52,7 +52,7 @@ struct ExplorerState {
 
   std::unique_ptr<ExplorerWindow> explorerWindow;
   std::unique_ptr<CHistoryView> historyView;
-  std::unique_ptr<CHalvoTreeView> favoritesTree;
+  std::unique_ptr<FavoritesPane> favoritesPane;
   SelectorToolbars toolbars;
   unique_himagelist selectorImages;
   std::unique_ptr<ShellControlHost> folderViewHost;

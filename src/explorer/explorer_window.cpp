@@ -1,5 +1,7 @@
 #include "src/explorer/explorer_window.h"
 
+#include <windows.h>
+
 #include <commctrl.h>
 #include <windowsx.h>
 
@@ -11,6 +13,7 @@
 #include "src/explorer/toolbar_builder.h"
 #include "src/framework/module_context.h"
 #include "src/host/plugin_protocol.h"
+#include "src/settings/directory_links.h"
 
 namespace file_explorer {
 namespace {

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "src/explorer/command_ids.h"
+#include "src/framework/command_ids.h"
 #include "src/explorer/pattern_box.h"
 #include "src/framework/unique_handle.h"
 #include "src/shellhost/shell_controls.h"

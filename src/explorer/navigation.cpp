@@ -1,5 +1,7 @@
 #include "src/explorer/navigation.h"
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include <array>

@@ -1,4 +1,6 @@
 // The messages of the explorer's page in the host's utility panel.
+#include <windows.h>
+
 #include <commctrl.h>
 #include <windowsx.h>
 
@@ -13,12 +15,13 @@ namespace file_explorer {
 namespace {
 
 // The view in front sees every message first.
-bool OfferToCurrentView(ExplorerState& state, HWND panel, UINT message, WPARAM wParam, LPARAM lParam) {
+bool OfferToCurrentView(ExplorerState& state, HWND panel, UINT message, WPARAM wParam, LPARAM lParam,
+                        LRESULT* result) {
   if (state.currentView == SelectorView::History && state.historyView) {
     return state.historyView->HandleMessage(panel, message, wParam, lParam);
   }
-  if (state.currentView == SelectorView::Favorites && state.favoritesTree) {
-    return state.favoritesTree->RouteNotification(panel, message, wParam, lParam, false);
+  if (state.currentView == SelectorView::Favorites && state.favoritesPane) {
+    return state.favoritesPane->HandleMessage(panel, message, wParam, lParam, result);
   }
   return false;
 }
@@ -34,9 +37,9 @@ LRESULT OnNotify(ExplorerState& state, HWND panel, LPARAM lParam) {
   return 0;
 }
 
-void OnCommand(ExplorerState& state, WPARAM wParam, LPARAM lParam) {
+void OnCommand(ExplorerState& state, HWND panel, WPARAM wParam, LPARAM lParam) {
   const int command = LOWORD(wParam);
-  if (RunPanelCommand(state, command)) return;
+  if (RunPanelCommand(state, panel, command)) return;
   // What the panel does not know is the explorer's; the host's own procedure sees the message as well.
   if (state.explorerWindow) {
     SendMessageA(state.explorerWindow->window(), WM_COMMAND, static_cast<WPARAM>(command), lParam);
@@ -47,9 +50,10 @@ void OnCommand(ExplorerState& state, WPARAM wParam, LPARAM lParam) {
 
 LRESULT HandlePanelMessage(ExplorerState& state, HWND panel, UINT message, WPARAM wParam, LPARAM lParam,
                            bool* handled) {
-  if (OfferToCurrentView(state, panel, message, wParam, lParam)) {
+  LRESULT result = 0;
+  if (OfferToCurrentView(state, panel, message, wParam, lParam, &result)) {
     *handled = true;
-    return 0;
+    return result;
   }
   switch (message) {
     case WM_SIZE:
@@ -61,7 +65,7 @@ LRESULT HandlePanelMessage(ExplorerState& state, HWND panel, UINT message, WPARA
     case WM_NOTIFY:
       return OnNotify(state, panel, lParam);
     case WM_COMMAND:
-      OnCommand(state, wParam, lParam);
+      OnCommand(state, panel, wParam, lParam);
       break;
   }
   return 0;

@@ -1,5 +1,7 @@
 #include "src/explorer/pattern_box.h"
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include "src/explorer/explorer_state.h"

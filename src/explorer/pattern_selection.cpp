@@ -1,5 +1,7 @@
 #include "src/explorer/pattern_selection.h"
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include <array>

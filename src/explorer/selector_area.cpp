@@ -1,5 +1,7 @@
 #include "src/explorer/selector_area.h"
 
+#include <windows.h>
+
 #include <commctrl.h>
 #include <windowsx.h>
 
@@ -67,7 +69,7 @@ void ApplyStartDirectory(ExplorerState& state) {
 
 HWND HistoryWindow(const ExplorerState& state) { return state.historyView ? state.historyView->window() : nullptr; }
 HWND FavoritesWindow(const ExplorerState& state) {
-  return state.favoritesTree ? state.favoritesTree->window() : nullptr;
+  return state.favoritesPane ? state.favoritesPane->window() : nullptr;
 }
 
 void Show(HWND window, bool visible) {

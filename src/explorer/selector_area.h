@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-#include "src/explorer/command_ids.h"
+#include "src/framework/command_ids.h"
 
 namespace file_explorer {
 

@@ -5,7 +5,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "src/explorer/command_ids.h"
+#include "src/framework/command_ids.h"
 #include "src/framework/module_context.h"
 #include "src/host/plugin_protocol.h"
 #include "src/plugin/host_version.h"

@@ -39,13 +39,15 @@ const CWinApp::MessageMap* CMainApp::GetMessageMap() const {
 
 BOOL CMainApp::InitInstance() {
   mainApp = this;
-  state_.hostRegistration = nullptr;
   if (FAILED(CoInitialize(nullptr))) return FALSE;
+  state_ = new ExplorerState();
   WriteVersionToRegistry();
   return CWinApp::InitInstance();
 }
 
 int CMainApp::ExitInstance() {
+  delete state_;
+  state_ = nullptr;
   ExplorerWindow::UnregisterWindowClass(ModuleInstance());
   CoUninitialize();
   return CWinApp::ExitInstance();

@@ -28,18 +28,19 @@ class CMainApp : public CWinApp {
   // Brings the explorer's page to the front and shows the view of command 106, 107 or 108.
   void ShowSelectorPane(int command);
 
-  ExplorerState& state() { return state_; }
+  ExplorerState& state() { return *state_; }
 
  private:
   static LRESULT CALLBACK PanelProcedure(HWND panel, UINT message, WPARAM wParam, LPARAM lParam);
   void CreatePanel();
   bool CreateExplorerWindow();
   void CreateHistoryView();
-  void CreateFavoritesTree();
+  void CreateFavoritesPane();
   void ReleaseHostRegistration();
-  void SaveAndDestroyFavorites();
 
-  ExplorerState state_;
+  // Made by InitInstance, deleted by ExitInstance. When the process ends with an instance still standing it is left as it
+  // is: the windows and libraries that it would let go of are gone already.
+  ExplorerState* state_ = nullptr;
   bool oleInitialised_ = false;
 };
 

@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "src/explorer/command_ids.h"
+#include "src/framework/command_ids.h"
 
 namespace file_explorer {
 namespace {

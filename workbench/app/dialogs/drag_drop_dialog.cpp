@@ -36,7 +36,7 @@ class DragDropDialog : private ModalDialog {
   explicit DragDropDialog(const std::string& profilePath) : profilePath_(profilePath) {}
 
   bool Show(HWND owner) {
-    DialogTemplate controls(L"Drag && Drop Confirmations", kWidth, kHeight);
+    DialogTemplate controls(L"Drag & Drop Confirmations", kWidth, kHeight);
     controls.AddGroup(L"When files are dragged", {7, 7, kWidth - 14, 76});
     short y = 20;
     for (const OptionEntry& option : kOptions) {

@@ -41,6 +41,7 @@ enum Command : int {
   kCommandHistoryIcons = 135,
   kCommandGoToMenu = 924,
   kCommandGoToHome = 2000,
+  kCommandFirstSorting = 3000,  // 3000 to 3003: history sorting methods 0 to 3
 };
 
 // The commands that the explorer window takes for itself.
