@@ -136,6 +136,22 @@ TEST_F(CollapseTest, OnlyCollapsibleWindowsAtASideHaveTheStates) {
   EXPECT_EQ(State(), kStateNormal);
 }
 
+TEST_F(CollapseTest, TheInnerEdgeOfAPoppedOutWindowResizesIt) {
+  SetState(host::kStateCollapsed);
+  Click(SiteWindow(), Middle(EdgeTab()));
+  DockFrame* frame = host().windows().FrameOf(window_->window());
+  const Rect before = PlaceInSite(frame->window());
+  const Point grip = Middle(frame->GripRect());
+  Press(frame->window(), grip);
+  Drag(frame->window(), {grip.x, frame->GripRect().bottom - 30});
+  ReleaseAt(frame->window(), grip);
+  const Rect after = PlaceInSite(frame->window());
+  EXPECT_EQ(after.height(), before.height() + 30);
+  EXPECT_EQ(after.bottom, before.bottom);
+  SetState(host::kStateExpanded);
+  EXPECT_TRUE(frame->GripRect().empty());
+}
+
 TEST_F(CollapseTest, EverySideHasAnEdge) {
   for (const Area area : {Area::Left, Area::Right, Area::Top}) {
     DockTarget target;

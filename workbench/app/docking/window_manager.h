@@ -150,6 +150,7 @@ class WindowManager : private DockFrameOwner,
   void OnFrameToggle(ItemId item) override;
   void OnFrameMenu(ItemId item, POINT screen) override;
   void OnFrameClicked(ItemId item) override;
+  void OnFrameResized(GroupId group, int growth) override;
   void OnFrameDrag(GroupId group, ItemId item, POINT screen) override;
   void OnFloatingPlaced(GroupId group, const Rect& rect) override;
   void OnFloatingClose(GroupId group) override;

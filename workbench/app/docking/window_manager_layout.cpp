@@ -96,6 +96,7 @@ FrameContent WindowManager::ContentOf(const DockGroup& group) const {
   FrameContent content;
   content.front = model_.FrontItem(group);
   content.pinned = group.pinned;
+  if (group.id == poppedOut_) content.poppedFrom = SideOf(group.area);
   for (const ItemId item : model_.VisibleItems(group)) {
     const ManagedWindow* managed = Find(item);
     if (managed == nullptr) continue;

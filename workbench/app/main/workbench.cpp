@@ -87,6 +87,9 @@ void Workbench::CreateParts() {
   windows_ = std::make_unique<WindowManager>(main_->window(), theme_, PlacementStore(options_.profilePath));
   documents_ = std::make_unique<DocumentList>(windows_->documents(), options_.documents.openView,
                                               [this] { UpdateStatus(); });
+  if (options_.documents.createWelcome)
+    welcome_ = options_.documents.createWelcome(windows_->documents().window());
+  if (welcome_ != nullptr) windows_->documents().SetEmptyWindow(welcome_->window());
   panel_ = std::make_unique<UtilityPanel>(windows_->site().window(), theme_);
   OnRoomChanged(main_->Room());
   DockRequest panel;
@@ -206,6 +209,8 @@ void Workbench::Close() {
   plugin_->Unload();  // its windows go first, and are remembered as they go
   windows_->SaveAll();
   documents_.reset();
+  windows_->documents().SetEmptyWindow(nullptr);
+  welcome_.reset();
   plugin_.reset();
   windows_.reset();
   panel_.reset();

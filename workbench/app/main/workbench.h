@@ -120,6 +120,7 @@ class Workbench : private MainWindowOwner {
   std::unique_ptr<MainWindow> main_;
   std::unique_ptr<WindowManager> windows_;
   std::unique_ptr<UtilityPanel> panel_;
+  std::unique_ptr<DocumentView> welcome_;  // shows while no document is open
   std::unique_ptr<DocumentList> documents_;
   std::unique_ptr<PluginHost> plugin_;
   bool oleReady_ = false;
