@@ -26,6 +26,15 @@ std::wstring ItemText(HWND dialog, int id) {
   return WindowText(GetDlgItem(dialog, id));
 }
 
+// The texts of all controls, a line each.
+std::wstring AllTexts(HWND dialog) {
+  std::wstring all;
+  for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    all += WindowText(child) + L"\n";
+  }
+  return all;
+}
+
 class HostDialogs : public testing::Test {
  protected:
   std::string ProfileText(const char* section, const char* key) const {
@@ -51,6 +60,11 @@ TEST_F(HostDialogs, RefuseAnUnknownKeyword) {
        {"", "Unknown", "envvariablesdialog-directorypaths-tab", "ImportConverterOptionsDialogBo"}) {
     EXPECT_FALSE(ShowHostDialog(keyword, host_.window(), nullptr, profile_));
   }
+}
+
+TEST_F(HostDialogs, AreNotShownForAnOwnerThatIsNoWindow) {
+  const HWND gone = reinterpret_cast<HWND>(0x7FFFFFF0);
+  EXPECT_FALSE(ShowHostDialog(kPaths, gone, nullptr, profile_));
 }
 
 TEST_F(HostDialogs, DirectoryPathsShowsTheProfileTheDefaultsAndTheWorkingDirectory) {
@@ -110,7 +124,6 @@ TEST_F(HostDialogs, DirectoryPathsSaysWhenItCanNotSave) {
   {
     std::function<void(HWND)> act = [&](HWND dialog) {
       SetDlgItemTextW(dialog, workbench::kFirstPathEdit, L"e:\\x");
-      SendMessageW(dialog, WM_TIMER, 0, 0);
       // The message box comes up inside this call and is answered by the timer below.
       const UINT_PTR timer = SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR, DWORD) {
         const HWND box = FindWindowW(L"#32770", L"Error");
@@ -257,10 +270,7 @@ TEST_F(ImportOptions, SayThatAHandlerIsUnknown) {
 
 TEST_F(HostDialogs, AboutNamesTheWorkbenchAndTheModuleWithTheirVersions) {
   const DialogDriver driver([](HWND dialog) {
-    std::wstring all;
-    for (HWND child = GetWindow(dialog, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
-      all += WindowText(child) + L"\n";
-    }
+    const std::wstring all = AllTexts(dialog);
     EXPECT_NE(all.find(L"Workbench\nVersion 1.2.3.4\n"), std::wstring::npos);
     EXPECT_NE(all.find(L"ui_file_explorer.dll, version 5.6.7.8\n"), std::wstring::npos);
     EXPECT_NE(all.find(L"c:\\bin\\ui_file_explorer.dll\n"), std::wstring::npos);
@@ -272,7 +282,7 @@ TEST_F(HostDialogs, AboutNamesTheWorkbenchAndTheModuleWithTheirVersions) {
 
 TEST_F(HostDialogs, AboutSaysWhenNoModuleIsLoaded) {
   const DialogDriver driver([](HWND dialog) {
-    EXPECT_NE(FindWindowExW(dialog, nullptr, L"EDIT", L"No module is loaded"), nullptr);
+    EXPECT_NE(AllTexts(dialog).find(L"No module is loaded\n"), std::wstring::npos);
     Type(dialog, VK_ESCAPE);
   });
   workbench::ShowAboutDialog(host_.window(), {L"1.2.3.4", L"", L""});

@@ -90,6 +90,18 @@ TEST(OpenDocument, OpensPathsOfOver260Characters) {
   EXPECT_EQ(view->title(), L"deep.png");
 }
 
+TEST(OpenDocument, OpensNamesThatThePlainFormOfAPathWouldChange) {
+  const TempDirectory folder;
+  ViewHost host;
+  for (const wchar_t* name : {L"trailing dot.", L"aux.txt", L"blank "}) {
+    std::wstring error;
+    const workbench::DocumentView* view = host.Open(folder.AddFile(name, "text\n"), &error);
+    ASSERT_NE(view, nullptr) << std::string(error.begin(), error.end());
+    EXPECT_EQ(view->kind(), L"text");
+    EXPECT_EQ(view->title(), name);
+  }
+}
+
 TEST(OpenDocument, OpensFoldersAndDrives) {
   const TempDirectory folder;
   ViewHost host;

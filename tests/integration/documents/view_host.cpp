@@ -12,9 +12,11 @@ ViewHost::ViewHost(int width, int height) {
   windowClass.hInstance = GetModuleHandleW(nullptr);
   windowClass.lpszClassName = L"DocumentTestHost";
   RegisterClassW(&windowClass);
-  window_ = CreateWindowExW(0, L"DocumentTestHost", L"", WS_POPUP | WS_VISIBLE, 10, 10, width, height,
-                            nullptr, nullptr, windowClass.hInstance, nullptr);
+  window_ = CreateWindowExW(0, L"DocumentTestHost", L"", WS_POPUP, 10, 10, width, height, nullptr, nullptr,
+                            windowClass.hInstance, nullptr);
   if (window_ == nullptr) throw std::runtime_error("cannot create the host window");
+  // Not activated: without a window manager each activated window costs two seconds when it goes.
+  ShowWindow(window_, SW_SHOWNOACTIVATE);
 }
 
 ViewHost::~ViewHost() {

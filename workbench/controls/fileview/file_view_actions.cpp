@@ -4,7 +4,7 @@
 
 #include "workbench/controls/com/event_arguments.h"
 #include "workbench/controls/fileview/file_view.h"
-#include "workbench/controls/fileview/item_menu.h"
+#include "workbench/controls/shell/item_menu.h"
 #include "workbench/controls/model/path_logic.h"
 #include "workbench/controls/shell/display_format.h"
 #include "workbench/controls/shell/file_commands.h"

@@ -1,7 +1,7 @@
 // The file view's properties and methods.
 #include "workbench/controls/com/class_server.h"
 #include "workbench/controls/fileview/file_view.h"
-#include "workbench/controls/fileview/item_menu.h"
+#include "workbench/controls/shell/item_menu.h"
 
 namespace controls {
 

@@ -56,7 +56,9 @@ TypeCache::Entry& TypeCache::Resolved(uint32_t type) {
   entry.name = info.szTypeName;
   if (folder) {
     if (entry.name.empty()) entry.name = L"Folder";
-  } else if (entry.name.empty() || EqualsIgnoringCase(entry.name, entry.extension + L" file")) {
+  } else if (entry.name.empty() || EqualsIgnoringCase(entry.name, entry.extension + L" file") ||
+             EqualsIgnoringCase(entry.name, L"." + entry.extension + L" file")) {
+    // The shell has only put the extension into words: ours read better.
     entry.name = FallbackTypeName(entry.extension);
   }
   return entry;

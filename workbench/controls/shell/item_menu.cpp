@@ -1,4 +1,4 @@
-#include "workbench/controls/fileview/item_menu.h"
+#include "workbench/controls/shell/item_menu.h"
 
 namespace controls {
 
