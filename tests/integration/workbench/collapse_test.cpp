@@ -91,6 +91,18 @@ TEST_F(CollapseTest, APoppedOutWindowGoesBackWhenAnotherWindowTakesTheFocus) {
   EXPECT_TRUE(test_support::WaitUntil([&] { return !IsWindowVisible(window_->window()); }));
 }
 
+TEST_F(CollapseTest, ACollapsedWindowDoesNotKeepTheKeyboard) {
+  SetForegroundWindow(host().window());
+  SetFocus(window_->window());
+  SetState(host::kStateCollapsed);
+  EXPECT_NE(GetFocus(), window_->window());
+  const Point at = Middle(EdgeTab());
+  SetCursorPos(0, 0);
+  SendMessageW(SiteWindow(), WM_MOUSEHOVER, 0, MAKELPARAM(at.x, at.y));
+  ASSERT_TRUE(IsWindowVisible(window_->window()));
+  EXPECT_TRUE(test_support::WaitUntil([&] { return !IsWindowVisible(window_->window()); }));
+}
+
 TEST_F(CollapseTest, AWindowThatIsShownWhileCollapsedPopsOut) {
   SetState(host::kStateCollapsed);
   host::Call<op::ShowManagedWindow>(services(), window_->window(), 1);

@@ -125,6 +125,7 @@ class WindowManager : private DockFrameOwner,
   void DropUnusedFrames();
   void PlaceFrames();
   void UpdateEdges();
+  void ReleaseHiddenFocus();
   DockFrame& FrameFor(const DockGroup& group);
   FloatingFrame& FloatingFor(const DockGroup& group);
   FrameContent ContentOf(const DockGroup& group) const;
