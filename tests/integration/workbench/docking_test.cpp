@@ -312,6 +312,27 @@ TEST_F(DockingTest, ADoubleClickOnTheCaptionAsksTheWindowFirst) {
   EXPECT_EQ(window->Count(host::kNotifyFloated), 1) << "a window that does not toggle floats";
 }
 
+TEST_F(DockingTest, TheDockingMenuMovesTheWindow) {
+  const auto window = Docked(host::kMethodTabbedCollapsible, host::kDockBottom);
+  const auto choose = [&](int steps) {
+    for (int i = 0; i < steps; ++i) PostMessageW(host().window(), WM_KEYDOWN, VK_DOWN, 0);
+    PostMessageW(host().window(), WM_KEYDOWN, VK_RETURN, 0);
+    host::Call<op::ShowDockingMenu>(services(), window->window(), 200, 200);
+    host().Pump();
+    return host().windows().model().GroupOf(host().windows().ItemOf(window->window()))->area;
+  };
+  EXPECT_EQ(choose(2), Area::Right);
+  EXPECT_EQ(choose(3), Area::Top);
+  EXPECT_EQ(choose(5), Area::Document);
+  EXPECT_EQ(choose(6), Area::Floating);
+  EXPECT_EQ(choose(1), Area::Left);
+  EXPECT_EQ(choose(7), Area::Left);
+  EXPECT_EQ(host::Call<op::GetWindowState>(services(), window->window()), host::kStateCollapsed);
+  EXPECT_EQ(choose(8), Area::Left);
+  EXPECT_FALSE(host().windows().IsShown(window->window()));
+  EXPECT_EQ(window->Count(host::kNotifyClose), 1);
+}
+
 TEST_F(DockingTest, TheFocusMakesTheWindowActive) {
   const auto window = Docked(host::kMethodTabbedCollapsible, host::kDockBottom);
   SetForegroundWindow(host().window());

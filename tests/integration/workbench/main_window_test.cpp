@@ -5,6 +5,7 @@
 
 #include "src/host/vc64_tx.h"
 #include "tests/integration/workbench/workbench_fixture.h"
+#include "tests/support/explorer/leak_count.h"
 
 namespace workbench {
 namespace {
@@ -104,29 +105,50 @@ TEST_F(MainWindowTest, ClosingEndsTheLoop) {
   host().Close();
 }
 
-TEST_F(MainWindowTest, ManyRunsInOneProcessLeaveNoWindowBehind) {
-  const auto windows = [] {
-    int count = 0;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND, LPARAM count) {
-          ++*reinterpret_cast<int*>(count);
-          return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&count));
-    return count;
-  };
+TEST_F(MainWindowTest, TheEndOfTheSessionSavesThePlaces) {
   Start();
-  Stop();
-  const int before = windows();
-  for (int i = 0; i < 10; ++i) {
+  const auto window = Docked(host::kMethodTabbedCollapsible, host::kDockRight);
+  SetWindowPos(host().window(), nullptr, 40, 50, 900, 640, SWP_NOZORDER);
+  SendMessageW(host().window(), WM_ENDSESSION, FALSE, 0);
+  const PlacementStore store(folder_.Join(L"workbench.ini"));
+  EXPECT_EQ(store.LoadText(L"Main-Window"), L"") << "the session goes on";
+  SendMessageW(host().window(), WM_ENDSESSION, TRUE, 0);
+  EXPECT_EQ(store.LoadText(L"Main-Window"), L"40,50,940,690,0");
+  ASSERT_TRUE(store.Load(kTestGuid).has_value());
+  EXPECT_EQ(store.Load(kTestGuid)->area, Area::Right);
+}
+
+TEST_F(MainWindowTest, ARelativeProfileLiesInTheCurrentFolder) {
+  wchar_t before[MAX_PATH] = L"";
+  GetCurrentDirectoryW(MAX_PATH, before);
+  SetCurrentDirectoryW(folder_.path().c_str());
+  WorkbenchOptions options = Options();
+  options.profilePath = L"mine.ini";
+  Start(std::move(options));
+  SetCurrentDirectoryW(before);
+  EXPECT_EQ(host().profilePath(), folder_.Join(std::string("mine.ini")));
+}
+
+TEST_F(MainWindowTest, ManyRunsInOneProcessLeaveNothingBehind) {
+  const auto run = [&] {
     Start();
-    auto window = Docked(host::kMethodFloating, host::kDockBottom);
+    auto floating = Docked(host::kMethodFloating, host::kDockBottom);
+    auto docked = Docked(host::kMethodTabbedCollapsible, host::kDockBottom, kOtherGuid);
+    host::Call<host::op::SetWindowState>(services(), docked->window(), host::kStateCollapsed);
     host().OpenDocument(folder_.AddFile(L"one.txt", "1"));
-    window.reset();
+    host().Pump();
+    floating.reset();
+    docked.reset();
     Stop();
-  }
-  EXPECT_EQ(windows(), before);
+  };
+  run();
+  run();
+  const test_support::LeakCount before = test_support::CountLeaks();
+  for (int i = 0; i < 8; ++i) run();
+  const test_support::LeakCount after = test_support::CountLeaks();
+  EXPECT_EQ(after.windows, before.windows);
+  EXPECT_EQ(after.gdiObjects, before.gdiObjects);
+  EXPECT_EQ(after.hostAllocations, before.hostAllocations);
 }
 
 }  // namespace
