@@ -91,6 +91,18 @@ TEST_F(CollapseTest, APoppedOutWindowGoesBackWhenAnotherWindowTakesTheFocus) {
   EXPECT_TRUE(test_support::WaitUntil([&] { return !IsWindowVisible(window_->window()); }));
 }
 
+TEST_F(CollapseTest, ACollapsedWindowDoesNotKeepTheKeyboard) {
+  SetForegroundWindow(host().window());
+  SetFocus(window_->window());
+  SetState(host::kStateCollapsed);
+  EXPECT_NE(GetFocus(), window_->window());
+  const Point at = Middle(EdgeTab());
+  SetCursorPos(0, 0);
+  SendMessageW(SiteWindow(), WM_MOUSEHOVER, 0, MAKELPARAM(at.x, at.y));
+  ASSERT_TRUE(IsWindowVisible(window_->window()));
+  EXPECT_TRUE(test_support::WaitUntil([&] { return !IsWindowVisible(window_->window()); }));
+}
+
 TEST_F(CollapseTest, AWindowThatIsShownWhileCollapsedPopsOut) {
   SetState(host::kStateCollapsed);
   host::Call<op::ShowManagedWindow>(services(), window_->window(), 1);
@@ -134,6 +146,22 @@ TEST_F(CollapseTest, OnlyCollapsibleWindowsAtASideHaveTheStates) {
   EXPECT_TRUE(IsWindowVisible(window_->window()));
   SetState(99);
   EXPECT_EQ(State(), kStateNormal);
+}
+
+TEST_F(CollapseTest, TheInnerEdgeOfAPoppedOutWindowResizesIt) {
+  SetState(host::kStateCollapsed);
+  Click(SiteWindow(), Middle(EdgeTab()));
+  DockFrame* frame = host().windows().FrameOf(window_->window());
+  const Rect before = PlaceInSite(frame->window());
+  const Point grip = Middle(frame->GripRect());
+  Press(frame->window(), grip);
+  Drag(frame->window(), {grip.x, frame->GripRect().bottom - 30});
+  ReleaseAt(frame->window(), grip);
+  const Rect after = PlaceInSite(frame->window());
+  EXPECT_EQ(after.height(), before.height() + 30);
+  EXPECT_EQ(after.bottom, before.bottom);
+  SetState(host::kStateExpanded);
+  EXPECT_TRUE(frame->GripRect().empty());
 }
 
 TEST_F(CollapseTest, EverySideHasAnEdge) {

@@ -17,6 +17,7 @@ std::span<const DockFrame::MessageHandler> DockFrame::Handlers() {
       {WM_PAINT, &DockFrame::OnPaint},
       {WM_ERASEBKGND, &DockFrame::OnErase},
       {WM_SIZE, &DockFrame::OnSize},
+      {WM_SETCURSOR, &DockFrame::OnSetCursor},
       {WM_MOUSEMOVE, &DockFrame::OnMouseMove},
       {WM_MOUSELEAVE, &DockFrame::OnMouseLeave},
       {WM_LBUTTONDOWN, &DockFrame::OnButtonDown},
@@ -48,10 +49,8 @@ void DockFrame::SetActive(bool active) {
 }
 
 void DockFrame::PlaceContent() {
-  RECT client = {};
-  GetClientRect(window(), &client);
-  const Rect area = ToRect(client);
-  tabs_.SetRect({area.left + 1, area.bottom - TabStripHeight(), area.right - 1, area.bottom - 1}, theme_);
+  const Rect area = Inside();
+  tabs_.SetRect({area.left, area.bottom - TabStripHeight(), area.right, area.bottom}, theme_);
   const Rect place = ContentRect();
   HWND front = nullptr;
   for (size_t i = 0; i < content_.windows.size(); ++i) {
@@ -66,18 +65,62 @@ void DockFrame::PlaceContent() {
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
 }
 
-Rect DockFrame::CaptionRect() const {
+// The frame inside its border line and without the grip.
+Rect DockFrame::Inside() const {
   RECT client = {};
   GetClientRect(window(), &client);
-  return {1, 1, static_cast<int>(client.right) - 1, 1 + theme_.captionHeight()};
+  Rect inside = {1, 1, static_cast<int>(client.right) - 1, static_cast<int>(client.bottom) - 1};
+  if (!content_.poppedFrom) return inside;
+  const int grip = theme_.Scale(4);
+  switch (*content_.poppedFrom) {
+    case Side::Left:
+      inside.right -= grip;
+      break;
+    case Side::Right:
+      inside.left += grip;
+      break;
+    case Side::Top:
+      inside.bottom -= grip;
+      break;
+    case Side::Bottom:
+      inside.top += grip;
+      break;
+  }
+  return inside;
+}
+
+Rect DockFrame::GripRect() const {
+  if (!content_.poppedFrom) return {};
+  RECT client = {};
+  GetClientRect(window(), &client);
+  Rect grip = ToRect(client);
+  const Rect inside = Inside();
+  switch (*content_.poppedFrom) {
+    case Side::Left:
+      grip.left = inside.right;
+      break;
+    case Side::Right:
+      grip.right = inside.left;
+      break;
+    case Side::Top:
+      grip.top = inside.bottom;
+      break;
+    case Side::Bottom:
+      grip.bottom = inside.top;
+      break;
+  }
+  return grip;
+}
+
+Rect DockFrame::CaptionRect() const {
+  const Rect inside = Inside();
+  return {inside.left, inside.top, inside.right, inside.top + theme_.captionHeight()};
 }
 
 Rect DockFrame::ContentRect() const {
-  RECT client = {};
-  GetClientRect(window(), &client);
-  const Rect caption = CaptionRect();
-  const int bottom = static_cast<int>(client.bottom) - std::max(TabStripHeight(), 1);
-  return {1, caption.bottom, caption.right, std::max(bottom, caption.bottom)};
+  const Rect inside = Inside();
+  const int top = CaptionRect().bottom;
+  return {inside.left, top, inside.right, std::max(inside.bottom - TabStripHeight(), top)};
 }
 
 int DockFrame::TabStripHeight() const {
@@ -142,6 +185,37 @@ LRESULT DockFrame::OnErase(const Message&) {
   return 1;
 }
 
+LRESULT DockFrame::OnSetCursor(const Message& message) {
+  POINT at = {};
+  GetCursorPos(&at);
+  ScreenToClient(window(), &at);
+  if (!GripRect().Contains(ToPoint(at))) return Default(message);
+  SetCursor(LoadCursorW(nullptr, MAKEINTRESOURCEW(IsVertical(*content_.poppedFrom) ? 32644 : 32645)));
+  return TRUE;
+}
+
+// The inner edge follows the mouse; the side that the frame is popped out from stays.
+void DockFrame::ResizeTo(POINT at) {
+  const Rect grip = GripRect();
+  if (grip.empty()) return;
+  int growth = 0;
+  switch (*content_.poppedFrom) {
+    case Side::Left:
+      growth = static_cast<int>(at.x) - grip.left;
+      break;
+    case Side::Right:
+      growth = grip.right - static_cast<int>(at.x);
+      break;
+    case Side::Top:
+      growth = static_cast<int>(at.y) - grip.top;
+      break;
+    case Side::Bottom:
+      growth = grip.bottom - static_cast<int>(at.y);
+      break;
+  }
+  if (growth != 0) owner_.OnFrameResized(group_, growth);
+}
+
 LRESULT DockFrame::OnSize(const Message&) {
   PlaceContent();
   InvalidateRect(window(), nullptr, FALSE);
@@ -156,9 +230,13 @@ void DockFrame::SetHover(Button button) {
 
 LRESULT DockFrame::OnMouseMove(const Message& message) {
   const POINT at = message.point();
+  if (resizing_) {
+    ResizeTo(at);
+    return 0;
+  }
   if (dragArmed_ && (message.first & MK_LBUTTON) != 0) {
     const bool moved = std::abs(at.x - dragStart_.x) > GetSystemMetrics(SM_CXDRAG) ||
-                     std::abs(at.y - dragStart_.y) > GetSystemMetrics(SM_CYDRAG);
+                       std::abs(at.y - dragStart_.y) > GetSystemMetrics(SM_CYDRAG);
     if (moved) {
       const ItemId tab = dragTab_;
       EndPress();
@@ -181,6 +259,11 @@ LRESULT DockFrame::OnMouseLeave(const Message&) {
 
 LRESULT DockFrame::OnButtonDown(const Message& message) {
   const Point at = ToPoint(message.point());
+  resizing_ = GripRect().Contains(at);
+  if (resizing_) {
+    SetCapture(window());
+    return 0;
+  }
   pressed_ = ButtonAt(at);
   const ItemId tab = TabStripHeight() > 0 ? tabs_.TabIdAt(at) : 0;
   dragArmed_ = pressed_ == kNoButton && (tab != 0 || CaptionRect().Contains(at));
@@ -190,7 +273,7 @@ LRESULT DockFrame::OnButtonDown(const Message& message) {
   InvalidateRect(window(), nullptr, FALSE);
   if (tab != 0) {
     owner_.OnFrameTab(tab);
-  } else if (pressed_ == kNoButton) {
+  } else if (dragArmed_) {
     owner_.OnFrameClicked(content_.front);
   }
   return 0;
@@ -227,6 +310,7 @@ LRESULT DockFrame::OnRightUp(const Message& message) {
 
 LRESULT DockFrame::OnCaptureChanged(const Message&) {
   pressed_ = kNoButton;
+  resizing_ = false;
   dragArmed_ = false;
   InvalidateRect(window(), nullptr, FALSE);
   return 0;
@@ -234,6 +318,7 @@ LRESULT DockFrame::OnCaptureChanged(const Message&) {
 
 void DockFrame::EndPress() {
   pressed_ = kNoButton;
+  resizing_ = false;
   dragArmed_ = false;
   if (GetCapture() == window()) ReleaseCapture();
   InvalidateRect(window(), nullptr, FALSE);

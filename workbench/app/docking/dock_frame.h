@@ -2,6 +2,8 @@
 // and tabs when several share the place. A child of the dock site, or of a floating frame.
 #pragma once
 
+#include <optional>
+
 #include "workbench/app/layout/dock_model.h"
 #include "workbench/app/ui/tab_strip.h"
 #include "workbench/app/ui/theme.h"
@@ -18,6 +20,8 @@ class DockFrameOwner {
   virtual void OnFrameToggle(ItemId item) = 0;  // double click on the caption
   virtual void OnFrameMenu(ItemId item, POINT screen) = 0;
   virtual void OnFrameClicked(ItemId item) = 0;
+  // The user drags the inner edge of a popped-out frame by so many pixels, outwards from the side.
+  virtual void OnFrameResized(GroupId group, int growth) = 0;
   // The user drags the caption (item 0: the whole group) or one tab.
   virtual void OnFrameDrag(GroupId group, ItemId item, POINT screen) = 0;
 
@@ -31,6 +35,7 @@ struct FrameContent {
   ItemId front = 0;
   bool canCollapse = false;  // shows the pin
   bool pinned = true;
+  std::optional<Side> poppedFrom;  // the side that it is popped out from; its inner edge then resizes it
 };
 
 class DockFrame : public WindowBase<DockFrame> {
@@ -55,6 +60,7 @@ class DockFrame : public WindowBase<DockFrame> {
   Rect MenuRect() const { return ButtonRect(kMenu); }
   Rect TabRect(ItemId item) const { return tabs_.TabRect(item); }
   Rect ContentRect() const;
+  Rect GripRect() const;  // the inner edge of a popped-out frame; empty for any other
 
  private:
   enum Button { kNoButton = -1, kClose, kPin, kMenu, kButtonCount };
@@ -66,9 +72,12 @@ class DockFrame : public WindowBase<DockFrame> {
   void DrawCaption(HDC dc);
   void SetHover(Button button);
   void EndPress();
+  Rect Inside() const;
+  void ResizeTo(POINT client);
 
   LRESULT OnPaint(const Message&);
   LRESULT OnErase(const Message&);
+  LRESULT OnSetCursor(const Message&);
   LRESULT OnSize(const Message&);
   LRESULT OnMouseMove(const Message&);
   LRESULT OnMouseLeave(const Message&);
@@ -86,6 +95,7 @@ class DockFrame : public WindowBase<DockFrame> {
   bool active_ = false;
   Button hover_ = kNoButton;
   Button pressed_ = kNoButton;
+  bool resizing_ = false;
   bool dragArmed_ = false;  // the button went down on the caption or a tab
   ItemId dragTab_ = 0;      // that tab; 0 for the caption
   POINT dragStart_ = {};    // client coordinates

@@ -119,7 +119,17 @@ void DocumentArea::Update() {
     SetWindowPos(page.window, nullptr, place.left, place.top, place.width(), place.height(),
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW);
   }
+  if (emptyWindow_ != nullptr) {
+    SetWindowPos(emptyWindow_, nullptr, place.left, place.top + 1, place.width(),
+                 std::max(place.height() - 1, 0),
+                 SWP_NOZORDER | SWP_NOACTIVATE | (pages_.empty() ? SWP_SHOWWINDOW : SWP_HIDEWINDOW));
+  }
   InvalidateRect(window(), nullptr, FALSE);
+}
+
+void DocumentArea::SetEmptyWindow(HWND window) {
+  emptyWindow_ = window;
+  Update();
 }
 
 LRESULT DocumentArea::OnPaint(const Message&) {
@@ -127,26 +137,8 @@ LRESULT DocumentArea::OnPaint(const Message&) {
   const Rect client = ToRect(paint.client());
   FillColor(paint.dc(), client, theme_.colors().paper);
   FrameColor(paint.dc(), client, theme_.colors().line);
-  if (pages_.empty()) {
-    DrawEmpty(paint.dc());
-  } else {
-    tabs_.Draw(paint.dc(), theme_);
-  }
+  if (!pages_.empty()) tabs_.Draw(paint.dc(), theme_);
   return 0;
-}
-
-void DocumentArea::DrawEmpty(HDC dc) const {
-  RECT client = {};
-  GetClientRect(window(), &client);
-  const int middle = static_cast<int>(client.bottom) / 2;
-  const int line = theme_.textHeight() * 2;
-  const int right = static_cast<int>(client.right) - theme_.Scale(8);
-  const int left = theme_.Scale(8);
-  DrawLine(dc, theme_.largeFont(), L"No document is open", {left, middle - line, right, middle},
-           theme_.colors().mutedText, DT_CENTER);
-  DrawLine(dc, theme_.font(), L"Double-click a file in the explorer, or choose File > Open",
-           {left, middle, right, middle + theme_.textHeight() + theme_.Scale(8)}, theme_.colors().mutedText,
-           DT_CENTER);
 }
 
 LRESULT DocumentArea::OnErase(const Message&) {
@@ -162,7 +154,7 @@ LRESULT DocumentArea::OnMouseMove(const Message& message) {
   POINT at = message.point();
   if (pressedTab_ != 0 && (message.first & MK_LBUTTON) != 0) {
     const bool moved = std::abs(at.x - pressedAt_.x) > GetSystemMetrics(SM_CXDRAG) ||
-                     std::abs(at.y - pressedAt_.y) > GetSystemMetrics(SM_CYDRAG);
+                       std::abs(at.y - pressedAt_.y) > GetSystemMetrics(SM_CYDRAG);
     const Page* page = Find(pressedTab_);
     if (moved && page != nullptr) {
       DocumentPageOwner* owner = page->owner;

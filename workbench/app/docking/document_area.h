@@ -46,6 +46,8 @@ class DocumentArea : public WindowBase<DocumentArea> {
   // The user asks to close the page: passed on to its owner.
   void RequestClose(int page);
 
+  // What shows while there is no page: a child window that the caller owns.
+  void SetEmptyWindow(HWND window);
   Rect ContentRect() const;
   Rect TabRect(int page) const { return tabs_.TabRect(page); }
   Rect CloseRectOf(int page) const;
@@ -61,7 +63,6 @@ class DocumentArea : public WindowBase<DocumentArea> {
 
   Page* Find(int page);
   void Update();
-  void DrawEmpty(HDC dc) const;
 
   LRESULT OnPaint(const Message&);
   LRESULT OnErase(const Message&);
@@ -76,6 +77,7 @@ class DocumentArea : public WindowBase<DocumentArea> {
 
   const Theme& theme_;
   std::vector<Page> pages_;
+  HWND emptyWindow_ = nullptr;
   TabStrip tabs_{TabLook::Top};
   int front_ = 0;
   int nextPage_ = 1;

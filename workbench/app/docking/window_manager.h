@@ -125,6 +125,7 @@ class WindowManager : private DockFrameOwner,
   void DropUnusedFrames();
   void PlaceFrames();
   void UpdateEdges();
+  void ReleaseHiddenFocus();
   DockFrame& FrameFor(const DockGroup& group);
   FloatingFrame& FloatingFor(const DockGroup& group);
   FrameContent ContentOf(const DockGroup& group) const;
@@ -150,6 +151,7 @@ class WindowManager : private DockFrameOwner,
   void OnFrameToggle(ItemId item) override;
   void OnFrameMenu(ItemId item, POINT screen) override;
   void OnFrameClicked(ItemId item) override;
+  void OnFrameResized(GroupId group, int growth) override;
   void OnFrameDrag(GroupId group, ItemId item, POINT screen) override;
   void OnFloatingPlaced(GroupId group, const Rect& rect) override;
   void OnFloatingClose(GroupId group) override;

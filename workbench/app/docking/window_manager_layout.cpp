@@ -20,6 +20,17 @@ void WindowManager::ApplyLayout() {
   PlaceFrames();
   UpdateEdges();
   applying_ = false;
+  ReleaseHiddenFocus();
+}
+
+// A window that was collapsed or hidden does not keep the keyboard; it would count as in use for ever.
+void WindowManager::ReleaseHiddenFocus() {
+  const HWND focus = GetFocus();
+  if (focus == nullptr || IsWindowVisible(focus)) return;
+  const bool ours = std::any_of(windows_.begin(), windows_.end(), [&](const auto& entry) {
+    return focus == entry.second.window || IsChild(entry.second.window, focus);
+  });
+  if (ours) SetFocus(mainWindow_);
 }
 
 DockFrame& WindowManager::FrameFor(const DockGroup& group) {
@@ -96,6 +107,7 @@ FrameContent WindowManager::ContentOf(const DockGroup& group) const {
   FrameContent content;
   content.front = model_.FrontItem(group);
   content.pinned = group.pinned;
+  if (group.id == poppedOut_) content.poppedFrom = SideOf(group.area);
   for (const ItemId item : model_.VisibleItems(group)) {
     const ManagedWindow* managed = Find(item);
     if (managed == nullptr) continue;

@@ -116,6 +116,18 @@ void WindowManager::OnFrameClicked(ItemId item) {
   GiveFocus(item);
 }
 
+void WindowManager::OnFrameResized(GroupId group, int growth) {
+  const DockGroup* found = model_.FindGroup(group);
+  const auto frame = frames_.find(group);
+  if (found == nullptr || frame == frames_.end() || !IsSide(found->area)) return;
+  RECT rect = {};
+  GetWindowRect(frame->second->window(), &rect);
+  const Side side = SideOf(found->area);
+  const int extent = static_cast<int>(IsVertical(side) ? rect.right - rect.left : rect.bottom - rect.top);
+  model_.SetExtent(side, std::max(extent + growth, theme_.dockMetrics().minPane));
+  ApplyLayout();
+}
+
 void WindowManager::OnFrameDrag(GroupId group, ItemId item, POINT screen) {
   BeginDrag(group, item, screen);
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "workbench/app/main/paths.h"
+
 namespace workbench {
 namespace {
 
@@ -11,12 +13,6 @@ DocumentFacts FactsOf(const DocumentView& view) {
 
 bool SamePath(const std::wstring& a, const std::wstring& b) {
   return CompareStringOrdinal(a.c_str(), -1, b.c_str(), -1, TRUE) == CSTR_EQUAL;
-}
-
-std::wstring FullPath(const std::wstring& path) {
-  wchar_t full[32768];
-  const DWORD length = GetFullPathNameW(path.c_str(), static_cast<DWORD>(std::size(full)), full, nullptr);
-  return length == 0 || length >= std::size(full) ? path : std::wstring(full, length);
 }
 
 }  // namespace
@@ -31,7 +27,7 @@ bool DocumentList::Open(const std::wstring& asked, std::wstring* error) {
     *error = L"There is no file to open.";
     return false;
   }
-  const std::wstring path = FullPath(asked);
+  const std::wstring path = FullPathOf(asked);
   for (const Entry& entry : entries_) {
     if (!SamePath(entry.view->path(), path)) continue;
     area_.Activate(entry.page);

@@ -5,7 +5,7 @@
 namespace workbench {
 
 DocumentServices StandardDocumentServices() {
-  return {&OpenDocumentView, &ReadAutoloadFile, &ShowAboutDialog};
+  return {&OpenDocumentView, &CreateWelcomeView, &ReadAutoloadFile, &ShowAboutDialog};
 }
 
 }  // namespace workbench

@@ -18,6 +18,7 @@ namespace workbench {
 struct DocumentServices {
   std::function<std::unique_ptr<DocumentView>(HWND parent, const std::wstring& path, std::wstring* error)>
       openView;
+  std::function<std::unique_ptr<DocumentView>(HWND parent)> createWelcome;
   std::function<std::optional<std::wstring>(std::wstring* error)> readAutoloadFile;
   std::function<void(HWND owner, const AboutInformation& information)> showAbout;
 };

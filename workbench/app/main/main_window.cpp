@@ -26,6 +26,7 @@ std::span<const MainWindow::MessageHandler> MainWindow::Handlers() {
       {host::kAutoloadMessage, &MainWindow::OnAutoload},
       {WM_CLOSE, &MainWindow::OnClose},
       {WM_SETFOCUS, &MainWindow::OnSetFocus},
+      {WM_ENDSESSION, &MainWindow::OnEndSession},
       {WM_GETMINMAXINFO, &MainWindow::OnMinMax},
       {WM_ERASEBKGND, &MainWindow::OnErase},
   };
@@ -120,6 +121,11 @@ LRESULT MainWindow::OnClose(const Message&) {
 
 LRESULT MainWindow::OnSetFocus(const Message&) {
   owner_.OnFocusArrived();
+  return 0;
+}
+
+LRESULT MainWindow::OnEndSession(const Message& message) {
+  if (message.first != 0) owner_.OnSessionEnds();
   return 0;
 }
 

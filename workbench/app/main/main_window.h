@@ -19,6 +19,7 @@ class MainWindowOwner {
   virtual void OnRoomChanged(const Rect& room) = 0;
   virtual void OnCloseRequested() = 0;
   virtual void OnFocusArrived() = 0;
+  virtual void OnSessionEnds() = 0;
 
  protected:
   ~MainWindowOwner() = default;
@@ -52,6 +53,7 @@ class MainWindow : public WindowBase<MainWindow> {
   LRESULT OnAutoload(const Message&);
   LRESULT OnClose(const Message&);
   LRESULT OnSetFocus(const Message&);
+  LRESULT OnEndSession(const Message&);
   LRESULT OnMinMax(const Message&);
   LRESULT OnErase(const Message&);
 

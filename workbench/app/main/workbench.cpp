@@ -47,19 +47,14 @@ std::optional<MainPlace> ParseMainPlace(const std::wstring& text) {
 
 }  // namespace
 
-std::wstring ProgramFolder() {
-  wchar_t path[32768];
-  const DWORD length = GetModuleFileNameW(nullptr, path, static_cast<DWORD>(std::size(path)));
-  const std::wstring full(path, length);
-  const size_t separator = full.find_last_of(L"\\/");
-  return separator == std::wstring::npos ? full : full.substr(0, separator);
-}
-
 Workbench::Workbench(WorkbenchOptions options) : options_(std::move(options)) {
   oleReady_ = SUCCEEDED(OleInitialize(nullptr));
   const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
   InitCommonControlsEx(&classes);
   if (options_.profilePath.empty()) options_.profilePath = DefaultProfilePath();
+  // The system looks for a bare profile name in its own folder.
+  options_.profilePath = FullPathOf(options_.profilePath);
+  if (!options_.folder.empty()) options_.folder = FullPathOf(options_.folder);
   if (options_.helpLocation.empty()) options_.helpLocation = ProgramFolder() + L"\\help";
   profilePath_ = Narrow(options_.profilePath);
   services_.SetRecording(options_.recordCalls);
@@ -87,6 +82,9 @@ void Workbench::CreateParts() {
   windows_ = std::make_unique<WindowManager>(main_->window(), theme_, PlacementStore(options_.profilePath));
   documents_ = std::make_unique<DocumentList>(windows_->documents(), options_.documents.openView,
                                               [this] { UpdateStatus(); });
+  if (options_.documents.createWelcome)
+    welcome_ = options_.documents.createWelcome(windows_->documents().window());
+  if (welcome_ != nullptr) windows_->documents().SetEmptyWindow(welcome_->window());
   panel_ = std::make_unique<UtilityPanel>(windows_->site().window(), theme_);
   OnRoomChanged(main_->Room());
   DockRequest panel;
@@ -141,10 +139,7 @@ void Workbench::SaveMainWindowPlace() const {
 }
 
 PluginState Workbench::LoadPlugin(const std::wstring& path) {
-  wchar_t full[32768];
-  const DWORD length = GetFullPathNameW(path.c_str(), static_cast<DWORD>(std::size(full)), full, nullptr);
-  const std::wstring fullPath = length == 0 || length >= std::size(full) ? path : std::wstring(full, length);
-  const PluginState state = plugin_->Load(fullPath, options_.helpLocation);
+  const PluginState state = plugin_->Load(FullPathOf(path), options_.helpLocation);
   const std::wstring problem = plugin_->Problem();
   if (problem.empty()) {
     main_->SetMessage(L"Ready");
@@ -206,6 +201,8 @@ void Workbench::Close() {
   plugin_->Unload();  // its windows go first, and are remembered as they go
   windows_->SaveAll();
   documents_.reset();
+  windows_->documents().SetEmptyWindow(nullptr);
+  welcome_.reset();
   plugin_.reset();
   windows_.reset();
   panel_.reset();

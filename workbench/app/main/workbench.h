@@ -13,6 +13,7 @@
 #include "workbench/app/main/document_list.h"
 #include "workbench/app/main/document_services.h"
 #include "workbench/app/main/main_window.h"
+#include "workbench/app/main/paths.h"
 #include "workbench/app/panel/utility_panel.h"
 #include "workbench/app/plugin/plugin_host.h"
 #include "workbench/app/services/host_services_table.h"
@@ -105,6 +106,7 @@ class Workbench : private MainWindowOwner {
   void OnRoomChanged(const Rect& room) override;
   void OnCloseRequested() override;
   void OnFocusArrived() override;
+  void OnSessionEnds() override;
   void ToggleWindow(size_t index);
   void AskForFile();
   void ShowHelp();
@@ -120,16 +122,13 @@ class Workbench : private MainWindowOwner {
   std::unique_ptr<MainWindow> main_;
   std::unique_ptr<WindowManager> windows_;
   std::unique_ptr<UtilityPanel> panel_;
+  std::unique_ptr<DocumentView> welcome_;  // shows while no document is open
   std::unique_ptr<DocumentList> documents_;
   std::unique_ptr<PluginHost> plugin_;
   bool oleReady_ = false;
   bool closeRequested_ = false;
 };
 
-// The folder that the running program lies in, without a separator at its end.
-std::wstring ProgramFolder();
-
 inline constexpr char kUtilityPanelWindow[] = "utility-panel";  // its name among the managed windows
-inline constexpr wchar_t kWorkbenchVersion[] = L"1.0.0";
 
 }  // namespace workbench

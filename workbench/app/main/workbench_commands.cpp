@@ -105,6 +105,13 @@ void Workbench::OnCloseRequested() {
   PostMessageW(window(), WM_NULL, 0, 0);  // wakes the loop, which then closes
 }
 
+// The system may end the process as soon as this returns: what the user could lose is saved now.
+void Workbench::OnSessionEnds() {
+  SaveMainWindowPlace();
+  plugin_->Unload();
+  windows_->SaveAll();
+}
+
 // The main window itself has nothing to type into: the explorer, or any other window, takes the keyboard.
 void Workbench::OnFocusArrived() {
   if (windows_ != nullptr) windows_->RestoreFocus();
@@ -140,7 +147,7 @@ void Workbench::ShowPluginAbout() {
 
 void Workbench::ShowAbout() {
   AboutInformation information;
-  information.workbenchVersion = kWorkbenchVersion;
+  information.workbenchVersion = Widen(WORKBENCH_VERSION);
   information.modulePath = plugin_->path();
   information.moduleVersion = plugin_->isRunning() ? FileVersion(plugin_->path()) : std::wstring();
   if (options_.documents.showAbout) options_.documents.showAbout(window(), information);

@@ -60,7 +60,7 @@ void DrawCross(HDC dc, int x, int y, int half, int width, COLORREF color) {
 
 // A pin from above: a head, a bar and the needle; lying on its side when the pane is collapsed.
 void DrawPin(HDC dc, const Theme& theme, int x, int y, bool upright, COLORREF color) {
-  const int unit = theme.Scale(1);
+  const int unit = std::max(theme.dpi() / 96, 1);
   const auto block = [&](int left, int top, int right, int bottom) {
     const Rect rect = upright ? Rect{x + left * unit, y + top * unit, x + right * unit, y + bottom * unit}
                               : Rect{x - bottom * unit, y + left * unit, x - top * unit, y + right * unit};
@@ -90,9 +90,6 @@ Theme::Theme() : colors_(SystemColors()) {
   SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
   LOGFONTW description = metrics.lfMessageFont;
   font_.reset(CreateFontIndirectW(&description));
-  LOGFONTW large = description;
-  large.lfHeight = MulDiv(large.lfHeight, 3, 2);
-  large_.reset(CreateFontIndirectW(&large));
   description.lfEscapement = description.lfOrientation = 900;
   upward_.reset(CreateFontIndirectW(&description));
   const ObjectSelection selected(screen.get(), font_.get());
@@ -144,7 +141,7 @@ void DrawGlyph(HDC dc, const Theme& theme, Glyph glyph, const Rect& rect, COLORR
   const int y = (rect.top + rect.bottom) / 2;
   switch (glyph) {
     case Glyph::Close:
-      DrawCross(dc, x, y, theme.Scale(4), std::max(theme.Scale(1), 1), color);
+      DrawCross(dc, x, y, theme.Scale(4), std::max(theme.dpi() / 96, 1), color);
       break;
     case Glyph::Pinned:
       DrawPin(dc, theme, x, y, true, color);

@@ -33,7 +33,6 @@ class Theme {
 
   HFONT font() const { return font_.get(); }
   HFONT upwardFont() const { return upward_.get(); }  // for text that runs from bottom to top
-  HFONT largeFont() const { return large_.get(); }
   int textHeight() const { return textHeight_; }
 
   int captionHeight() const { return textHeight_ + Scale(9); }
@@ -48,7 +47,6 @@ class Theme {
   int dpi_ = 96;
   UniqueFont font_;
   UniqueFont upward_;
-  UniqueFont large_;
   int textHeight_ = 0;
   ThemeColors colors_;
 };
