@@ -5,10 +5,12 @@
 #include <wrl/client.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "workbench/app/documents/content_kind.h"
 #include "workbench/app/documents/describe.h"
 #include "workbench/app/documents/file_facts.h"
+#include "workbench/app/documents/picture_orientation.h"
 #include "workbench/app/documents/view_window.h"
 
 namespace workbench {
@@ -153,6 +155,7 @@ std::optional<LoadedPicture> LoadPicture(const std::wstring& path, std::wstring*
     *reason = DecodeFailure(result, IsPictureContent(content));
     return std::nullopt;
   }
+  picture.grid = Upright(std::move(picture.grid), StatedOrientation(content));
   return picture;
 }
 
