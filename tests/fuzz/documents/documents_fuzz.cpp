@@ -8,6 +8,7 @@
 #include "workbench/app/documents/content_kind.h"
 #include "workbench/app/documents/line_index.h"
 #include "workbench/app/documents/picture_orientation.h"
+#include "workbench/app/documents/picture_size.h"
 #include "workbench/app/documents/text_decoding.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -16,6 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   ParseAutoloadContent(content);
   IsPictureContent(content);
   IsTextFile("a.txt", content);
+  if (LargestStatedSize(content).width > 0xFFFFFFFFull) std::abort();
   const int orientation = StatedOrientation(content);
   if (orientation < 1 || orientation > 8) std::abort();
   const std::u16string text = DecodeText(content, DetectEncoding(content), size % 2 == 0);

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "workbench/app/documents/byte_reader.h"
+
 namespace workbench {
 namespace {
 
@@ -16,41 +18,15 @@ constexpr unsigned kOrientationTag = 0x0112;
 constexpr unsigned kShortType = 3;
 constexpr std::size_t kEntrySize = 12;
 
-unsigned ByteAt(std::string_view bytes, std::size_t at) {
-  return static_cast<unsigned char>(bytes[at]);
-}
-
-// Numbers in either byte order; what lies outside reads as 0.
-class NumberReader {
- public:
-  NumberReader(std::string_view bytes, bool bigEndian) : bytes_(bytes), bigEndian_(bigEndian) {}
-
-  unsigned Short(std::size_t at) const {
-    if (at > bytes_.size() || bytes_.size() - at < 2) return 0;
-    const unsigned first = ByteAt(bytes_, at);
-    const unsigned second = ByteAt(bytes_, at + 1);
-    return bigEndian_ ? first * 256 + second : second * 256 + first;
-  }
-  std::size_t Long(std::size_t at) const {
-    const std::size_t first = Short(at);
-    const std::size_t second = Short(at + 2);
-    return bigEndian_ ? first * 65536 + second : second * 65536 + first;
-  }
-
- private:
-  std::string_view bytes_;
-  bool bigEndian_;
-};
-
 // The tag in the first directory of the block behind the segment's name.
 int OrientationIn(std::string_view block) {
   const bool bigEndian = block.starts_with("MM"sv);
   if (!bigEndian && !block.starts_with("II"sv)) return 1;
-  const NumberReader reader(block, bigEndian);
+  const ByteReader reader(block, bigEndian);
   const std::size_t directory = reader.Long(4);
   const unsigned entries = reader.Short(directory);
   for (unsigned i = 0; i < entries; ++i) {
-    const std::size_t entry = directory + 2 + i * kEntrySize;
+    const std::size_t entry = directory + 2 + std::size_t{i} * kEntrySize;
     if (entry >= block.size()) return 1;
     if (reader.Short(entry) != kOrientationTag || reader.Short(entry + 2) != kShortType) continue;
     const unsigned orientation = reader.Short(entry + 8);
@@ -63,10 +39,10 @@ int OrientationIn(std::string_view block) {
 
 int StatedOrientation(std::string_view file) {
   if (!file.starts_with(kJpegStart)) return 1;
-  const NumberReader reader(file, true);
+  const ByteReader reader(file, true);
   std::size_t at = kJpegStart.size();
-  while (at < file.size() && ByteAt(file, at) == 0xFF) {
-    const unsigned kind = reader.Short(at) & 0xFF;
+  while (at < file.size() && reader.Byte(at) == 0xFF) {
+    const unsigned kind = reader.Byte(at + 1);
     const unsigned length = reader.Short(at + 2);  // counts itself
     if (kind == kStartOfScan || length < 2) return 1;
     const std::string_view segment = file.substr(at + 4 < file.size() ? at + 4 : file.size(), length - 2);
