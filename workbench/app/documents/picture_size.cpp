@@ -98,7 +98,7 @@ StatedSize TiffSize(std::string_view file) {
 StatedSize IconSize(std::string_view file) {
   const ByteReader reader(file, false);
   StatedSize largest;
-  for (std::size_t i = 0; i < reader.Short(4); ++i) {
+  for (std::size_t i = 0; i < reader.Short(4) && 6 + i * 16 < file.size(); ++i) {
     const std::size_t picture = reader.Long(6 + i * 16 + 12);
     if (picture >= file.size()) continue;
     const std::string_view content = file.substr(picture);
