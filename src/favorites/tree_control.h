@@ -43,6 +43,7 @@ class TreeControl {
  private:
   LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) const;
   HTREEITEM Next(WPARAM relation) const;
+  void ClearHighlight(HTREEITEM item) const;
 
   HWND window_;
 };
