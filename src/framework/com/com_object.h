@@ -75,7 +75,8 @@ class CComObject final : public T {
   // short).
   template <class... Arguments>
   static ComPtr<CComObject> New(Arguments&&... arguments) {
-    return ComPtr<CComObject>(new CComObject(std::forward<Arguments>(arguments)...));
+    ComPtr<CComObject> object(new CComObject(std::forward<Arguments>(arguments)...));
+    return object;
   }
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {

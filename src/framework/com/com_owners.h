@@ -8,14 +8,13 @@
 #include <objbase.h>
 #include <oleauto.h>
 #include <shtypes.h>
-#include <wrl/client.h>
 
 #include <memory>
 #include <utility>
 
-namespace file_explorer {
+#include "src/framework/com/com_ptr.h"
 
-using Microsoft::WRL::ComPtr;
+namespace file_explorer {
 
 struct TaskMemoryDeleter {
   void operator()(void* memory) const noexcept { CoTaskMemFree(memory); }

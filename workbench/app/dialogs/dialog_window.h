@@ -49,7 +49,7 @@ class ModalDialog {
   ModalDialog& operator=(const ModalDialog&) = delete;
 
  protected:
-  // Shows the dialog in the middle of its owner. The value that Close got; -1 when it could not be shown.
+  // Shows the dialog in the middle of its owner. The value that Close got, which is above 0; 0 or -1 when it could not be shown.
   INT_PTR Run(HWND owner, const DialogTemplate& dialogTemplate);
   void Close(INT_PTR result) { EndDialog(window_, result); }
 

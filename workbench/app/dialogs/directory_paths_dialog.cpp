@@ -66,7 +66,7 @@ class DirectoryPathsDialog : private ModalDialog {
     }
     controls.AddButton(IDOK, L"OK", {kWidth - 116, kHeight - 21, 53, 14}, true);
     controls.AddButton(IDCANCEL, L"Cancel", {kWidth - 60, kHeight - 21, 53, 14});
-    return Run(owner, controls) >= 0;
+    return Run(owner, controls) > 0;
   }
 
  private:

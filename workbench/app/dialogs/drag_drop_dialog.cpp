@@ -36,7 +36,7 @@ class DragDropDialog : private ModalDialog {
   explicit DragDropDialog(const std::string& profilePath) : profilePath_(profilePath) {}
 
   bool Show(HWND owner) {
-    DialogTemplate controls(L"Drag && Drop Confirmations", kWidth, kHeight);
+    DialogTemplate controls(L"Drag & Drop Confirmations", kWidth, kHeight);
     controls.AddGroup(L"When files are dragged", {7, 7, kWidth - 14, 76});
     short y = 20;
     for (const OptionEntry& option : kOptions) {
@@ -45,7 +45,7 @@ class DragDropDialog : private ModalDialog {
     }
     controls.AddButton(IDOK, L"OK", {kWidth - 116, kHeight - 21, 53, 14}, true);
     controls.AddButton(IDCANCEL, L"Cancel", {kWidth - 60, kHeight - 21, 53, 14});
-    return Run(owner, controls) >= 0;
+    return Run(owner, controls) > 0;
   }
 
  private:

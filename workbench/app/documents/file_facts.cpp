@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "workbench/app/documents/view_window.h"
+#include "workbench/app/documents/path_form.h"
 
 namespace workbench {
 namespace {
@@ -44,7 +44,7 @@ DWORD ReadFileFacts(const std::wstring& path, FileFacts* facts) {
   if (path.empty()) return ERROR_PATH_NOT_FOUND;
   WIN32_FILE_ATTRIBUTE_DATA data = {};
   const std::wstring full = FullPath(path);
-  if (!GetFileAttributesExW(LongPath(full).c_str(), GetFileExInfoStandard, &data)) return GetLastError();
+  if (!GetFileAttributesExW(ExtendedPath(full).c_str(), GetFileExInfoStandard, &data)) return GetLastError();
   facts->path = full;
   facts->name = LastPart(full);
   facts->folder = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
@@ -60,20 +60,21 @@ DWORD ReadFileFacts(const std::wstring& path, FileFacts* facts) {
 DWORD ReadFileBeginning(const std::wstring& path, std::size_t limit, std::string* content) {
   content->clear();
   // Other programs may go on writing, renaming and deleting the file while it is shown.
-  const HANDLE file = CreateFileW(LongPath(path).c_str(), GENERIC_READ,
+  const HANDLE file = CreateFileW(ExtendedPath(path).c_str(), GENERIC_READ,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
   if (file == INVALID_HANDLE_VALUE) return GetLastError();
-  DWORD error = ERROR_SUCCESS;
+  // Reading from a pipe or a device could wait for ever.
+  DWORD error = GetFileType(file) == FILE_TYPE_DISK ? ERROR_SUCCESS : ERROR_NOT_SUPPORTED;
   constexpr std::size_t kPiece = 1024 * 1024;
-  while (content->size() < limit) {
+  while (error == ERROR_SUCCESS && content->size() < limit) {
     const std::size_t before = content->size();
     content->resize(before + std::min(kPiece, limit - before));
     DWORD read = 0;
     const auto wanted = static_cast<DWORD>(content->size() - before);
     if (!ReadFile(file, content->data() + before, wanted, &read, nullptr)) error = GetLastError();
     content->resize(before + read);
-    if (read == 0 || error != ERROR_SUCCESS) break;
+    if (read == 0) break;
   }
   CloseHandle(file);
   return error;

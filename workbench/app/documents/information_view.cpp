@@ -57,6 +57,7 @@ class InformationView final : public DocumentView, private ViewWindow {
       return false;
     }
     ShowScrollBar(handle(), SB_VERT, FALSE);
+    SetWindowTextW(handle(), note_.c_str());  // not shown; what assistive programs read
     name_ = CreateText(facts_.name, nameFont_.get());
     for (Row& row : rows_) row.edit = CreateText(row.value, font_.get());
     MeasureLabels();

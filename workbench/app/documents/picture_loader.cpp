@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "workbench/app/documents/content_kind.h"
 #include "workbench/app/documents/describe.h"
 #include "workbench/app/documents/file_facts.h"
 #include "workbench/app/documents/view_window.h"
@@ -109,10 +110,11 @@ std::wstring TooLarge(UINT width, UINT height) {
          text(kPicturePixelLimit / (1024 * 1024)) + L" million that can be shown here.";
 }
 
-std::wstring DecodeFailure(HRESULT result) {
-  if (result == WINCODEC_ERR_COMPONENTNOTFOUND || result == WINCODEC_ERR_UNKNOWNIMAGEFORMAT) {
+std::wstring DecodeFailure(HRESULT result, bool beginsLikePicture) {
+  const bool unknown = result == WINCODEC_ERR_COMPONENTNOTFOUND || result == WINCODEC_ERR_UNKNOWNIMAGEFORMAT;
+  // A decoder that gives up early makes a damaged file look like one of an unknown kind.
+  if (unknown && !beginsLikePicture)
     return L"This kind of picture can't be decoded here, or the file is damaged.";
-  }
   return result == E_OUTOFMEMORY ? L"There is not enough memory to show the picture." : kDamaged;
 }
 
@@ -148,7 +150,7 @@ std::optional<LoadedPicture> LoadPicture(const std::wstring& path, std::wstring*
     result = CopyPixels(decoder, frame.Get(), &picture.grid);
   }
   if (FAILED(result)) {
-    *reason = DecodeFailure(result);
+    *reason = DecodeFailure(result, IsPictureContent(content));
     return std::nullopt;
   }
   return picture;

@@ -123,7 +123,7 @@ bool IsWellFormedUtf8(std::string_view bytes) {
 // Western text in UTF-16 has a zero in every other byte and none in between.
 bool LooksLikeUtf16(std::string_view bytes, bool bigEndian) {
   const std::size_t pairs = std::min(bytes.size(), kSniffSize) / 2;
-  if (pairs == 0) return false;
+  if (pairs < 2 || bytes.size() % 2 != 0) return false;
   std::size_t zeroHigh = 0;
   for (std::size_t i = 0; i < pairs; ++i) {
     if (bytes[2 * i + (bigEndian ? 1 : 0)] == '\0') return false;

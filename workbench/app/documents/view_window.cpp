@@ -164,18 +164,6 @@ std::string Utf8(const std::wstring& text) {
   return utf8;
 }
 
-std::wstring LongPath(const std::wstring& path) {
-  // Short paths stay as they are: they may be written with "/" or relative, which the long form does not
-  // allow.
-  if (path.size() < MAX_PATH || path.starts_with(L"\\\\?\\")) return path;
-  std::wstring plain = path;
-  for (wchar_t& c : plain) {
-    if (c == L'/') c = L'\\';
-  }
-  if (plain.starts_with(L"\\\\")) return L"\\\\?\\UNC" + plain.substr(1);
-  return plain.size() > 2 && plain[1] == L':' ? L"\\\\?\\" + plain : plain;
-}
-
 bool CopyTextToClipboard(HWND owner, const std::wstring& text) {
   const std::size_t bytes = (text.size() + 1) * sizeof(wchar_t);
   const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);

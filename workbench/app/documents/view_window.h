@@ -109,8 +109,6 @@ class BufferedPaint {
 // Texts of the logic, which are ASCII or UTF-8, for Windows.
 std::wstring Wide(const std::string& utf8);
 std::string Utf8(const std::wstring& text);
-// A path that file functions take at any length: "\\?\" in front of an absolute path.
-std::wstring LongPath(const std::wstring& path);
 // Puts a text on the clipboard; false when it is taken.
 bool CopyTextToClipboard(HWND owner, const std::wstring& text);
 
