@@ -111,6 +111,10 @@ HIMAGELIST TreeControl::CreateDragImage(HTREEITEM item) const {
   return reinterpret_cast<HIMAGELIST>(Send(TVM_CREATEDRAGIMAGE, 0, reinterpret_cast<LPARAM>(item)));
 }
 
+HIMAGELIST TreeControl::Images() const {
+  return reinterpret_cast<HIMAGELIST>(Send(TVM_GETIMAGELIST, TVSIL_NORMAL, 0));
+}
+
 void TreeControl::SetRedraw(bool redraw) const {
   Send(WM_SETREDRAW, redraw ? TRUE : FALSE, 0);
   if (redraw && window_ != nullptr) InvalidateRect(window_, nullptr, TRUE);

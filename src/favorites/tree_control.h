@@ -38,6 +38,7 @@ class TreeControl {
   bool ItemRect(HTREEITEM item, RECT* rect) const;
   void Highlight(HTREEITEM dropTarget) const;
   HIMAGELIST CreateDragImage(HTREEITEM item) const;
+  HIMAGELIST Images() const;  // the control's own images; not the caller's
   void SetRedraw(bool redraw) const;
 
  private:

@@ -104,6 +104,24 @@ TEST_F(TreeDragTest, ADragHoldsTheMouseAndGivesItBack) {
   EXPECT_EQ(Shown(), "Favorites(Models(cube.obj) Textures(wood.png))");
 }
 
+TEST_F(TreeDragTest, APictureOfTheItemFollowsTheMouse) {
+  CreateWithSample();
+  const HBITMAP strip = CreateBitmap(6 * 16, 15, 1, 32, nullptr);
+  const FavoriteImages images = MakeFavoriteImages(strip);
+  DeleteObject(strip);
+  tree().SetImages(images);
+  Show();
+  BeginDrag("{4}");
+  POINT place = {};
+  EXPECT_NE(ImageList_GetDragImage(&place, nullptr), nullptr);
+  const int before = place.y;
+  SendToPanel(WM_MOUSEMOVE, "{1}");
+  ImageList_GetDragImage(&place, nullptr);
+  EXPECT_EQ(before - place.y, PointOf("{4}").y - PointOf("{1}").y);
+  SendToPanel(WM_LBUTTONUP, "{1}");
+  EXPECT_EQ(ImageList_GetDragImage(&place, nullptr), nullptr);
+}
+
 TEST_F(TreeDragTest, EscapeAndALostMouseCancel) {
   CreateWithSample();
   Show();
