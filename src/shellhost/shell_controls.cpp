@@ -4,6 +4,7 @@
 
 #include <span>
 
+#include "src/framework/com/com_guard.h"
 #include "src/framework/com/com_text.h"
 #include "src/shellhost/control_access.h"
 #include "src/shellhost/control_container.h"
@@ -156,7 +157,7 @@ void CreateShellControl(ShellControlHost& host, const ShellControlClass& control
 bool ConnectShellControl(ShellControlHost& host) {
   CControlSite* const site = ControlSiteOf(host.site.Get());
   IUnknown* const control = site ? site->ControlUnknown() : nullptr;
-  host.control = QueryFor<IDispatch>(control, *host.controlClass->dispatchId);
+  RunForeignCode([&] { host.control = QueryFor<IDispatch>(control, *host.controlClass->dispatchId); });
   if (!host.control) return false;
   if (!host.sink) {
     host.sink = host.controlClass->createSink(&host.eventSink);

@@ -39,8 +39,10 @@ class Apartment {
 class ParentWindow {
  public:
   ParentWindow()
-      : window_(CreateWindowExA(0, "STATIC", "parent", WS_POPUP | WS_CLIPCHILDREN | WS_VISIBLE, 50, 50, 400,
-                                300, nullptr, nullptr, nullptr, nullptr)) {}
+      : window_(CreateWindowExA(0, "STATIC", "parent", WS_POPUP | WS_CLIPCHILDREN, 50, 50, 400, 300, nullptr,
+                                nullptr, nullptr, nullptr)) {
+    ShowWindow(window_, SW_SHOWNOACTIVATE);  // activating takes Wine two seconds
+  }
   ~ParentWindow() {
     if (IsWindow(window_)) DestroyWindow(window_);
   }
