@@ -2,6 +2,7 @@
 
 set(EXPLORER_WARNINGS -Wall -Wextra -Wpedantic -Werror)
 option(EXPLORER_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer (native builds)" OFF)
+option(EXPLORER_FUZZ "Build the fuzz targets (native builds with clang)" OFF)
 set(EXTRA_TESTS_DIR "" CACHE PATH "A directory outside the tree whose *_test.cpp files are built as tests too")
 
 if(WIN32)
@@ -19,6 +20,10 @@ function(explorer_target_defaults target)
   elseif(EXPLORER_SANITIZE)
     target_compile_options(${target} PUBLIC -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PUBLIC -fsanitize=address,undefined)
+    if(EXPLORER_FUZZ)
+      target_compile_options(${target} PUBLIC -fsanitize=fuzzer-no-link)
+      target_link_options(${target} PUBLIC -fsanitize=fuzzer-no-link)
+    endif()
   endif()
 endfunction()
 

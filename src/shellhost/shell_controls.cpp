@@ -194,6 +194,13 @@ void ResizeShellControl(ShellControlHost* host, const RECT& rect) {
   AttachOrResize(ControlSiteOf(host->site.Get()), host->parentWindow, rect);
 }
 
+void ShowShellControl(ShellControlHost* host, bool visible) {
+  if (!host || !host->control) return;
+  const ComPtr<IOleWindow> control = QueryFor<IOleWindow>(host->control.Get());
+  HWND window = nullptr;
+  if (control && SUCCEEDED(control->GetWindow(&window)) && window) ShowWindow(window, visible ? SW_SHOW : SW_HIDE);
+}
+
 void LinkShellControls(ShellControlHost* comboView, ShellControlHost* folderView,
                        ShellControlHost* fileView) {
   LinkTo(comboView, combo_view_id::kLinkedFolderView, folderView);

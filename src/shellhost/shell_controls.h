@@ -58,6 +58,8 @@ bool ConnectShellControl(ShellControlHost& host);
 
 // Follows the pane: rect is in client pixels of the parent window.
 void ResizeShellControl(ShellControlHost* host, const RECT& rect);
+// Shows or hides the control's window. Nothing for a host without a control.
+void ShowShellControl(ShellControlHost* host, bool visible);
 
 // Ties tree, list and path box together: combo view to folder view, then folder view to file view. A host
 // that is null or has no control is left out. May be called again when a control comes later.

@@ -73,7 +73,7 @@ std::string Variable(const char* name) {
 }  // namespace
 
 const char* Tx_Inquire_Environment(const char* name) {
-  return Guarded<>(static_cast<const char*>(nullptr), [&]() -> const char* {
+  return Guarded(static_cast<const char*>(nullptr), [&]() -> const char* {
     if (!name || !*name) return nullptr;
     std::string value = Variable(name);
     return value.empty() ? nullptr : InquiredText().Keep(std::move(value));

@@ -7,6 +7,7 @@
 #include "src/host/vc64_tx.h"
 #include "workbench/tx/color_table.h"
 #include "workbench/tx/environment_table.h"
+#include "workbench/tx/guarded.h"
 #include "workbench/tx/handler_arguments.h"
 #include "workbench/tx/handler_registry.h"
 #include "workbench/tx/token_table.h"
@@ -41,15 +42,5 @@ class LockedState {
 void LoadFormats(HandlerRegistry& registry);
 
 bool IsLeadByte(unsigned char byte);
-
-// Runs a call's body; what it throws (memory is short) ends as failure.
-template <typename Body, typename Result>
-Result Guarded(Result failure, Body body) noexcept {
-  try {
-    return body();
-  } catch (...) {
-    return failure;
-  }
-}
 
 }  // namespace workbench::tx

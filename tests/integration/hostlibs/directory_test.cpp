@@ -23,9 +23,10 @@ bool IsFolder(const std::string& path) {
 class UserDirectory : public HostMemoryTest {
  protected:
   void TearDown() override {
-    Tx_Set_Environment(kOverride, nullptr);
+    Override(nullptr);
     HostMemoryTest::TearDown();
   }
+  static void Override(const char* place) { SetEnvironmentVariableA(kOverride, place); }
   test_support::TempDirectory temp;
 };
 
@@ -40,45 +41,46 @@ TEST_F(UserDirectory, LiesBelowTheUsersApplicationDataAndIsThere) {
 
 TEST_F(UserDirectory, TheOverrideIsMadeWithAllItsLevels) {
   const std::string place = temp.Join("a\\b\\c");
-  Tx_Set_Environment(kOverride, (place + "\\").c_str());
+  Override((place + "\\").c_str());
   EXPECT_EQ(ApplicationDirectory(), place) << "without a separator at its end";
   EXPECT_TRUE(IsFolder(place));
   EXPECT_EQ(ApplicationDirectory(), place) << "and is taken as it is when it is there";
-}
-
-TEST_F(UserDirectory, TheProcessesOwnEnvironmentCountsToo) {
-  const std::string place = temp.Join("portable");
-  SetEnvironmentVariableA(kOverride, place.c_str());
-  EXPECT_EQ(ApplicationDirectory(), place);
-  SetEnvironmentVariableA(kOverride, nullptr);
 }
 
 TEST_F(UserDirectory, SlashesInTheOverrideAreUnderstood) {
   std::string place = temp.Join("x\\y");
   std::string slashed = place;
   for (char& c : slashed) c = c == '\\' ? '/' : c;
-  Tx_Set_Environment(kOverride, slashed.c_str());
+  Override(slashed.c_str());
   EXPECT_EQ(ApplicationDirectory(), place);
   EXPECT_TRUE(IsFolder(place));
 }
 
 TEST_F(UserDirectory, IsNoneWhenItCannotBeMade) {
   temp.AddFile(L"file");
-  Tx_Set_Environment(kOverride, temp.Join("file\\below").c_str());
+  Override(temp.Join("file\\below").c_str());
   EXPECT_EQ(Import_IO_GetHalvoApplicationDirectoryForCurrentUser(nullptr), nullptr);
-  Tx_Set_Environment(kOverride, temp.Join("file").c_str());
+  Override(temp.Join("file").c_str());
   EXPECT_EQ(Import_IO_GetHalvoApplicationDirectoryForCurrentUser(nullptr), nullptr)
       << "a file is no directory";
-  Tx_Set_Environment(kOverride, "?:\\nowhere");
+  Override("?:\\nowhere");
   EXPECT_EQ(Import_IO_GetHalvoApplicationDirectoryForCurrentUser(nullptr), nullptr);
 }
 
 TEST_F(UserDirectory, AnOverrideLongerThanTheOldLimitWorks) {
   const std::string place =
       temp.Join(std::string(100, 'd') + "\\" + std::string(100, 'e') + "\\" + std::string(100, 'f'));
-  Tx_Set_Environment(kOverride, place.c_str());
+  Override(place.c_str());
   EXPECT_EQ(ApplicationDirectory(), place);
   EXPECT_TRUE(Tx_File_Exists(place.c_str()));
+}
+
+// The last one: a variable that the host has set once no longer falls back to the process's environment.
+TEST_F(UserDirectory, TheHostsOwnEnvironmentComesBeforeTheProcesses) {
+  Override(temp.Join("process").c_str());
+  Tx_Set_Environment(kOverride, temp.Join("host").c_str());
+  EXPECT_EQ(ApplicationDirectory(), temp.Join("host"));
+  EXPECT_FALSE(IsFolder(temp.Join("process")));
 }
 
 }  // namespace

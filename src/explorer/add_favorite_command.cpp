@@ -1,0 +1,34 @@
+#include "src/explorer/add_favorite_command.h"
+
+#include "src/explorer/explorer_state.h"
+#include "src/explorer/explorer_window.h"
+#include "src/shellhost/file_view.h"
+#include "src/shellhost/folder_view.h"
+
+namespace file_explorer {
+namespace {
+
+std::string PathOf(const ShellItem& item) {
+  if (!item || item.HasAttributes(SFGAO_FILESYSTEM) == 0) return {};
+  return item.GetFullPath().value_or(std::string());
+}
+
+}  // namespace
+
+void AddToFavorites(ExplorerState& state, bool fromFolderTree) {
+  if (!state.favoritesPane) return;
+  ShellControlHost* const fileView = state.explorerWindow ? state.explorerWindow->fileView() : nullptr;
+  ShellControlHost* const folderView = state.folderViewHost.get();
+  AddFavoriteSources sources;
+  sources.fromFolderTree = fromFolderTree;
+  sources.folderTreePath = [folderView] { return PathOf(GetSelectedFolder(folderView)); };
+  sources.fileViewSelectionCount = [fileView] { return static_cast<int>(GetSelectedCount(fileView)); };
+  sources.fileViewPath = [fileView] { return PathOf(GetFirstSelectedItem(fileView)); };
+  sources.fileViewItemIsVirtual = [fileView] {
+    const ShellItem item = GetFirstSelectedItem(fileView);
+    return item && item.HasAttributes(SFGAO_FILESYSTEM) == 0;
+  };
+  state.favoritesPane->AddFavorite(state.MainWindow(), sources);
+}
+
+}  // namespace file_explorer

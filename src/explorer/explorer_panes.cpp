@@ -1,0 +1,105 @@
+// The explorer window's contents: toolbar, combo box and file view.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "src/explorer/command_tables.h"
+#include "src/explorer/explorer_state.h"
+#include "src/explorer/explorer_window.h"
+#include "src/explorer/file_view_events.h"
+#include "src/explorer/layout.h"
+#include "src/explorer/toolbar_builder.h"
+#include "src/shellhost/file_view.h"
+#include "src/shellhost/folder_view.h"
+
+namespace file_explorer {
+namespace {
+
+RECT ToRect(const PaneRect& pane) { return {pane.left, pane.top, pane.right, pane.bottom}; }
+
+int WindowHeight(HWND window) {
+  RECT bounds = {};
+  if (window == nullptr || !GetWindowRect(window, &bounds)) return 0;
+  return bounds.bottom - bounds.top;
+}
+
+}  // namespace
+
+bool ExplorerWindow::CreateToolbar(int toolbarId, int commandBase) {
+  commandBase_ = commandBase;
+  images_ = LoadToolbarImages(state_.instance);
+  toolbar_ = CreateToolbarFromTable(
+      {state_.instance, window_.get(), toolbarId, false, CommandToolbarButtons(), images_.get()});
+  if (toolbar_ == nullptr || !patternBox_.Create(state_.instance, *this, toolbar_)) return false;
+  const bool built = BuildFilePane();
+  ApplyDisplayMode();
+  if (built) ResynchronisePanes();
+  return built;
+}
+
+bool ExplorerWindow::BuildFilePane() {
+  if (fileView_ || comboView_) return true;
+  if (filePaneTried_) return false;  // what could not be made once is not tried, and complained of, at every notification
+  filePaneTried_ = true;
+  RegisterFilePaneControls();
+  comboView_ = CreateComboViewHost(window_.get());
+  if (!comboView_) return false;
+  fileView_ = CreateFileViewHost(window_.get(), PropertyList(), this, &DispatchFileViewEvent);
+  if (folderView_ != nullptr) SetFolderViewHost(folderView_);
+  return true;
+}
+
+void ExplorerWindow::SetFolderViewHost(ShellControlHost* folderView) {
+  folderView_ = folderView;
+  if (folderView == nullptr || !fileView_ || !comboView_) return;
+  LinkShellControls(comboView_.get(), folderView, fileView_.get());
+  SetFocus(GetListWindow(fileView_.get()));
+}
+
+int ExplorerWindow::ToolbarHeight() { return SizeToolbar(toolbar_); }
+
+void ExplorerWindow::Relayout(int width, int height) {
+  const int comboHeight = comboView_ ? WindowHeight(GetComboWindow(comboView_.get())) : 0;
+  const ExplorerPanes panes = LayOutExplorer(width, height, ToolbarHeight(), comboHeight);
+  state_.RedrawBracket();
+  if (comboView_) {
+    ResizeShellControl(comboView_.get(), ToRect(panes.combo));
+    state_.RedrawBracket();
+  }
+  if (fileView_) {
+    ResizeShellControl(fileView_.get(), ToRect(panes.fileView));
+    state_.RedrawBracket();
+  }
+}
+
+void ExplorerWindow::ResynchronisePanes() {
+  if (!window_ || toolbar_ == nullptr) return;
+  BuildFilePane();
+  RECT client = {};
+  GetClientRect(window_.get(), &client);
+  Relayout(client.right, client.bottom);
+}
+
+void ExplorerWindow::BringForward() {
+  host::Call<host::op::ShowManagedWindow>(state_.services, window_.get(), 1);
+  BringWindowToTop(window_.get());
+}
+
+void ExplorerWindow::SetDisplayMode(int mode) {
+  if (mode == displayMode_) return;
+  displayMode_ = mode;
+  ApplyDisplayMode();
+}
+
+void ExplorerWindow::ApplyDisplayMode() {
+  for (const DisplayMode& mode : DisplayModes()) {
+    SendMessageA(toolbar_, TB_CHECKBUTTON, static_cast<WPARAM>(mode.command), FALSE);
+  }
+  // A mode that the profile got wrong has no button, and the file view keeps the view it has.
+  const DisplayMode* const current = FindDisplayMode(displayMode_);
+  if (current == nullptr) return;
+  SendMessageA(toolbar_, TB_CHECKBUTTON, static_cast<WPARAM>(current->command), TRUE);
+  if (fileView_) file_explorer::SetDisplayMode(fileView_.get(), current->name);
+}
+
+}  // namespace file_explorer

@@ -1,0 +1,79 @@
+// What the explorer's objects share: one instance, owned by the application object and handed to everything below it.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+
+#include "src/framework/command_ids.h"
+#include "src/favorites/favorites_pane.h"
+#include "src/framework/unique_handle.h"
+#include "src/history/history_view.h"
+#include "src/host/host_services.h"
+#include "src/host/vc64_imp.h"
+#include "src/settings/explorer_settings.h"
+#include "src/settings/settings_store.h"
+#include "src/shellhost/shell_controls.h"
+
+namespace file_explorer {
+
+class ExplorerWindow;
+
+// The toolbars that head and foot the selector area; all share one image list.
+struct SelectorToolbars {
+  HWND folders = nullptr;
+  HWND history = nullptr;
+  HWND favorites = nullptr;
+  HWND commands = nullptr;
+  HWND foldersLabel = nullptr;  // the labels are children of their toolbars
+  HWND historyLabel = nullptr;
+  HWND favoritesLabel = nullptr;
+};
+
+struct ExplorerState {
+  ExplorerState();
+  ~ExplorerState();
+  ExplorerState(const ExplorerState&) = delete;
+  ExplorerState& operator=(const ExplorerState&) = delete;
+
+  host::HostServices* services = nullptr;  // the host's; valid between "new_instance" and "destroy_instance"
+  HINSTANCE instance = nullptr;            // the module
+  std::string helpLocation;                // passed to every request for help
+
+  HWND panelWindow = nullptr;  // the host's: the explorer's page of the utility panel
+  WNDPROC previousPanelProcedure = nullptr;
+  ImportToolTipControl* tooltip = nullptr;
+  void* hostRegistration = nullptr;  // released at teardown when set
+
+  SettingsStore store;
+  ExplorerSettings settings;
+  unique_pidl startDirectory;
+
+  std::unique_ptr<ExplorerWindow> explorerWindow;
+  std::unique_ptr<CHistoryView> historyView;
+  std::unique_ptr<FavoritesPane> favoritesPane;
+  SelectorToolbars toolbars;
+  unique_himagelist selectorImages;
+  std::unique_ptr<ShellControlHost> folderViewHost;
+  SelectorView currentView = SelectorView::Folders;
+  bool startDirectoryApplied = false;
+  bool shellUnusable = false;  // the folder tree could not be made
+
+  // The host's main window and profile, asked afresh each time.
+  HWND MainWindow() const;
+  std::string ProfilePath() const;
+  void RedrawBracket() const;
+  void BringPanelToFront() const;
+
+  // Puts everything of an instance back to the state before its creation; window code has destroyed its windows before.
+  void ClearInstance();
+};
+
+// Shown when the explorer window or the folder tree can't be made.
+inline constexpr char kShellViewingErrorCaption[] = "Shell Viewing Error";
+inline constexpr char kShellViewingErrorText[] =
+    "An error was encountered when the File Explorer plug-in browser was being initialized (the shell controls could "
+    "not be initialized).\n\nBrowsing using the Windows shell will not be possible on your computer.";
+
+}  // namespace file_explorer

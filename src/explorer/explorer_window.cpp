@@ -1,0 +1,256 @@
+#include "src/explorer/explorer_window.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include "src/explorer/command_tables.h"
+#include "src/explorer/explorer_commands.h"
+#include "src/explorer/explorer_state.h"
+#include "src/explorer/layout.h"
+#include "src/explorer/pattern_help.h"
+#include "src/explorer/toolbar_builder.h"
+#include "src/framework/module_context.h"
+#include "src/host/plugin_protocol.h"
+#include "src/settings/directory_links.h"
+
+namespace file_explorer {
+namespace {
+
+constexpr char kWindowClass[] = "HalvoFileViewClass";
+constexpr char kDisplayModeKey[] = "curr_fileview_display_mode";
+constexpr char kInitialText[] = "Initializing File View Contents...";
+constexpr COLORREF kBitmapTransparentColor = RGB(0xC0, 0xC0, 0xC0);
+
+bool classRegistered = false;
+// The object under creation: its window gets messages before it has its user data.
+ExplorerWindow* pendingWindow = nullptr;
+
+PaneRect ToPaneRect(const RECT& rect) { return {rect.left, rect.top, rect.right, rect.bottom}; }
+
+}  // namespace
+
+ExplorerWindow::ExplorerWindow(ExplorerState& state, LPCITEMIDLIST startDirectory)
+    : state_(state),
+      displayMode_(static_cast<std::int16_t>(state.store.ReadNumber(kDisplayModeKey, kDefaultDisplayMode))),
+      startDirectory_(ClonePidl(startDirectory)) {
+  RegisterWindowClass(state.instance);
+}
+
+ExplorerWindow::~ExplorerWindow() {
+  // The mode is kept also when it did not change, and before the windows go.
+  state_.store.WriteNumber(kDisplayModeKey, displayMode_);
+  messageHook_ = nullptr;
+  // The controls go before the window that contains them, the file view before the combo box that follows it.
+  fileView_.reset();
+  comboView_.reset();
+  patternBox_.Destroy();
+  window_.reset();
+}
+
+void ExplorerWindow::RegisterWindowClass(HINSTANCE instance) {
+  if (classRegistered) return;
+  WNDCLASSEXA windowClass = {};
+  windowClass.cbSize = sizeof(windowClass);
+  windowClass.style = CS_HREDRAW | CS_VREDRAW;
+  windowClass.lpfnWndProc = &ExplorerWindow::WindowProcedure;
+  windowClass.cbClsExtra = 8;
+  windowClass.cbWndExtra = 8;
+  windowClass.hInstance = instance;
+  windowClass.lpszClassName = kWindowClass;
+  RegisterClassExA(&windowClass);
+  classRegistered = true;  // tried once
+}
+
+void ExplorerWindow::UnregisterWindowClass(HINSTANCE instance) {
+  if (classRegistered) UnregisterClassA(kWindowClass, instance);
+  classRegistered = false;
+}
+
+bool ExplorerWindow::CreateAndDock(const DockingRequest& request) {
+  pendingWindow = this;
+  window_.reset(CreateWindowExA(0, kWindowClass, request.title, WS_CAPTION | WS_SYSMENU | WS_THICKFRAME, 0, 0, 640, 80,
+                                nullptr, nullptr, state_.instance, nullptr));
+  pendingWindow = nullptr;
+  if (!window_) return false;
+  title_ = request.title;
+  secondTitle_ = request.secondTitle;
+  windowGuid_ = request.windowGuid;
+
+  host::DockedWindowBitmap picture = {};
+  unique_hbitmap bitmap;
+  if (request.bitmapName != nullptr) {
+    bitmap.reset(LoadBitmapA(state_.instance, request.bitmapName));
+    picture = {1, bitmap.get(), kBitmapTransparentColor};
+  }
+  host::DockedWindowPlacement placement = {};
+  std::uint16_t method = request.creationMethod;
+  if (!host::Call<host::op::CreateDockedWindow>(state_.services, windowGuid_.c_str(), window_.get(), title_.c_str(),
+                                                secondTitle_.c_str(), method, request.dockingPosition,
+                                                std::intptr_t{0}, &picture, request.extraFlags, std::intptr_t{0},
+                                                std::intptr_t{0}, std::intptr_t{0}, &placement)) {
+    window_.reset();
+    return false;
+  }
+  if (method == host::kMethodHostDefault) {
+    method = host::Call<host::op::GetDefaultCreationMethod>(state_.services);
+  }
+  if (placement.hasPlacement == 0) PlaceForTheFirstTime(method);
+  if (!request.show) return true;
+
+  // Pop-ups and tabs are shown by the host; its notifications on the way would build panes for a size that is not yet
+  // the window's own.
+  if (HostShowsWindow(method)) {
+    suppressHostMessages_ = true;
+  } else {
+    ShowWindow(window_.get(), SW_SHOWNORMAL);
+  }
+  host::Call<host::op::ShowManagedWindow>(state_.services, window_.get(), 1);
+  suppressHostMessages_ = false;
+  return true;
+}
+
+void ExplorerWindow::PlaceForTheFirstTime(std::uint16_t creationMethod) {
+  RECT rectangle = {};
+  if (!host::Call<host::op::GetStoredRectangle>(state_.services, host::kInitialRectangleGuid, &rectangle)) return;
+  const InitialSize size = SizeForFirstPlacement(ToPaneRect(rectangle), creationMethod);
+  host::Call<host::op::SetWindowSize>(state_.services, window_.get(), size.width, size.height, host::kSizeBoth);
+  host::Call<host::op::SetWindowPosition>(state_.services, window_.get(), static_cast<std::int32_t>(rectangle.left),
+                                          static_cast<std::int32_t>(rectangle.top));
+}
+
+LRESULT CALLBACK ExplorerWindow::WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto* object = reinterpret_cast<ExplorerWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+  if (object == nullptr) object = pendingWindow;
+  if (object == nullptr) return DefWindowProcA(window, message, wParam, lParam);
+  try {
+    const ModuleContext context;
+    return object->Dispatch(window, message, wParam, lParam);
+  } catch (...) {
+    return 0;  // the host's message loop must not see an exception
+  }
+}
+
+LRESULT ExplorerWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (messageHook_ != nullptr) {
+    bool handled = false;
+    const LRESULT result = messageHook_(*this, message, wParam, lParam, &handled);
+    if (handled) return result;
+  }
+  if (message == host::Call<host::op::GetNotificationMessage>(state_.services) && message != 0) {
+    return suppressHostMessages_ ? 0 : OnManagerNotification(wParam);
+  }
+  switch (message) {
+    case WM_COMMAND:
+      return OnCommand(wParam);
+    case WM_SYSCOMMAND:
+      return OnSystemCommand(wParam, lParam);
+    case kMessageFileTypesChanged:
+    case kMessageReserved:
+    case WM_SHOWWINDOW:
+      return 0;
+    case WM_NOTIFY:
+      return OnNotify(lParam);
+    case WM_CREATE:
+      return OnCreate(window);
+    case WM_SIZE:
+      return OnSize(lParam);
+    case WM_ERASEBKGND:
+      return OnEraseBackground(wParam);
+    case WM_NCDESTROY:
+      SetWindowLongPtrA(window, GWLP_USERDATA, 0);
+      window_.release();  // destroyed by somebody else, or by the destructor just now
+      toolbar_ = nullptr;
+      break;
+  }
+  return DefWindowProcA(window, message, wParam, lParam);
+}
+
+LRESULT ExplorerWindow::OnManagerNotification(WPARAM wParam) {
+  switch (LOWORD(wParam)) {
+    case host::kNotifyToggle:
+      return OnManagerToggle();
+    case host::kNotifyClose:
+      return OnManagerClose();
+    case host::kNotifyDocked:
+    case host::kNotifyFloated:
+    case host::kNotifyStateSet:
+      ResynchronisePanes();
+      return 0;
+    default:
+      return 0;
+  }
+}
+
+LRESULT ExplorerWindow::OnManagerToggle() {
+  const std::int32_t now = host::Call<host::op::GetWindowState>(state_.services, window_.get());
+  if (now != host::kStateExpanded && now != host::kStateCollapsed) return 0;
+  host::Call<host::op::SetWindowState>(state_.services, window_.get(),
+                                       now == host::kStateExpanded ? host::kStateCollapsed : host::kStateExpanded);
+  return 1;
+}
+
+LRESULT ExplorerWindow::OnManagerClose() {
+  if (host::Call<host::op::GetSecondFlags>(state_.services) & host::kSecondFlagCloseAllowed) return 0;
+  MessageBoxA(state_.MainWindow(), "The file explorer window is not allowed to be closed.", "Warning", MB_OK);
+  return 1;
+}
+
+LRESULT ExplorerWindow::OnCommand(WPARAM wParam) {
+  const int command = LOWORD(wParam);
+  if (command >= kFirstExplorerCommand && command <= kLastExplorerCommand) RunExplorerCommand(*this, command);
+  return 0;
+}
+
+LRESULT ExplorerWindow::OnSystemCommand(WPARAM wParam, LPARAM lParam) {
+  // Deliberate: the host's manager alone moves, sizes and closes the window. Only the system menu opens.
+  const WPARAM command = wParam & 0xFFF0;
+  if (command == SC_MOUSEMENU || command == SC_KEYMENU) {
+    return DefWindowProcA(window_.get(), WM_SYSCOMMAND, wParam, lParam);
+  }
+  return 0;
+}
+
+LRESULT ExplorerWindow::OnNotify(LPARAM lParam) {
+  auto* const header = reinterpret_cast<NMHDR*>(lParam);
+  if (header->code != TTN_GETDISPINFOA) return 0;
+  auto* const request = reinterpret_cast<NMTTDISPINFOA*>(lParam);
+  const bool forEdit = (request->uFlags & TTF_IDISHWND) != 0 && patternBox_.edit() != nullptr &&
+                       request->hdr.idFrom == reinterpret_cast<UINT_PTR>(patternBox_.edit());
+  if (forEdit) {
+    AnswerTooltipRequest(request, kPatternHelpText);
+  } else {
+    AnswerTooltipRequest(state_.instance, request);
+  }
+  return 0;
+}
+
+LRESULT ExplorerWindow::OnCreate(HWND window) {
+  SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  return 0;
+}
+
+LRESULT ExplorerWindow::OnSize(LPARAM lParam) {
+  if (fileView_) Relayout(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
+  return 0;
+}
+
+LRESULT ExplorerWindow::OnEraseBackground(WPARAM wParam) {
+  if (suppressHostMessages_) return 0;
+  const HDC dc = reinterpret_cast<HDC>(wParam);
+  RECT client = {};
+  GetClientRect(window_.get(), &client);
+  const int toolbarHeight = ToolbarHeight();
+  FillRect(dc, &client, GetSysColorBrush(COLOR_BTNFACE));
+  FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));
+  client.top = toolbarHeight;
+  const COLORREF oldColor = SetTextColor(dc, RGB(0, 0, 0));
+  const int oldMode = SetBkMode(dc, TRANSPARENT);
+  DrawTextA(dc, kInitialText, -1, &client, DT_SINGLELINE | DT_CENTER | DT_VCENTER);
+  SetBkMode(dc, oldMode);
+  SetTextColor(dc, oldColor);
+  return 1;
+}
+
+}  // namespace file_explorer

@@ -1,0 +1,123 @@
+// The docked explorer window: command toolbar, path combo box and file view.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <memory>
+#include <string>
+
+#include "src/framework/command_ids.h"
+#include "src/explorer/pattern_box.h"
+#include "src/framework/unique_handle.h"
+#include "src/shellhost/shell_controls.h"
+
+namespace file_explorer {
+
+struct ExplorerState;
+
+class ExplorerWindow {
+ public:
+  // Consulted first for every message; sets *handled when its result is the answer.
+  using MessageHook = LRESULT (*)(ExplorerWindow& window, UINT message, WPARAM wParam, LPARAM lParam, bool* handled);
+  // Consulted first for every event of the file view, with the arguments of ControlEventCallback.
+  using FileViewEventHook = std::int64_t (*)(ExplorerWindow& window, ControlEvent code, ShellControlHost* host,
+                                             IDispatch* object, std::int64_t a, std::int64_t b, std::int64_t c,
+                                             std::int64_t d, const char* path, bool* handled);
+
+  // What the window is handed to the host with. Texts are copied.
+  struct DockingRequest {
+    const char* title;
+    const char* secondTitle;
+    const char* windowGuid;
+    bool show;
+    const char* bitmapName;  // resource of the module, or null
+    std::uint16_t creationMethod;
+    std::uint16_t dockingPosition;
+    std::uint32_t extraFlags;
+  };
+
+  // state outlives the window. startDirectory is copied. The first construction in the process registers the window
+  // class; it stays registered until UnregisterWindowClass.
+  ExplorerWindow(ExplorerState& state, LPCITEMIDLIST startDirectory);
+  // Saves the display mode, then destroys the shell controls and the window.
+  ~ExplorerWindow();
+  ExplorerWindow(const ExplorerWindow&) = delete;
+  ExplorerWindow& operator=(const ExplorerWindow&) = delete;
+
+  static void UnregisterWindowClass(HINSTANCE instance);
+
+  // Creates the window and hands it to the host's window manager; false when either refuses.
+  bool CreateAndDock(const DockingRequest& request);
+  void SetMessageHook(MessageHook hook) { messageHook_ = hook; }
+  void SetFileViewEventHook(FileViewEventHook hook) { fileViewEventHook_ = hook; }
+  // Makes the command toolbar (with toolbarId) and the file pane; false when either can't be made.
+  bool CreateToolbar(int toolbarId, int commandBase);
+  void SetPanelGuid(const char* guid) { panelGuid_ = guid; }
+  // Tells the window that the folder tree exists now (or no longer: null), and links the three controls.
+  void SetFolderViewHost(ShellControlHost* folderView);
+
+  // Places toolbar, combo box and file view in a client area of this size.
+  void Relayout(int width, int height);
+  // Makes sure that the file pane is built and placed.
+  void ResynchronisePanes();
+  // Makes the window visible in front of its siblings.
+  void BringForward();
+
+  void SetDisplayMode(int mode);
+  void ApplyDisplayMode();
+
+  ExplorerState& state() const { return state_; }
+  HWND window() const { return window_.get(); }
+  HWND toolbar() const { return toolbar_; }
+  int displayMode() const { return displayMode_; }
+  PatternBox& patternBox() { return patternBox_; }
+  ShellControlHost* fileView() const { return fileView_.get(); }
+  ShellControlHost* comboView() const { return comboView_.get(); }
+  LPCITEMIDLIST startDirectory() const { return startDirectory_.get(); }
+  MessageHook messageHook() const { return messageHook_; }
+  FileViewEventHook fileViewEventHook() const { return fileViewEventHook_; }
+  const std::string& panelGuid() const { return panelGuid_; }
+
+ private:
+  struct MessageRow;
+  struct NotificationRow;
+
+  static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  static void RegisterWindowClass(HINSTANCE instance);
+  LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  LRESULT OnManagerNotification(WPARAM wParam);
+  LRESULT OnManagerToggle();
+  LRESULT OnManagerClose();
+  LRESULT OnCommand(WPARAM wParam);
+  LRESULT OnSystemCommand(WPARAM wParam, LPARAM lParam);
+  LRESULT OnNotify(LPARAM lParam);
+  LRESULT OnCreate(HWND window);
+  LRESULT OnSize(LPARAM lParam);
+  LRESULT OnEraseBackground(WPARAM wParam);
+  bool BuildFilePane();
+  int ToolbarHeight();
+  void PlaceForTheFirstTime(std::uint16_t creationMethod);
+
+  ExplorerState& state_;
+  int displayMode_;
+  int commandBase_ = kDefaultCommandBase;
+  unique_pidl startDirectory_;
+  std::string title_;
+  std::string secondTitle_;
+  std::string windowGuid_;
+  std::string panelGuid_;
+  bool suppressHostMessages_ = false;  // while the host shows the window for the first time
+  bool filePaneTried_ = false;
+  MessageHook messageHook_ = nullptr;
+  FileViewEventHook fileViewEventHook_ = nullptr;
+  ShellControlHost* folderView_ = nullptr;  // the selector area's
+  unique_himagelist images_;
+  unique_hwnd window_;
+  HWND toolbar_ = nullptr;  // a child of the window
+  PatternBox patternBox_;
+  std::unique_ptr<ShellControlHost> comboView_;
+  std::unique_ptr<ShellControlHost> fileView_;
+};
+
+}  // namespace file_explorer

@@ -1,0 +1,102 @@
+#include "src/explorer/pattern_box.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "src/explorer/explorer_state.h"
+#include "src/explorer/explorer_window.h"
+#include "src/explorer/pattern_selection.h"
+#include "src/explorer/toolbar_builder.h"
+#include "src/framework/module_context.h"
+
+namespace file_explorer {
+namespace {
+
+constexpr char kBoxProperty[] = "ExplorerPatternBox";
+constexpr char kLabelText[] = "Select:";
+constexpr int kGap = 5;
+constexpr int kEditTop = 2;
+constexpr int kEditWidth = 100;
+constexpr int kBalloonWidth = 400;
+constexpr int kBalloonTime = 30000;  // milliseconds
+
+}  // namespace
+
+PatternBox::~PatternBox() { Destroy(); }
+
+bool PatternBox::Create(HINSTANCE instance, ExplorerWindow& owner, HWND toolbar) {
+  owner_ = &owner;
+  RECT lastButton = {};
+  const LRESULT count = SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0);
+  SendMessageA(toolbar, TB_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&lastButton));
+  RECT bounds = {};
+  GetWindowRect(toolbar, &bounds);
+  const int toolbarHeight = bounds.bottom - bounds.top;
+  const WPARAM font = static_cast<WPARAM>(SendMessageA(toolbar, WM_GETFONT, 0, 0));
+
+  const SIZE text = MeasureText(toolbar, kLabelText);
+  const int labelLeft = lastButton.right + kGap;
+  label_ = CreateWindowExA(0, "STATIC", kLabelText, WS_CHILD | WS_VISIBLE | SS_LEFTNOWORDWRAP, labelLeft,
+                           (toolbarHeight - text.cy - 4) / 2, text.cx, text.cy + 4, toolbar, nullptr, instance,
+                           nullptr);
+  const int editLeft = labelLeft + text.cx + kGap;
+  edit_ = CreateWindowExA(WS_EX_CLIENTEDGE, "EDIT", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | ES_AUTOHSCROLL, editLeft,
+                          kEditTop, kEditWidth, toolbarHeight - 6, toolbar,
+                          reinterpret_cast<HMENU>(static_cast<INT_PTR>(kSelectEditId)), instance, nullptr);
+  if (edit_ == nullptr) return false;
+  SendMessageA(edit_, WM_SETFONT, font, TRUE);
+  if (label_ != nullptr) SendMessageA(label_, WM_SETFONT, font, TRUE);
+  SetPropA(edit_, kBoxProperty, this);
+  previousProcedure_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrA(edit_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PatternBox::EditProcedure)));
+  CreateBalloon(instance, owner.window());
+  return true;
+}
+
+void PatternBox::CreateBalloon(HINSTANCE instance, HWND ownerWindow) {
+  balloon_ = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_BALLOON,
+                             CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, ownerWindow, nullptr, instance,
+                             nullptr);
+  if (balloon_ == nullptr) return;  // the box works without its help
+  SetWindowPos(balloon_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  TTTOOLINFOA tool = {};
+  tool.cbSize = sizeof(tool);
+  tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+  tool.hwnd = ownerWindow;
+  tool.uId = reinterpret_cast<UINT_PTR>(edit_);
+  tool.lpszText = LPSTR_TEXTCALLBACKA;
+  SendMessageA(balloon_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
+  SendMessageA(balloon_, TTM_SETMAXTIPWIDTH, 0, kBalloonWidth);
+  SendMessageA(balloon_, TTM_SETDELAYTIME, TTDT_AUTOPOP, MAKELPARAM(kBalloonTime, 0));
+}
+
+void PatternBox::Destroy() {
+  if (balloon_ != nullptr) DestroyWindow(balloon_);
+  if (edit_ != nullptr && IsWindow(edit_)) {
+    SetWindowLongPtrA(edit_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousProcedure_));
+    RemovePropA(edit_, kBoxProperty);
+  }
+  balloon_ = label_ = edit_ = nullptr;
+}
+
+void PatternBox::Clear() {
+  if (edit_ != nullptr) SendMessageA(edit_, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(""));
+}
+
+LRESULT CALLBACK PatternBox::EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto* const box = static_cast<PatternBox*>(GetPropA(edit, kBoxProperty));
+  if (box == nullptr) return DefWindowProcA(edit, message, wParam, lParam);
+  if (message == WM_CHAR && wParam == VK_RETURN) return 0;  // a one-line box only beeps at it
+  const LRESULT result = CallWindowProcA(box->previousProcedure_, edit, message, wParam, lParam);
+  if (message != WM_CHAR) return result;
+  try {
+    const ModuleContext context;
+    SelectItemsByPattern(box->owner_->state().services, box->owner_->fileView(), edit);
+  } catch (...) {
+    MessageBeep(MB_ICONWARNING);  // the typed character stays; only its selection is missing
+  }
+  return result;
+}
+
+}  // namespace file_explorer

@@ -1,0 +1,40 @@
+// The "Select:" box of the command toolbar: selects the items of the file view that match what is typed into it.
+#pragma once
+
+#include <windows.h>
+
+namespace file_explorer {
+
+class ExplorerWindow;
+
+class PatternBox {
+ public:
+  PatternBox() = default;
+  ~PatternBox();
+  PatternBox(const PatternBox&) = delete;
+  PatternBox& operator=(const PatternBox&) = delete;
+
+  // Makes label and edit box behind the last button of the toolbar, and the balloon with the pattern help. owner answers
+  // the balloon's request for text and lives longer. False when the edit box can't be made.
+  bool Create(HINSTANCE instance, ExplorerWindow& owner, HWND toolbar);
+  // Destroys the balloon and gives the edit box its procedure back; the edit box itself goes with its toolbar.
+  void Destroy();
+  // Empties the box; the selection stays.
+  void Clear();
+
+  HWND edit() const { return edit_; }
+  HWND label() const { return label_; }
+  HWND balloon() const { return balloon_; }
+
+ private:
+  static LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
+  void CreateBalloon(HINSTANCE instance, HWND ownerWindow);
+
+  ExplorerWindow* owner_ = nullptr;
+  HWND label_ = nullptr;
+  HWND edit_ = nullptr;
+  HWND balloon_ = nullptr;
+  WNDPROC previousProcedure_ = nullptr;
+};
+
+}  // namespace file_explorer

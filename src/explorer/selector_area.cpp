@@ -1,0 +1,162 @@
+#include "src/explorer/selector_area.h"
+
+#include <windows.h>
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include "src/explorer/command_tables.h"
+#include "src/explorer/control_options.h"
+#include "src/explorer/explorer_state.h"
+#include "src/explorer/explorer_window.h"
+#include "src/explorer/file_view_events.h"
+#include "src/explorer/layout.h"
+#include "src/explorer/toolbar_builder.h"
+#include "src/shellhost/file_view.h"
+
+namespace file_explorer {
+namespace {
+
+RECT ToRect(const PaneRect& pane) { return {pane.left, pane.top, pane.right, pane.bottom}; }
+
+struct LabelToolbarRow {
+  int id;
+  const char* label;
+  std::span<const ToolbarButton> (*buttons)();
+  HWND SelectorToolbars::*toolbar;
+  HWND SelectorToolbars::*labelWindow;
+};
+
+constexpr LabelToolbarRow kLabelToolbars[] = {
+    {kFoldersToolbarId, "Folders: ", FoldersToolbarButtons, &SelectorToolbars::folders,
+     &SelectorToolbars::foldersLabel},
+    {kHistoryToolbarId, "History:", HistoryToolbarButtons, &SelectorToolbars::history,
+     &SelectorToolbars::historyLabel},
+    {kFavoritesToolbarId, "Favorites:", FavoritesToolbarButtons, &SelectorToolbars::favorites,
+     &SelectorToolbars::favoritesLabel},
+};
+
+void CreateToolbars(ExplorerState& state) {
+  if (!state.selectorImages) state.selectorImages = LoadToolbarImages(state.instance);
+  SelectorToolbars& toolbars = state.toolbars;
+  for (const LabelToolbarRow& row : kLabelToolbars) {
+    const HWND toolbar = CreateToolbarFromTable(
+        {state.instance, state.panelWindow, row.id, false, row.buttons(), state.selectorImages.get()});
+    toolbars.*row.toolbar = toolbar;
+    if (toolbar != nullptr) toolbars.*row.labelWindow = CreateToolbarLabel(state.instance, toolbar, row.label);
+  }
+  toolbars.commands = CreateToolbarFromTable({state.instance, state.panelWindow, kSelectorToolbarId, true,
+                                              SelectorToolbarButtons(), state.selectorImages.get()});
+}
+
+bool CreateFolderTree(ExplorerState& state) {
+  RegisterFolderViewControl();
+  state.folderViewHost = CreateFolderViewHost(state.panelWindow);
+  if (state.folderViewHost) return true;
+  const bool alreadyTold = state.shellUnusable;
+  state.shellUnusable = true;
+  if (!alreadyTold) {
+    MessageBoxA(state.MainWindow(), kShellViewingErrorText, kShellViewingErrorCaption, MB_OK);
+  }
+  return false;
+}
+
+void ApplyStartDirectory(ExplorerState& state) {
+  if (state.startDirectoryApplied || !state.explorerWindow) return;
+  SetCurrentFolder(state.explorerWindow->fileView(), state.startDirectory.get());
+  state.startDirectoryApplied = true;
+}
+
+HWND HistoryWindow(const ExplorerState& state) { return state.historyView ? state.historyView->window() : nullptr; }
+HWND FavoritesWindow(const ExplorerState& state) {
+  return state.favoritesPane ? state.favoritesPane->window() : nullptr;
+}
+
+void Show(HWND window, bool visible) {
+  if (window != nullptr) ShowWindow(window, visible ? SW_SHOW : SW_HIDE);
+}
+
+void Move(HWND window, const PaneRect& pane) {
+  if (window != nullptr) {
+    MoveWindow(window, pane.left, pane.top, pane.right - pane.left, pane.bottom - pane.top, TRUE);
+  }
+}
+
+int SizeWithBracket(const ExplorerState& state, HWND toolbar) {
+  const int height = SizeToolbar(toolbar);
+  if (toolbar != nullptr) state.RedrawBracket();
+  return height;
+}
+
+}  // namespace
+
+bool EnsureSelectorArea(ExplorerState& state) {
+  if (state.folderViewHost) return true;
+  if (state.panelWindow == nullptr || !CreateFolderTree(state)) return false;
+  state.shellUnusable = false;
+  ExplorerWindow* const explorer = state.explorerWindow.get();
+  if (explorer != nullptr) explorer->SetFolderViewHost(state.folderViewHost.get());
+  SetFolderViewCallback(state);
+  ApplyViewOptions(state);
+  CreateToolbars(state);
+  RECT client = {};
+  GetClientRect(state.panelWindow, &client);
+  LayOutSelectorArea(state, client.right, client.bottom);
+  ShowCurrentSelectorView(state);
+  if (explorer != nullptr) explorer->ResynchronisePanes();
+  ApplyStartDirectory(state);
+  return true;
+}
+
+void DestroySelectorArea(ExplorerState& state) {
+  if (!state.folderViewHost) return;
+  for (const LabelToolbarRow& row : kLabelToolbars) {
+    if (state.toolbars.*row.toolbar != nullptr) DestroyWindow(state.toolbars.*row.toolbar);
+  }
+  if (state.toolbars.commands != nullptr) DestroyWindow(state.toolbars.commands);
+  state.toolbars = SelectorToolbars();
+  if (state.explorerWindow) state.explorerWindow->SetFolderViewHost(nullptr);
+  state.folderViewHost.reset();
+}
+
+void LayOutSelectorArea(ExplorerState& state, int width, int height) {
+  if (!state.folderViewHost) return;
+  const int labelHeight = SizeWithBracket(state, state.toolbars.folders);
+  SizeWithBracket(state, state.toolbars.history);
+  SizeWithBracket(state, state.toolbars.favorites);
+  const int commandHeight = SizeWithBracket(state, state.toolbars.commands);
+  const SelectorPanes panes = LayOutSelector(width, height, labelHeight, commandHeight);
+  Move(HistoryWindow(state), panes.history);
+  Move(FavoritesWindow(state), panes.favorites);
+  ResizeShellControl(state.folderViewHost.get(), ToRect(panes.folders));
+}
+
+void ShowCurrentSelectorView(ExplorerState& state) {
+  if (state.toolbars.folders == nullptr || !state.folderViewHost) return;
+  const SelectorView view = state.currentView;
+  for (const LabelToolbarRow& row : kLabelToolbars) {
+    for (int command = kCommandFoldersView; command <= kCommandFavoritesView; ++command) {
+      SendMessageA(state.toolbars.*row.toolbar, TB_CHECKBUTTON, static_cast<WPARAM>(command),
+                   SelectorViewOf(command) == view);
+    }
+  }
+  Show(state.toolbars.folders, view == SelectorView::Folders);
+  Show(state.toolbars.commands, view == SelectorView::Folders);
+  ShowShellControl(state.folderViewHost.get(), view == SelectorView::Folders);
+  Show(state.toolbars.history, view == SelectorView::History);
+  Show(HistoryWindow(state), view == SelectorView::History);
+  Show(state.toolbars.favorites, view == SelectorView::Favorites);
+  Show(FavoritesWindow(state), view == SelectorView::Favorites);
+  if (view != SelectorView::Folders) RedrawWindow(state.panelWindow, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
+}
+
+void ShowSelectorView(ExplorerState& state, SelectorView view) {
+  state.currentView = view;
+  if (state.panelWindow == nullptr) return;
+  RECT client = {};
+  GetClientRect(state.panelWindow, &client);
+  LayOutSelectorArea(state, client.right, client.bottom);
+  ShowCurrentSelectorView(state);
+}
+
+}  // namespace file_explorer

@@ -1,0 +1,41 @@
+#include "src/favorites/add_favorite.h"
+
+namespace file_explorer {
+namespace {
+
+constexpr unsigned kProductFlags = 32 | 64;
+
+template <typename Result>
+Result Ask(const std::function<Result()>& source) {
+  return source ? source() : Result();
+}
+
+AddFavoriteChoice Take(std::string path) {
+  if (path.size() >= kFavoritePathSize) path.resize(kFavoritePathSize - 1);
+  return {std::move(path), nullptr, nullptr};
+}
+
+}  // namespace
+
+AddFavoriteChoice ChooseFavoritePath(const AddFavoriteSources& sources) {
+  if (!sources.explicitPath.empty()) return Take(sources.explicitPath);
+  if (sources.fromFolderTree) {
+    std::string path = Ask(sources.folderTreePath);
+    if (!path.empty()) return Take(std::move(path));
+  }
+  if (Ask(sources.fileViewSelectionCount) > 1) return {std::string(), kSelectOnlyOneText, "Error"};
+  std::string path = Ask(sources.fileViewPath);
+  if (!path.empty()) return Take(std::move(path));
+  if (!Ask(sources.fileViewItemIsVirtual)) {
+    path = Ask(sources.folderTreePath);
+    if (!path.empty()) return Take(std::move(path));
+  }
+  return {std::string(), kVirtualItemText, "Warning"};
+}
+
+std::string AddFavoriteNote(unsigned hostFlags) {
+  const char* const product = (hostFlags & kProductFlags) != 0 ? "Teskar" : "Corvalent";
+  return std::string(product) + " will add this file reference to your Favorites list.";
+}
+
+}  // namespace file_explorer

@@ -1,0 +1,451 @@
+#include "src/favorites/halvo_tree_view.h"
+
+#include <windowsx.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "src/favorites/check_marks.h"
+#include "src/favorites/favorites_file.h"
+#include "src/favorites/label_edit_hook.h"
+#include "src/favorites/tree_drag_image.h"
+#include "src/framework/module_context.h"
+
+namespace file_explorer {
+
+const CHalvoTreeView::NotifyRow CHalvoTreeView::kNotifyRows[] = {
+    {static_cast<UINT>(TVN_BEGINLABELEDITA), &CHalvoTreeView::OnBeginLabelEdit},
+    {static_cast<UINT>(TVN_ENDLABELEDITA), &CHalvoTreeView::OnEndLabelEdit},
+    {static_cast<UINT>(TVN_BEGINDRAGA), &CHalvoTreeView::OnBeginDrag},
+    {static_cast<UINT>(NM_CLICK), &CHalvoTreeView::OnClick},
+    {static_cast<UINT>(NM_DBLCLK), &CHalvoTreeView::OnDoubleClick},
+    {static_cast<UINT>(NM_RETURN), &CHalvoTreeView::OnReturn},
+};
+
+const CHalvoTreeView::MouseRow CHalvoTreeView::kMouseRows[] = {
+    {WM_MOUSEMOVE, false, &CHalvoTreeView::MouseMove},
+    {WM_LBUTTONDOWN, false, &CHalvoTreeView::OnParentLeftButtonDown},
+    {WM_NCLBUTTONDOWN, true, &CHalvoTreeView::OnParentLeftButtonDown},
+    {WM_LBUTTONUP, false, &CHalvoTreeView::ButtonUp},
+    {WM_NCLBUTTONUP, true, &CHalvoTreeView::ButtonUp},
+    {WM_RBUTTONUP, false, &CHalvoTreeView::OtherButtonUp},
+    {WM_NCRBUTTONUP, true, &CHalvoTreeView::OtherButtonUp},
+    {WM_LBUTTONDBLCLK, false, &CHalvoTreeView::OnParentDoubleClick},
+};
+
+CHalvoTreeView::CHalvoTreeView(HINSTANCE instance, HWND parent, HWND placeholder, int controlId, DWORD style)
+    : instance_(instance),
+      parent_(parent),
+      placeholder_(placeholder),
+      controlId_(controlId),
+      style_(style),
+      list_(FoldCodePageLetters) {}
+
+CHalvoTreeView::~CHalvoTreeView() {
+  StopDragging();
+  DestroyTree();
+}
+
+// ---- The window
+// ------------------------------------------------------------------------------------------------
+
+bool CHalvoTreeView::CreateTreeWindow() {
+  INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_TREEVIEW_CLASSES};
+  InitCommonControls();
+  InitCommonControlsEx(&classes);
+  const RECT place = InitialPlace();
+  // Check boxes are asked for afterwards: given at creation, the control does not make their images.
+  const DWORD style = style_ & ~static_cast<DWORD>(TVS_CHECKBOXES);
+  const HWND window =
+      CreateWindowExA(WS_EX_CLIENTEDGE, WC_TREEVIEWA, "", style, place.left, place.top,
+                      place.right - place.left, place.bottom - place.top, parent_,
+                      reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId_)), instance_, nullptr);
+  if (window == nullptr) return false;
+  tree_ = TreeControl(window);
+  SendMessageA(window, TVM_SETUNICODEFORMAT, FALSE, 0);  // 8-bit notifications whatever the parent is
+  SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  Subclass();
+  tree_.DeleteAll();
+  if ((style_ & TVS_CHECKBOXES) != 0) {
+    SetWindowLongPtrA(window, GWL_STYLE, GetWindowLongPtrA(window, GWL_STYLE) | TVS_CHECKBOXES);
+  }
+  return true;
+}
+
+RECT CHalvoTreeView::InitialPlace() const {
+  RECT place = {};
+  if (placeholder_ == nullptr) {
+    GetClientRect(parent_, &place);
+    return place;
+  }
+  GetWindowRect(placeholder_, &place);
+  MapWindowPoints(nullptr, parent_, reinterpret_cast<POINT*>(&place), 2);
+  ShowWindow(placeholder_, SW_HIDE);
+  return place;
+}
+
+void CHalvoTreeView::Subclass() {
+  previousProcedure_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrA(window(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(TreeProcedure)));
+}
+
+void CHalvoTreeView::DestroyTree() {
+  if (window() == nullptr) return;
+  SetWindowLongPtrA(window(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousProcedure_));
+  SetWindowLongPtrA(window(), GWLP_USERDATA, 0);
+  SendMessageA(window(), TVM_SETIMAGELIST, TVSIL_NORMAL, 0);  // the images are shared
+  DestroyWindow(window());
+  tree_ = TreeControl();
+}
+
+void CHalvoTreeView::SetImages(FavoriteImages images) {
+  images_ = std::move(images);
+  SendMessageA(window(), TVM_SETIMAGELIST, TVSIL_NORMAL,
+               images_ ? reinterpret_cast<LPARAM>(images_->get()) : 0);
+}
+
+LRESULT CALLBACK CHalvoTreeView::TreeProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const ModuleContext context;
+  auto* const view = reinterpret_cast<CHalvoTreeView*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+  if (view == nullptr) return DefWindowProcA(window, message, wParam, lParam);
+  const WNDPROC previous = view->previousProcedure_;
+  try {
+    return view->OnTreeMessage(message, wParam, lParam);
+  } catch (...) {
+    return CallWindowProcA(previous, window, message, wParam,
+                           lParam);  // the system's frames see no exception
+  }
+}
+
+LRESULT CHalvoTreeView::OnTreeMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  const HWND tree = window();
+  const WNDPROC previous = previousProcedure_;
+  // The tree would beep.
+  if (message == WM_CHAR && (wParam == '\r' || wParam == '\n')) return 1;
+  if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
+    lastButtonDown_ = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  }
+  if (message == WM_KEYDOWN && wParam == VK_ESCAPE && isDragging_) {
+    CancelDrag();
+    return 0;
+  }
+  if (message == WM_NCDESTROY) {  // the parent went first
+    StopDragging();
+    SetWindowLongPtrA(tree, GWLP_USERDATA, 0);
+    tree_ = TreeControl();
+  }
+  return CallWindowProcA(previous, tree, message, wParam, lParam);
+}
+
+// ---- The records
+// -----------------------------------------------------------------------------------------------
+
+bool CHalvoTreeView::LoadFavorites(const std::string& path) {
+  StopDragging();
+  ForgetMouse();
+  tree_.SetRedraw(false);
+  tree_.DeleteAll();  // the items point at the records
+  list_.Clear();
+  const bool hasRecords = ReadFavoritesFile(
+      path, SystemFileCalls(), list_, [this](std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent) {
+        return Insert(std::move(record), parent);
+      });
+  tree_.SetRedraw(true);
+  return hasRecords;
+}
+
+void CHalvoTreeView::SaveFavorites(const std::string& path) {
+  WriteFavoritesFile(path, SystemFileCalls(), list_, tree_.RecordOf(tree_.FirstVisible()));
+}
+
+FavoriteRecord* CHalvoTreeView::Insert(std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent) {
+  FavoriteRecord* const added = list_.Add(std::move(record), parent);
+  if (InsertItem(*added) != nullptr) return added;
+  list_.RemoveLast();
+  return nullptr;
+}
+
+HTREEITEM CHalvoTreeView::InsertItem(FavoriteRecord& record) {
+  HTREEITEM parent = nullptr;
+  HTREEITEM after = TVI_LAST;
+  if (record.parent != nullptr) {
+    parent = static_cast<HTREEITEM>(record.parent->treeItem);
+    const FavoriteRecord* const previous = list_.PreviousSibling(record);
+    after = previous != nullptr ? static_cast<HTREEITEM>(previous->treeItem) : nullptr;
+  }
+  const HTREEITEM item = tree_.Insert(record, parent, after);
+  record.treeItem = item;
+  return item;
+}
+
+void CHalvoTreeView::InsertSubtree(FavoriteRecord& record) {
+  InsertItem(record);
+  for (FavoriteRecord* const child : record.children) InsertSubtree(*child);
+}
+
+FavoriteRecord* CHalvoTreeView::AddFavorite(std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent) {
+  if (record->key.empty()) record->key = NewFavoriteKey();
+  FavoriteRecord* const added = Insert(std::move(record), parent);
+  if (added != nullptr) Report(*added, added->parent, FavoriteChange::kAdded);
+  return added;
+}
+
+void CHalvoTreeView::Report(const FavoriteRecord& record, const FavoriteRecord* parent,
+                            FavoriteChange change) const {
+  if (onChange_) onChange_(record, parent, change);
+}
+
+void CHalvoTreeView::Select(const FavoriteRecord* record) {
+  tree_.Select(record != nullptr ? static_cast<HTREEITEM>(record->treeItem) : nullptr);
+}
+
+void CHalvoTreeView::EditLabel(const FavoriteRecord& record) {
+  if (record.treeItem != nullptr) tree_.EditLabel(static_cast<HTREEITEM>(record.treeItem));
+}
+
+void CHalvoTreeView::SetDisplayName(FavoriteRecord& record, const std::string& name) {
+  list_.SetDisplayName(record, name);
+  if (record.treeItem != nullptr) tree_.SetText(static_cast<HTREEITEM>(record.treeItem), name);
+}
+
+void CHalvoTreeView::DeleteEntry(FavoriteRecord& record) {
+  if (record.isDeleted) return;
+  const auto item = static_cast<HTREEITEM>(record.treeItem);
+  const FavoriteRecord* const parent = record.parent;
+  ForgetMouse();  // the item clicked last may be among those that go
+  list_.MarkDeleted(record);
+  Report(record, parent, FavoriteChange::kDeleted);
+  tree_.Delete(item);
+}
+
+void CHalvoTreeView::MoveEntry(FavoriteRecord& record, FavoriteRecord& folder) {
+  const auto oldItem = static_cast<HTREEITEM>(record.treeItem);
+  const bool wasSelected = tree_.Selected() == oldItem;
+  ForgetMouse();
+  tree_.SetRedraw(false);
+  list_.Move(record, folder);
+  InsertSubtree(record);
+  tree_.Delete(oldItem);
+  if (wasSelected) Select(&record);
+  tree_.SetRedraw(true);
+}
+
+void CHalvoTreeView::ToggleCheck(FavoriteRecord& record) {
+  ToggleCheckMark(list_, record, syncFolderChecks_);
+  for (const auto& each : list_.records()) {
+    if (each->treeItem != nullptr) {
+      tree_.SetCheckMark(static_cast<HTREEITEM>(each->treeItem), each->Has(kFavoriteChecked));
+    }
+  }
+}
+
+// ---- The router
+// ------------------------------------------------------------------------------------------------
+
+bool CHalvoTreeView::RouteMessage(HWND owner, UINT message, WPARAM, LPARAM lParam, bool isDialog,
+                                  LRESULT* result) {
+  if (isRouterOff_ || window() == nullptr) return false;
+  *result = 0;
+  if (message == WM_CAPTURECHANGED && isDragging_) {
+    CancelDrag();
+    return false;
+  }
+  if (message != WM_NOTIFY) return RouteMouse(owner, message, lParam);
+  auto* const notification = reinterpret_cast<NMHDR*>(lParam);
+  if (notification->hwndFrom != window() || !RouteNotification(notification, result)) return false;
+  if (isDialog) SetWindowLongPtrA(owner, DWLP_MSGRESULT, *result);
+  return true;
+}
+
+bool CHalvoTreeView::RouteNotification(NMHDR* notification, LRESULT* result) {
+  const auto* const row = std::find_if(
+      std::begin(kNotifyRows), std::end(kNotifyRows),
+      [notification](const NotifyRow& candidate) { return candidate.code == notification->code; });
+  return row != std::end(kNotifyRows) && (this->*row->handler)(notification, result);
+}
+
+// The parent's own mouse messages: all of them while a drag has captured the mouse for it. They stay the
+// parent's too.
+bool CHalvoTreeView::RouteMouse(HWND owner, UINT message, LPARAM lParam) {
+  const auto* const row =
+      std::find_if(std::begin(kMouseRows), std::end(kMouseRows),
+                   [message](const MouseRow& candidate) { return candidate.message == message; });
+  if (row == std::end(kMouseRows)) return false;
+  const bool wasDragging = isDragging_;
+  POINT point = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  MapWindowPoints(row->isInScreen ? nullptr : owner, window(), &point, 1);
+  (this->*row->handler)(point);
+  return wasDragging;
+}
+
+bool CHalvoTreeView::OnBeginLabelEdit(NMHDR* notification, LRESULT* result) {
+  const auto* const info = reinterpret_cast<NMTVDISPINFOA*>(notification);
+  const FavoriteRecord* const record = tree_.RecordOf(info->item.hItem);
+  const bool isAllowed = record != nullptr && !record->Has(kFavoriteProtected);
+  if (isAllowed) HookLabelEdit(tree_.LabelEdit());
+  *result = isAllowed ? FALSE : TRUE;
+  return true;
+}
+
+bool CHalvoTreeView::OnEndLabelEdit(NMHDR* notification, LRESULT* result) {
+  const auto* const info = reinterpret_cast<NMTVDISPINFOA*>(notification);
+  UnhookLabelEdit(tree_.LabelEdit());
+  FavoriteRecord* const record = tree_.RecordOf(info->item.hItem);
+  const char* const text = info->item.pszText;  // null when the edit was cancelled
+  *result = FALSE;
+  if (record == nullptr || text == nullptr || text[0] == '\0') return true;
+  SetDisplayName(*record, text);
+  Report(*record, record->parent, FavoriteChange::kRenamed);
+  *result = TRUE;
+  return true;
+}
+
+bool CHalvoTreeView::OnBeginDrag(NMHDR* notification, LRESULT*) {
+  const auto* const info = reinterpret_cast<NMTREEVIEWA*>(notification);
+  BeginDrag(info->itemNew.hItem, info->ptDrag);
+  return true;
+}
+
+bool CHalvoTreeView::OnClick(NMHDR*, LRESULT* result) {
+  Click(lastButtonDown_);
+  *result = LeftButtonDown(lastButtonDown_)
+                ? 1
+                : 0;  // a check box was flipped here; the control must not do it too
+  return *result != 0;
+}
+
+bool CHalvoTreeView::OnDoubleClick(NMHDR*, LRESULT*) {
+  if (onActivation_) DoubleClick();
+  return false;  // folders still open and close
+}
+
+bool CHalvoTreeView::OnReturn(NMHDR*, LRESULT*) {
+  if (!onActivation_) return false;
+  onActivation_(current());
+  return true;
+}
+
+void CHalvoTreeView::OnParentDoubleClick(POINT point) {
+  if (tree_.ItemAt(point) != nullptr) DoubleClick();
+}
+
+// ---- Mouse
+// -----------------------------------------------------------------------------------------------------
+
+bool CHalvoTreeView::LeftButtonDown(POINT point) {
+  UINT flags = 0;
+  const HTREEITEM item = tree_.ItemAt(point, &flags);
+  FavoriteRecord* const record = tree_.RecordOf(item);
+  if (record == nullptr) return false;
+  if ((flags & TVHT_ONITEMSTATEICON) != 0 && (style_ & TVS_CHECKBOXES) != 0) {
+    ToggleCheck(*record);
+    return true;
+  }
+  if ((flags & TVHT_ONITEM) == 0) return false;
+  if (lastClicked_ == item && onActivation_) {
+    activatedByClick_ = item;
+    activatedAt_ = GetMessageTime();
+    onActivation_(record);
+  } else {
+    lastClicked_ = item;
+  }
+  return false;
+}
+
+void CHalvoTreeView::Click(POINT) {}
+
+void CHalvoTreeView::DoubleClick() {
+  const HTREEITEM item = tree_.Selected();
+  // The first of the two clicks may have been the second click on this item: it is activated once.
+  const bool isActivated = item != nullptr && std::exchange(activatedByClick_, nullptr) == item &&
+                           static_cast<UINT>(GetMessageTime() - activatedAt_) <= GetDoubleClickTime();
+  if (!isActivated && onActivation_) onActivation_(tree_.RecordOf(item));
+}
+
+void CHalvoTreeView::ForgetMouse() {
+  lastClicked_ = nullptr;
+  activatedByClick_ = nullptr;
+  draggedItem_ = nullptr;
+  dropTarget_ = nullptr;
+}
+
+// ---- Drag and drop
+// ---------------------------------------------------------------------------------------------
+
+void CHalvoTreeView::BeginDrag(HTREEITEM item, POINT point) {
+  const FavoriteRecord* const record = tree_.RecordOf(item);
+  if (isDragging_ || record == nullptr || !record->Has(kFavoriteDraggable)) return;
+  isDragging_ = true;
+  draggedItem_ = item;
+  dropTarget_ = nullptr;
+  dragImage_ = std::make_unique<TreeDragImage>(tree_, item, point);
+  SetCapture(parent_);
+}
+
+void CHalvoTreeView::MouseMove(POINT point) {
+  if (isDragging_) DragMove(point);
+}
+
+void CHalvoTreeView::DragMove(POINT point) {
+  dragImage_->MoveTo(point);
+  ScrollWhileDragging(point);
+  const HTREEITEM item = tree_.ItemAt(point);
+  if (item != dropTarget_) SetDropTarget(item);
+}
+
+void CHalvoTreeView::SetDropTarget(HTREEITEM item) {
+  dropTarget_ = item;
+  if (dragImage_) dragImage_->Highlight(item);
+}
+
+// Moving the mouse at an edge brings what lies behind it.
+void CHalvoTreeView::ScrollWhileDragging(POINT point) const {
+  RECT area = {};
+  GetClientRect(window(), &area);
+  const int edge = static_cast<int>(SendMessageA(window(), TVM_GETITEMHEIGHT, 0, 0)) / 2;
+  const bool isUp = point.y < edge;
+  if (!isUp && point.y < area.bottom - edge) return;
+  ImageList_DragShowNolock(FALSE);
+  SendMessageA(window(), WM_VSCROLL, isUp ? SB_LINEUP : SB_LINEDOWN, 0);
+  UpdateWindow(window());
+  ImageList_DragShowNolock(TRUE);
+}
+
+void CHalvoTreeView::ButtonUp(POINT point) {
+  if (isDragging_) dropTarget_ = tree_.ItemAt(point);
+  EndDrag();
+}
+
+void CHalvoTreeView::OtherButtonUp(POINT) {
+  EndDrag();
+}
+
+void CHalvoTreeView::EndDrag() {
+  if (isDragging_) Drop();
+  ReleaseCapture();
+}
+
+void CHalvoTreeView::Drop() {
+  const HTREEITEM dragged = draggedItem_;
+  const HTREEITEM target = dropTarget_;
+  StopDragging();
+  FavoriteRecord* const record = tree_.RecordOf(dragged);
+  FavoriteRecord* const folder = DropFolder(tree_.RecordOf(target));
+  if (record != nullptr && MayDrop(*record, folder)) MoveEntry(*record, *folder);
+}
+
+void CHalvoTreeView::CancelDrag() {
+  StopDragging();
+}
+
+// Puts picture, cursor, capture and highlight back.
+void CHalvoTreeView::StopDragging() {
+  if (!std::exchange(isDragging_, false)) return;
+  dragImage_.reset();
+  ReleaseCapture();
+  tree_.Highlight(nullptr);
+  draggedItem_ = nullptr;
+  dropTarget_ = nullptr;
+}
+
+}  // namespace file_explorer

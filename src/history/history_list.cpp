@@ -1,0 +1,91 @@
+#include "src/history/history_list.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <limits>
+#include <utility>
+
+namespace file_explorer {
+namespace {
+
+int ParseCount(const std::string& text) {
+  const long value = std::strtol(text.c_str(), nullptr, 10);
+  return static_cast<int>(std::clamp<long>(value, 0, std::numeric_limits<int>::max()));
+}
+
+}  // namespace
+
+std::string HistoryKey(char letter, int index) {
+  return letter + std::to_string(index);
+}
+
+HistoryList::HistoryList(HistoryPlatform& platform, CaseFolder fold) : platform_(platform), fold_(fold) {}
+
+bool HistoryList::Load(HistoryFile& file) {
+  entries_.clear();
+  const int count = ParseCount(file.ReadText(kEntryCountKey));
+  if (count == 0) return false;
+  for (int index = 0; index < count; ++index) {
+    auto entry = ReadEntry(file, index);
+    if (!entry) break;  // a gap ends the list, whatever stands behind it
+    entries_.push_back(std::move(entry));
+  }
+  return true;
+}
+
+std::unique_ptr<HistoryEntry> HistoryList::ReadEntry(HistoryFile& file, int index) const {
+  std::string name = file.ReadText(HistoryKey('d', index).c_str());
+  if (name.empty()) return nullptr;
+  auto entry = std::make_unique<HistoryEntry>();
+  entry->displayName = std::move(name);
+  if (!file.ReadTime(HistoryKey('m', index).c_str(), &entry->lastAccess)) entry->lastAccess = platform_.Now();
+  entry->fullPath = file.ReadText(HistoryKey('f', index).c_str());
+  const std::string parsingName = file.ReadText(HistoryKey('p', index).c_str());
+  if (!parsingName.empty()) entry->itemId = platform_.ParseItem(parsingName);
+  return entry;
+}
+
+void HistoryList::Save(HistoryFile& file) const {
+  const bool hasBackup = file.MoveToBackup();
+  if (WriteAll(file)) return;  // the backup stays beside the new file
+  file.Remove();
+  if (hasBackup) file.RestoreBackup();
+}
+
+bool HistoryList::WriteAll(HistoryFile& file) const {
+  const int count = static_cast<int>(std::min<size_t>(entries_.size(), kMaximumSavedEntries));
+  if (!file.WriteText(kEntryCountKey, std::to_string(count))) return false;
+  for (int index = 0; index < count; ++index) {
+    if (!WriteEntry(file, index, *entries_[static_cast<size_t>(index)])) return false;
+  }
+  return true;
+}
+
+bool HistoryList::WriteEntry(HistoryFile& file, int index, const HistoryEntry& entry) const {
+  const auto writeText = [&](char letter, const std::string& text) {
+    return text.empty() || file.WriteText(HistoryKey(letter, index).c_str(), text);
+  };
+  return file.WriteTime(HistoryKey('m', index).c_str(), entry.lastAccess) &&
+         writeText('d', entry.displayName) && writeText('f', entry.fullPath) &&
+         writeText('p', entry.itemId.empty() ? std::string() : platform_.ParsingName(entry.itemId));
+}
+
+HistoryList::AddResult HistoryList::Add(const std::string& path) {
+  if (path.empty()) return AddResult::kRefused;
+  const std::string identity = fold_(path);
+  const auto old = std::find_if(entries_.begin(), entries_.end(), [&](const auto& entry) {
+    return !entry->fullPath.empty() && fold_(entry->fullPath) == identity;
+  });
+  const bool isListed = old != entries_.end();
+  if (isListed) entries_.erase(old);
+
+  auto entry = std::make_unique<HistoryEntry>();
+  entry->fullPath = path;
+  entry->itemId = platform_.ParseItem(path);
+  entry->displayName = platform_.BaseName(path);
+  entry->lastAccess = platform_.Now();
+  entries_.push_back(std::move(entry));
+  return isListed ? AddResult::kReplaced : AddResult::kAppended;
+}
+
+}  // namespace file_explorer

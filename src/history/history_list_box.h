@@ -1,0 +1,37 @@
+// The list box of the history view. Keys move the selection without reporting it, so that a file is loaded
+// only when Enter or a click picks it.
+#pragma once
+
+#include <windows.h>
+
+#include "src/framework/unique_handle.h"
+#include "src/history/row_layout.h"
+
+namespace file_explorer {
+
+class HistoryListBox {
+ public:
+  // A hidden child that covers the parent's client area; window() is null when it can't be created.
+  HistoryListBox(HINSTANCE instance, HWND parent, int controlId);
+  ~HistoryListBox() = default;
+  HistoryListBox(const HistoryListBox&) = delete;
+  HistoryListBox& operator=(const HistoryListBox&) = delete;
+
+  HWND window() const { return window_.get(); }
+
+ private:
+  static LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                       DWORD_PTR self);
+  // True when the message is dealt with and *result is its answer.
+  bool HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
+  bool OnKeyDown(WPARAM key);
+  bool OnCharacter(WPARAM letter);
+  void MoveTo(int row);
+  void ReportSelection() const;
+  int RowsOnPage() const;
+  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+
+  unique_hwnd window_;
+};
+
+}  // namespace file_explorer

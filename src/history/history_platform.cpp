@@ -1,0 +1,176 @@
+#include "src/history/history_platform.h"
+
+#include <objbase.h>
+#include <shlobj.h>
+#include <shlwapi.h>
+#include <wrl/client.h>
+
+#include <bit>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+#include "src/framework/unique_handle.h"
+#include "src/host/vc64_imp.h"
+#include "src/host/vc64_tx.h"
+
+namespace file_explorer {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+constexpr char kHistoryFileName[] = "history.dat";
+constexpr char kBackupExtension[] = ".bak";
+constexpr DWORD kValueSize = 8192;
+
+static_assert(sizeof(SYSTEMTIME) == sizeof(HistoryTime));
+
+ComPtr<IShellFolder> Desktop() {
+  ComPtr<IShellFolder> desktop;
+  SHGetDesktopFolder(&desktop);
+  return desktop;
+}
+
+std::wstring Widen(std::string_view text) {
+  const int length = static_cast<int>(text.size());
+  std::wstring wide(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0)),
+                    L'\0');
+  MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), static_cast<int>(wide.size()));
+  return wide;
+}
+
+// Empty when the code page cannot express the text: another path would be worse than none.
+std::string Narrow(std::wstring_view wide) {
+  const bool isUtf8 = GetACP() == CP_UTF8;  // there the call refuses the flag and the output
+  const DWORD flags = isUtf8 ? 0 : WC_NO_BEST_FIT_CHARS;
+  BOOL isLossy = FALSE;
+  BOOL* const lossy = isUtf8 ? nullptr : &isLossy;
+  const int length = static_cast<int>(wide.size());
+  const int size = WideCharToMultiByte(CP_ACP, flags, wide.data(), length, nullptr, 0, nullptr, nullptr);
+  std::string text(static_cast<size_t>(size > 0 ? size : 0), '\0');
+  WideCharToMultiByte(CP_ACP, flags, wide.data(), length, text.data(), size, nullptr, lossy);
+  return isLossy ? std::string() : text;
+}
+
+std::string BackupPath(const std::string& path) {
+  if (path.size() >= kTxPathSize) return std::string();
+  char backup[kTxPathSize];
+  std::memcpy(backup, path.c_str(), path.size() + 1);
+  CharLowerBuffA(backup, static_cast<DWORD>(path.size()));
+  return Tx_Check_File_Extension(backup, sizeof(backup), kBackupExtension) ? backup : std::string();
+}
+
+}  // namespace
+
+ItemId ShellHistoryPlatform::ParseItem(const std::string& name) {
+  const ComPtr<IShellFolder> desktop = Desktop();
+  std::wstring wide = Widen(name);
+  unique_pidl pidl;
+  if (!desktop || wide.empty() ||
+      FAILED(desktop->ParseDisplayName(nullptr, nullptr, wide.data(), nullptr, pidl.put(), nullptr)) ||
+      !pidl) {
+    return ItemId();
+  }
+  const auto* const bytes = reinterpret_cast<const unsigned char*>(pidl.get());
+  return ItemId(bytes, bytes + ILGetSize(pidl.get()));
+}
+
+std::string ShellHistoryPlatform::ParsingName(const ItemId& item) {
+  const ComPtr<IShellFolder> desktop = Desktop();
+  if (!desktop || item.empty()) return std::string();
+  const auto* const pidl = reinterpret_cast<LPCITEMIDLIST>(item.data());
+  STRRET name = {};
+  if (FAILED(desktop->GetDisplayNameOf(pidl, SHGDN_FORPARSING, &name))) return std::string();
+  wchar_t* text = nullptr;
+  if (FAILED(StrRetToStrW(&name, pidl, &text)) || text == nullptr) return std::string();
+  const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> owner(text, &CoTaskMemFree);
+  return Narrow(text);
+}
+
+std::string ShellHistoryPlatform::BaseName(const std::string& path) {
+  std::string name(path.size() + 1, '\0');
+  if (!Tx_ExtractBaseFileName(path.c_str(), name.data(), name.size())) return std::string();
+  name.resize(std::strlen(name.c_str()));
+  return name;
+}
+
+HistoryTime ShellHistoryPlatform::Now() {
+  SYSTEMTIME now = {};
+  GetSystemTime(&now);
+  return std::bit_cast<HistoryTime>(now);
+}
+
+std::string FoldCodePageCase(std::string_view text) {
+  std::wstring wide = Widen(text);
+  if (wide.empty()) return std::string(text);
+  CharLowerBuffW(wide.data(), static_cast<DWORD>(wide.size()));
+  std::string folded = Narrow(wide);
+  return folded.empty() ? std::string(text) : folded;
+}
+
+bool ToLocalTime(const HistoryTime& utc, HistoryTime* local) {
+  if (!ToFileTime(utc)) return false;
+  const auto from = std::bit_cast<SYSTEMTIME>(utc);
+  SYSTEMTIME to = {};
+  if (!SystemTimeToTzSpecificLocalTime(nullptr, &from, &to)) return false;
+  *local = std::bit_cast<HistoryTime>(to);
+  return true;
+}
+
+ProfileHistoryFile::ProfileHistoryFile(std::string path)
+    : path_(std::move(path)), backup_(BackupPath(path_)) {}
+
+std::string ProfileHistoryFile::ReadText(const char* key) {
+  std::string value(kValueSize, '\0');
+  value.resize(GetPrivateProfileStringA(kHistorySection, key, "", value.data(), kValueSize, file()));
+  return value;
+}
+
+bool ProfileHistoryFile::ReadTime(const char* key, HistoryTime* time) {
+  HistoryTime read;
+  if (!GetPrivateProfileStructA(kHistorySection, key, &read, sizeof(read), file())) return false;
+  *time = read;
+  return true;
+}
+
+bool ProfileHistoryFile::WriteText(const char* key, const std::string& text) {
+  return WritePrivateProfileStringA(kHistorySection, key, text.c_str(), file()) != FALSE;
+}
+
+bool ProfileHistoryFile::WriteTime(const char* key, const HistoryTime& time) {
+  HistoryTime copy = time;  // the call's parameter is not const
+  return WritePrivateProfileStructA(kHistorySection, key, &copy, sizeof(copy), file()) != FALSE;
+}
+
+bool ProfileHistoryFile::MoveToBackup() {
+  if (backup_.empty() || !Tx_File_Exists(file())) return false;
+  DeleteFileA(backup_.c_str());
+  const bool isMoved = MoveFileA(file(), backup_.c_str()) != FALSE;
+  Flush();
+  return isMoved;
+}
+
+void ProfileHistoryFile::Remove() {
+  DeleteFileA(file());
+  Flush();
+}
+
+void ProfileHistoryFile::RestoreBackup() {
+  MoveFileA(backup_.c_str(), file());
+  Flush();
+}
+
+void ProfileHistoryFile::Flush() const {
+  WritePrivateProfileStringA(nullptr, nullptr, nullptr, file());
+}
+
+std::string HistoryFilePath(HWND mainWindow) {
+  const unique_host_text folder(Import_IO_GetHalvoApplicationDirectoryForCurrentUser(mainWindow));
+  char path[kTxPathSize];
+  if (!folder || !Tx_ConcatenatePathAndFilename(folder.get(), kHistoryFileName, path, sizeof(path))) {
+    return std::string();
+  }
+  return path;
+}
+
+}  // namespace file_explorer

@@ -1,0 +1,52 @@
+// The history list's platform: shell, clock and profile file.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+#include "src/history/history_list.h"
+
+namespace file_explorer {
+
+class ShellHistoryPlatform final : public HistoryPlatform {
+ public:
+  ItemId ParseItem(const std::string& name) override;
+  std::string ParsingName(const ItemId& item) override;
+  std::string BaseName(const std::string& path) override;
+  HistoryTime Now() override;
+};
+
+// Lower case by the rules of all of Unicode, in the code page's bytes.
+std::string FoldCodePageCase(std::string_view text);
+
+// The moment in the user's time zone; false, with *local unchanged, when it is no date.
+bool ToLocalTime(const HistoryTime& utc, HistoryTime* local);
+
+// "history.dat" in a folder, through the profile calls.
+class ProfileHistoryFile final : public HistoryFile {
+ public:
+  explicit ProfileHistoryFile(std::string path);
+
+  std::string ReadText(const char* key) override;
+  bool ReadTime(const char* key, HistoryTime* time) override;
+  bool WriteText(const char* key, const std::string& text) override;
+  bool WriteTime(const char* key, const HistoryTime& time) override;
+  bool MoveToBackup() override;
+  void Remove() override;
+  void RestoreBackup() override;
+
+ private:
+  // Makes the system forget what it keeps of the file in memory.
+  void Flush() const;
+  const char* file() const { return path_.c_str(); }
+
+  const std::string path_;
+  std::string backup_;  // empty when its name does not fit
+};
+
+// Full path of history.dat in the user's directory of the host; empty when the host gives none.
+std::string HistoryFilePath(HWND mainWindow);
+
+}  // namespace file_explorer

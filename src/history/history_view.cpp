@@ -1,0 +1,285 @@
+#include "src/history/history_view.h"
+
+#include <commctrl.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <utility>
+
+#include "src/history/history_list_box.h"
+#include "src/history/history_platform.h"
+#include "src/history/row_layout.h"
+#include "src/history/row_painter.h"
+#include "src/history/row_pictures.h"
+#include "src/history/sorting_menu.h"
+
+namespace file_explorer {
+namespace {
+
+constexpr char kSection[] = "History";
+constexpr char kSortingMethodKey[] = "HistorySortingMethod";
+constexpr char kShowIconsKey[] = "HistoryShowIcons";
+constexpr int kFontPoints = 9;
+constexpr int kPointsPerInch = 72;
+
+int ReadNumber(const std::string& profile, const char* key) {
+  char text[32] = "0";
+  if (!profile.empty()) GetPrivateProfileStringA(kSection, key, "0", text, sizeof(text), profile.c_str());
+  return std::atoi(text);
+}
+
+void WriteNumber(const std::string& profile, const char* key, int value) {
+  if (profile.empty()) return;
+  WritePrivateProfileStringA(kSection, key, std::to_string(value).c_str(), profile.c_str());
+}
+
+unique_hfont CreateRowFont(HDC dc) {
+  LOGFONTA font = {};
+  font.lfHeight = -MulDiv(kFontPoints, GetDeviceCaps(dc, LOGPIXELSY), kPointsPerInch);
+  font.lfWeight = FW_NORMAL;
+  font.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
+  lstrcpynA(font.lfFaceName, "MS Sans Serif", LF_FACESIZE);
+  return unique_hfont(CreateFontIndirectA(&font));
+}
+
+// The list box's device context with its font selected.
+class MeasuringDc {
+ public:
+  MeasuringDc(HWND window, HFONT font)
+      : window_(window), dc_(GetDC(window)), previous_(SelectObject(dc_, font)) {}
+  ~MeasuringDc() {
+    SelectObject(dc_, previous_);
+    ReleaseDC(window_, dc_);
+  }
+  MeasuringDc(const MeasuringDc&) = delete;
+  MeasuringDc& operator=(const MeasuringDc&) = delete;
+  HDC get() const { return dc_; }
+
+ private:
+  HWND window_;
+  HDC dc_;
+  HGDIOBJ previous_;
+};
+
+}  // namespace
+
+std::unique_ptr<CHistoryView> CHistoryView::Create(HWND parent, int controlId, HistoryServices services) {
+  std::unique_ptr<CHistoryView> view(new CHistoryView(controlId, std::move(services)));
+  view->ReadSettings();
+  if (!view->CreateListBox(parent)) return nullptr;
+  view->ApplyRowHeight();
+  view->Load();
+  return view;
+}
+
+CHistoryView::CHistoryView(int controlId, HistoryServices services)
+    : controlId_(controlId),
+      services_(std::move(services)),
+      platform_(std::make_unique<ShellHistoryPlatform>()),
+      history_(std::make_unique<HistoryList>(*platform_, FoldCodePageCase)),
+      pictures_(std::make_unique<RowPictures>(services_.preview)) {}
+
+CHistoryView::~CHistoryView() {
+  if (!listBox_) return;  // never came to life: there is nothing to keep
+  WriteSettings();
+  Save();
+  listBox_.reset();  // before the entries that its rows point at
+}
+
+HWND CHistoryView::window() const {
+  return listBox_ ? listBox_->window() : nullptr;
+}
+
+bool CHistoryView::CreateListBox(HWND parent) {
+  auto box = std::make_unique<HistoryListBox>(services_.instance, parent, controlId_);
+  if (box->window() == nullptr) return false;
+  listBox_ = std::move(box);
+  const HDC dc = GetDC(window());
+  font_ = CreateRowFont(dc);
+  ReleaseDC(window(), dc);
+  SendMessageA(window(), WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), FALSE);
+  return true;
+}
+
+void CHistoryView::ReadSettings() {
+  sortingMethod_ = static_cast<std::int16_t>(ReadNumber(services_.profilePath(), kSortingMethodKey));
+  showIcons_ = ReadNumber(services_.profilePath(), kShowIconsKey) != 0;
+}
+
+void CHistoryView::WriteSettings() const {
+  WriteNumber(services_.profilePath(), kSortingMethodKey, sortingMethod_);
+  WriteNumber(services_.profilePath(), kShowIconsKey, showIcons_ ? 1 : 0);
+}
+
+void CHistoryView::Load() {
+  const std::string path = HistoryFilePath(services_.mainWindow());
+  if (path.empty()) return;
+  ProfileHistoryFile file(path);
+  if (history_->Load(file)) SortAndRefill();
+}
+
+void CHistoryView::Save() const {
+  const std::string path = HistoryFilePath(services_.mainWindow());
+  if (path.empty()) return;
+  ProfileHistoryFile file(path);
+  history_->Save(file);
+}
+
+bool CHistoryView::AddPathToHistory(const char* path) {
+  if (path == nullptr) return false;
+  const HistoryList::AddResult result = history_->Add(path);
+  if (result == HistoryList::AddResult::kRefused) return false;
+  if (result == HistoryList::AddResult::kAppended && sortingMethod_ == kSortNewestFirst) {
+    InsertRow(
+        0, *history_->entries().back());  // on top of the view, but last in the list until it is sorted again
+  } else {
+    SortAndRefill();
+  }
+  return true;
+}
+
+void CHistoryView::ClearHistory() {
+  SendMessageA(window(), LB_RESETCONTENT, 0, 0);  // no row points at an entry that is gone
+  history_->Clear();
+  SortAndRefill();
+}
+
+void CHistoryView::AskAndClearHistory(HWND owner) {
+  const int answer = MessageBoxA(owner, "Are you sure you want to delete all the items in the history list?",
+                                 "Confirmation Request", MB_YESNO | MB_ICONQUESTION);
+  if (answer == IDYES) ClearHistory();
+}
+
+void CHistoryView::SetSortingMethod(int method) {
+  const int previous = std::exchange(sortingMethod_, method);
+  if (previous != method) SortAndRefill();
+}
+
+void CHistoryView::SetShowIcons(bool show) {
+  const bool previous = std::exchange(showIcons_, show);
+  ApplyRowHeight();
+  if (previous != show) SortAndRefill();
+}
+
+void CHistoryView::ApplyRowHeight() {
+  const int height = RowHeight(showIcons_, static_cast<int>(RowPictures::SmallIconSize().cy));
+  SendMessageA(window(), LB_SETITEMHEIGHT, 0, MAKELPARAM(height, 0));
+}
+
+void CHistoryView::SortAndRefill() {
+  history_->Sort(sortingMethod_);
+  Refill();
+}
+
+void CHistoryView::Refill() {
+  const HWND box = window();
+  SendMessageA(box, LB_RESETCONTENT, 0, 0);
+  SendMessageA(box, LB_SETHORIZONTALEXTENT, 0, 0);
+  widestRow_ = 0;
+  SendMessageA(box, WM_SETREDRAW, FALSE, 0);
+  SendMessageA(box, LB_INITSTORAGE, history_->size(), 0);
+  for (const auto& entry : history_->entries()) InsertRow(-1, *entry);
+  SendMessageA(box, WM_SETREDRAW, TRUE, 0);
+  InvalidateRect(box, nullptr, TRUE);
+}
+
+void CHistoryView::InsertRow(int index, const HistoryEntry& entry) {
+  WidenTo(RowExtentOf(entry));
+  const LRESULT row = SendMessageA(window(), LB_INSERTSTRING, static_cast<WPARAM>(index),
+                                   reinterpret_cast<LPARAM>(entry.displayName.c_str()));
+  if (row >= 0) {
+    SendMessageA(window(), LB_SETITEMDATA, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&entry));
+  }
+}
+
+void CHistoryView::WidenTo(int extent) {
+  if (extent <= widestRow_) return;
+  widestRow_ = extent;
+  SendMessageA(window(), LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(extent), 0);
+}
+
+int CHistoryView::RowExtentOf(const HistoryEntry& entry) const {
+  const MeasuringDc dc(window(), font_.get());
+  SIZE size = {};
+  TEXTMETRICA metrics = {};
+  GetTextExtentPoint32A(dc.get(), entry.displayName.c_str(), static_cast<int>(entry.displayName.size()),
+                        &size);
+  GetTextMetricsA(dc.get(), &metrics);
+  return RowExtent(size.cx, metrics.tmAveCharWidth, showIcons_);
+}
+
+const HistoryEntry* CHistoryView::EntryOfRow(int row) const {
+  const LRESULT data = row < 0 ? LB_ERR : SendMessageA(window(), LB_GETITEMDATA, static_cast<WPARAM>(row), 0);
+  return data == LB_ERR ? nullptr : reinterpret_cast<const HistoryEntry*>(data);
+}
+
+bool CHistoryView::HandleMessage(HWND, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_COMMAND && LOWORD(wParam) == controlId_) {
+    if (HIWORD(wParam) == LBN_SELCHANGE) OnSelectionChanged();
+    return true;
+  }
+  if (message == WM_DRAWITEM && static_cast<int>(wParam) == controlId_) {
+    OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+    return true;
+  }
+  return false;
+}
+
+void CHistoryView::OnSelectionChanged() {
+  const HistoryEntry* const entry = EntryOfRow(static_cast<int>(SendMessageA(window(), LB_GETCURSEL, 0, 0)));
+  if (entry == nullptr || entry->fullPath.empty()) return;
+  const std::string path = entry->fullPath;  // adding replaces the entry
+  AddPathToHistory(path.c_str());
+  if (services_.loadFile) services_.loadFile(path.c_str());
+  SendMessageA(window(), LB_SETCURSEL, 0, 0);
+}
+
+void CHistoryView::OnDrawItem(const DRAWITEMSTRUCT& item) const {
+  if (item.itemID == static_cast<UINT>(-1)) return;
+  const int row = static_cast<int>(item.itemID);
+  std::string text;
+  const LRESULT length = SendMessageA(window(), LB_GETTEXTLEN, static_cast<WPARAM>(row), 0);
+  if (length > 0) {
+    text.resize(static_cast<size_t>(length) + 1);
+    SendMessageA(window(), LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<size_t>(length));
+  }
+  PaintHistoryRow(item, EntryOfRow(row), text, showIcons_, font_.get(), *pictures_);
+}
+
+void CHistoryView::ShowSortingMenu(HWND commandWindow, POINT screen) const {
+  ShowHistorySortingMenu(services_.instance, commandWindow, screen, sortingMethod_);
+}
+
+void CHistoryView::ShowSortingMenuBelowButton(HWND toolbar, HWND commandWindow) const {
+  RECT button = {};
+  SendMessageA(toolbar, TB_GETRECT, kCommandHistorySorting, reinterpret_cast<LPARAM>(&button));
+  POINT corner = {button.left, button.bottom + 1};
+  ClientToScreen(toolbar, &corner);
+  SendMessageA(toolbar, TB_PRESSBUTTON, kCommandHistorySorting, MAKELPARAM(TRUE, 0));
+  ShowSortingMenu(commandWindow, corner);
+  SendMessageA(toolbar, TB_PRESSBUTTON, kCommandHistorySorting, MAKELPARAM(FALSE, 0));
+}
+
+bool CHistoryView::HandleCommand(int command, HWND toolbar, HWND commandWindow) {
+  if (command >= kCommandFirstSorting && command < kCommandFirstSorting + kSortMethodCount) {
+    SetSortingMethod(command - kCommandFirstSorting);
+    return true;
+  }
+  if (command == kCommandClearHistory) {
+    AskAndClearHistory(services_.mainWindow());
+    return true;
+  }
+  if (command == kCommandHistorySorting) {
+    ShowSortingMenuBelowButton(toolbar, commandWindow);
+    return true;
+  }
+  if (command == kCommandHistoryIcons) {
+    SetShowIcons(!showIcons_);
+    SendMessageA(toolbar, TB_CHECKBUTTON, kCommandHistoryIcons, MAKELPARAM(showIcons_ ? TRUE : FALSE, 0));
+    return true;
+  }
+  return false;
+}
+
+}  // namespace file_explorer

@@ -1,0 +1,147 @@
+#include "src/history/row_painter.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "src/framework/unique_handle.h"
+#include "src/history/history_platform.h"
+#include "src/history/path_compaction.h"
+#include "src/history/row_layout.h"
+
+namespace file_explorer {
+namespace {
+
+// Selects an object for as long as it lives.
+class Selection {
+ public:
+  Selection(HDC dc, HGDIOBJ object) : dc_(dc), previous_(SelectObject(dc, object)) {}
+  ~Selection() { SelectObject(dc_, previous_); }
+  Selection(const Selection&) = delete;
+  Selection& operator=(const Selection&) = delete;
+
+ private:
+  HDC dc_;
+  HGDIOBJ previous_;
+};
+
+struct MemoryDcTraits {
+  using Handle = HDC;
+  static void Close(HDC dc) { DeleteDC(dc); }
+};
+using UniqueMemoryDc = UniqueHandle<MemoryDcTraits>;
+
+int TextWidth(HDC dc, std::string_view text) {
+  SIZE size = {};
+  GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size);
+  return size.cx;
+}
+
+int TextHeight(HDC dc) {
+  TEXTMETRICA metrics = {};
+  GetTextMetricsA(dc, &metrics);
+  return metrics.tmHeight;
+}
+
+bool DrawThumbnail(HDC dc, int left, int top, HBITMAP picture) {
+  BITMAP bitmap = {};
+  if (picture == nullptr || !GetObjectA(picture, sizeof(bitmap), &bitmap)) return false;
+  const UniqueMemoryDc memory(CreateCompatibleDC(dc));
+  if (!memory) return false;
+  const Selection selected(memory.get(), picture);
+  const int width = std::min<int>(bitmap.bmWidth, kThumbnailSize);
+  const int height = std::min<int>(bitmap.bmHeight, kThumbnailSize);
+  return BitBlt(dc, left, top, width, height, memory.get(), 0, 0, SRCCOPY) != FALSE;
+}
+
+bool DrawIcon(HDC dc, int left, int top, const RowPictures::Icon& icon) {
+  if (icon.list == nullptr) return false;
+  const int width = std::min<int>(icon.size.cx, kThumbnailSize);
+  const int height = std::min<int>(icon.size.cy, kThumbnailSize);
+  return ImageList_DrawEx(icon.list, icon.index, dc, left, top, width, height, CLR_NONE, CLR_NONE,
+                          ILD_TRANSPARENT) != FALSE;
+}
+
+void DrawEmptyBox(HDC dc, int left, int top) {
+  const Selection pen(dc, GetStockObject(BLACK_PEN));
+  const Selection brush(dc, GetStockObject(LTGRAY_BRUSH));
+  Rectangle(dc, left + 3, top + 1, left + 66, top + 64);
+}
+
+// The best picture that there is, left of a tall row's text.
+void DrawTallPicture(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, const std::string& path,
+                     RowPictures& pictures) {
+  const int left = item.rcItem.left;
+  const int top = item.rcItem.top;
+  if (entry != nullptr && DrawThumbnail(item.hDC, left + 3, top + 1, pictures.Thumbnail(*entry))) return;
+  const RowPictures::Icon icon = pictures.LargeIcon(path);
+  if (DrawIcon(item.hDC, left + 2 + CentreInThumbnail(icon.size.cx),
+               top + 1 + CentreInThumbnail(icon.size.cy), icon)) {
+    return;
+  }
+  DrawEmptyBox(item.hDC, left, top);
+}
+
+std::string LastAccessLine(const HistoryEntry* entry) {
+  HistoryTime local;
+  return entry != nullptr && ToLocalTime(entry->lastAccess, &local) ? LastAccessText(local) : std::string();
+}
+
+void DrawTallTexts(const DRAWITEMSTRUCT& item, int left, const HistoryEntry* entry, const std::string& path) {
+  const int rowHeight = item.rcItem.bottom - item.rcItem.top;
+  const TallRowLines lines = LinesOfTallRow(item.rcItem.top, rowHeight, TextHeight(item.hDC));
+  const UINT previousAlignment = SetTextAlign(item.hDC, TA_LEFT | TA_BOTTOM);
+  const auto drawLine = [&](int bottom, const std::string& text) {
+    ExtTextOutA(item.hDC, left, bottom, ETO_CLIPPED, &item.rcItem, text.c_str(),
+                static_cast<UINT>(text.size()), nullptr);
+  };
+  drawLine(lines.path, path);
+  drawLine(lines.time, LastAccessLine(entry));
+  drawLine(lines.third, std::string());  // room that is kept free
+  SetTextAlign(item.hDC, previousAlignment);
+}
+
+void DrawCompactText(const DRAWITEMSTRUCT& item, int left, const std::string& path) {
+  RECT room = item.rcItem;
+  room.left = left;
+  DrawTextA(item.hDC, path.c_str(), static_cast<int>(path.size()), &room,
+            DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX);
+}
+
+}  // namespace
+
+void PaintHistoryRow(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, const std::string& rowText,
+                     bool showIcons, HFONT font, RowPictures& pictures) {
+  const HDC dc = item.hDC;
+  const bool isSelected = (item.itemState & ODS_SELECTED) != 0;
+  const COLORREF textColor = GetSysColor(isSelected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
+  FillRect(dc, &item.rcItem, GetSysColorBrush(isSelected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+
+  const std::string& path = entry != nullptr && !entry->fullPath.empty() ? entry->fullPath : rowText;
+  const Selection selectedFont(dc, font);
+  int textLeft = item.rcItem.left + TextIndent(LOWORD(GetDialogBaseUnits()));
+  if (showIcons) {
+    DrawTallPicture(item, entry, path, pictures);
+    textLeft += kTallTextStart;
+  } else {
+    const RowPictures::Icon icon = pictures.SmallIcon(path);
+    DrawIcon(dc, item.rcItem.left + 2, item.rcItem.top + 1, icon);
+    textLeft += icon.size.cx + 2;
+  }
+
+  const std::string shown = CompactPath(path, item.rcItem.right - textLeft,
+                                        [dc](std::string_view text) { return TextWidth(dc, text); });
+  const COLORREF previousColor = SetTextColor(dc, textColor);
+  const int previousMode = SetBkMode(dc, TRANSPARENT);
+  if (showIcons) {
+    DrawTallTexts(item, textLeft, entry, shown);
+  } else {
+    DrawCompactText(item, textLeft, shown);
+  }
+  SetBkMode(dc, previousMode);
+  SetTextColor(dc, previousColor);
+  if ((item.itemState & ODS_FOCUS) != 0) DrawFocusRect(dc, &item.rcItem);
+}
+
+}  // namespace file_explorer

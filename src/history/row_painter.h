@@ -1,0 +1,17 @@
+// Painting one row of the history list.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "src/history/history_entry.h"
+#include "src/history/row_pictures.h"
+
+namespace file_explorer {
+
+// Draws the row that `item` describes; entry may be null, then rowText stands for it.
+void PaintHistoryRow(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, const std::string& rowText,
+                     bool showIcons, HFONT font, RowPictures& pictures);
+
+}  // namespace file_explorer

@@ -1,0 +1,74 @@
+#include "src/plugin/zip_handler.h"
+
+#include <windows.h>
+
+#include <cstdint>
+#include <cstring>
+
+#include "src/explorer/explorer_window.h"
+#include "src/explorer/selector_area.h"
+#include "src/framework/module_context.h"
+#include "src/host/vc64_tx.h"
+#include "src/plugin/main_app.h"
+#include "src/settings/directory_links.h"
+#include "src/shellhost/file_view.h"
+
+namespace file_explorer {
+namespace {
+
+constexpr std::int16_t kActionOpen = 1;
+constexpr std::int64_t kNeverClaimsByHeader = -5;
+
+struct HandlerRow {
+  const char* guid;  // null ends the table
+  const char* fileTypes;
+  const char* descriptiveName;
+  std::int64_t type;
+};
+
+constexpr HandlerRow kHandlers[] = {
+    {"{693069FB-E6CF-4837-865E-A0B5396B39D0}", ".zip", "ZIP Archive", 32},
+    {nullptr, nullptr, nullptr, 0},
+};
+
+std::int64_t VerifyHeader() { return kNeverClaimsByHeader; }
+
+void OpenArchive(ExplorerState& state, const char* path) {
+  if (state.explorerWindow) state.explorerWindow->ResynchronisePanes();
+  EnsureSelectorArea(state);
+  if (state.shellUnusable || !state.explorerWindow) return;
+  state.explorerWindow->BringForward();
+  const unique_pidl archive = ParsePath(path);
+  SetCurrentFolder(state.explorerWindow->fileView(), archive.get());
+}
+
+std::int64_t Execute(std::int16_t action, const char* handlerGuid, const char* path) {
+  try {
+    const ModuleContext context;
+    if (action == kActionOpen && handlerGuid != nullptr && path != nullptr &&
+        std::strcmp(handlerGuid, kHandlers[0].guid) == 0) {
+      OpenArchive(MainApp()->state(), path);
+    }
+  } catch (...) {
+    // Nothing is reported to the host; the archive is simply not shown.
+  }
+  return 0;
+}
+
+}  // namespace
+
+void RegisterZipHandler() {
+  for (const HandlerRow* row = kHandlers; row->guid != nullptr; ++row) {
+    Tx_FileFormatHandler(row->guid,                                                                              //
+                         Tx_Inquire_Token("enabled"), Tx_Inquire_Token("on"), 1,                                 //
+                         Tx_Inquire_Token("function"), Tx_Inquire_Token("viewer"), 1,                            //
+                         Tx_Inquire_Token("type"), &row->type, 1,                                                //
+                         Tx_Inquire_Token("filetypes"), row->fileTypes, 1,                                       //
+                         Tx_Inquire_Token("descriptivename"), row->descriptiveName, 1,                           //
+                         Tx_Inquire_Token("viewer"), Tx_Inquire_Token("verifyheadercallback"), &VerifyHeader,    //
+                         Tx_Inquire_Token("executecallback"), &Execute, 1,                                       //
+                         0);
+  }
+}
+
+}  // namespace file_explorer

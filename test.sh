@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds, and runs every test: the logic natively with sanitizers and again for Windows, the
+# windows under Wine on a virtual display, the end-to-end tests with real mouse and keyboard.
+#   ./test.sh [CTest arguments, for example -R settings]
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+. tools/display.sh
+. tools/wine-env.sh
+
+tools/install-dependencies.sh
+
+preset=windows-debug
+jobs=$(nproc)
+cmake --preset native-sanitized >/dev/null
+cmake --build --preset native-sanitized -j "$jobs"
+cmake --preset "$preset" ${EXTRA_TESTS_DIR:+-DEXTRA_TESTS_DIR="$EXTRA_TESTS_DIR"} >/dev/null
+cmake --build --preset "$preset" -j "$jobs"
+
+finish() {
+  WINEPREFIX="$PWD/build/$preset/wineprefix" "$WINESERVER" -k 2>/dev/null || true
+  stop_virtual_display
+}
+trap finish EXIT
+start_virtual_display 1600x1000
+wine_env_for "build/$preset/bin"
+
+ctest --preset native-sanitized -j "$jobs" "$@"
+ctest --preset "$preset" -j "$jobs" "$@"

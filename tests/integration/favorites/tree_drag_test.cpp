@@ -1,0 +1,146 @@
+// Dragging favourites from folder to folder.
+#include <gtest/gtest.h>
+
+#include "tests/integration/favorites/favorites_fixture.h"
+#include "tests/support/wait_until.h"
+
+namespace file_explorer {
+namespace {
+
+class TreeDragTest : public FavoritesFixture {
+ protected:
+  // The panel's own messages while it has the mouse.
+  void SendToPanel(UINT message, const char* key) {
+    POINT point = PointOf(key);
+    MapWindowPoints(tree().window(), panel, &point, 1);
+    SendMessageA(panel, message, 0, MAKELPARAM(point.x, point.y));
+  }
+  void BeginDrag(const char* key) {
+    NMTREEVIEWA info = {};
+    info.hdr = {tree().window(), 104, static_cast<UINT>(TVN_BEGINDRAGA)};
+    info.itemNew.hItem = static_cast<HTREEITEM>(Record(key).treeItem);
+    info.ptDrag = PointOf(key);
+    SendMessageA(panel, WM_NOTIFY, 104, reinterpret_cast<LPARAM>(&info));
+  }
+  void Drag(const char* from, const char* to) {
+    BeginDrag(from);
+    SendToPanel(WM_MOUSEMOVE, to);
+    SendToPanel(WM_LBUTTONUP, to);
+  }
+  static int CursorCount() {
+    const int count = ShowCursor(TRUE);
+    ShowCursor(FALSE);
+    return count - 1;
+  }
+};
+
+TEST_F(TreeDragTest, AReferenceMovesIntoAFolder) {
+  CreateWithSample();
+  Show();
+  Drag("{4}", "{1}");
+  EXPECT_EQ(Shown(), "Favorites(Models(cube.obj wood.png) Textures)");
+}
+
+TEST_F(TreeDragTest, ADropOnAReferenceGoesToItsFolder) {
+  CreateWithSample();
+  Show();
+  Drag("{4}", "{2}");
+  EXPECT_EQ(Shown(), "Favorites(Models(cube.obj wood.png) Textures)");
+}
+
+TEST_F(TreeDragTest, AFolderMovesWithEverythingInIt) {
+  CreateWithSample();
+  Show();
+  Drag("{1}", "{3}");
+  EXPECT_EQ(Shown(), "Favorites(Textures(Models(cube.obj)) wood.png)");
+  EXPECT_EQ(tree().list().records()[1]->displayName, "Models");
+  pane->Save();
+  EXPECT_TRUE(tree().LoadFavorites(file()));
+  EXPECT_EQ(Shown(), "Favorites(Textures(Models(cube.obj)) wood.png)");
+}
+
+TEST_F(TreeDragTest, NothingMovesOntoItselfOrBelowItself) {
+  CreateWithSample();
+  Show();
+  const std::string before = Shown();
+  Drag("{1}", "{1}");
+  Drag("{1}", "{2}");
+  EXPECT_EQ(Shown(), before);
+}
+
+TEST_F(TreeDragTest, TheRootIsNotDragged) {
+  CreateWithSample();
+  Show();
+  BeginDrag("{0}");
+  EXPECT_NE(GetCapture(), panel);
+}
+
+TEST_F(TreeDragTest, MovesAreNotReported) {
+  CreateWithSample();
+  Show();
+  int reports = 0;
+  tree().SetChangeCallback([&](const FavoriteRecord&, const FavoriteRecord*, FavoriteChange) { ++reports; });
+  Drag("{4}", "{1}");
+  EXPECT_EQ(reports, 0);
+}
+
+TEST_F(TreeDragTest, ADragHoldsTheMouseAndGivesItBack) {
+  CreateWithSample();
+  Show();
+  const int cursor = CursorCount();
+  BeginDrag("{4}");
+  EXPECT_EQ(GetCapture(), panel);
+  EXPECT_EQ(CursorCount(), cursor - 1);
+  SendToPanel(WM_MOUSEMOVE, "{3}");
+  EXPECT_EQ(SendMessageA(tree().window(), TVM_GETNEXTITEM, TVGN_DROPHILITE, 0),
+            reinterpret_cast<LRESULT>(Record("{3}").treeItem));
+  SendToPanel(WM_RBUTTONUP, "{3}");
+  EXPECT_EQ(GetCapture(), nullptr);
+  EXPECT_EQ(CursorCount(), cursor);
+  EXPECT_EQ(SendMessageA(tree().window(), TVM_GETNEXTITEM, TVGN_DROPHILITE, 0), 0);
+  EXPECT_EQ(Shown(), "Favorites(Models(cube.obj) Textures(wood.png))");
+}
+
+TEST_F(TreeDragTest, EscapeAndALostMouseCancel) {
+  CreateWithSample();
+  Show();
+  const std::string before = Shown();
+  const int cursor = CursorCount();
+  BeginDrag("{4}");
+  SendToPanel(WM_MOUSEMOVE, "{1}");
+  SendMessageA(tree().window(), WM_KEYDOWN, VK_ESCAPE, 0);
+  SendToPanel(WM_LBUTTONUP, "{1}");
+  BeginDrag("{4}");
+  SendToPanel(WM_MOUSEMOVE, "{1}");
+  ReleaseCapture();
+  SendToPanel(WM_LBUTTONUP, "{1}");
+  EXPECT_EQ(Shown(), before);
+  EXPECT_EQ(CursorCount(), cursor);
+}
+
+TEST_F(TreeDragTest, ADragEndsWithThePane) {
+  CreateWithSample();
+  Show();
+  const int cursor = CursorCount();
+  BeginDrag("{4}");
+  pane.reset();
+  EXPECT_EQ(CursorCount(), cursor);
+  EXPECT_EQ(GetCapture(), nullptr);
+}
+
+TEST_F(TreeDragTest, TheControlsOwnGestureStartsADrag) {
+  CreateWithSample();
+  Show();
+  const POINT from = PointOf("{4}");
+  const HWND window = tree().window();
+  SetCursorPos(0, 0);
+  // What the control's drag detection finds in the queue.
+  PostMessageA(window, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(from.x + 20, from.y));
+  SendMessageA(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(from.x, from.y));
+  EXPECT_EQ(GetCapture(), panel);
+  SendToPanel(WM_LBUTTONUP, "{1}");
+  EXPECT_EQ(Shown(), "Favorites(Models(cube.obj wood.png) Textures)");
+}
+
+}  // namespace
+}  // namespace file_explorer

@@ -1,0 +1,419 @@
+// The history pane in a real window.
+#include "src/history/history_view.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "src/framework/command_ids.h"
+#include "tests/integration/favorites/message_boxes.h"
+#include "tests/integration/history/history_test_folder.h"
+#include "tests/support/wait_until.h"
+
+namespace file_explorer {
+namespace {
+
+using test_support::MessageBoxes;
+using test_support::WaitUntil;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr int kViewId = 32000;
+
+class HistoryViewTest : public testing::Test {
+ protected:
+  HistoryViewTest() {
+    WNDCLASSA windowClass = {};
+    windowClass.lpfnWndProc = PanelProcedure;
+    windowClass.hInstance = GetModuleHandleA(nullptr);
+    windowClass.lpszClassName = "HistoryTestPanel";
+    windowClass.hbrBackground = GetSysColorBrush(COLOR_3DFACE);
+    RegisterClassA(&windowClass);
+    panel = CreateWindowExA(0, "HistoryTestPanel", "", WS_POPUP, 40, 40, 420, 400, nullptr, nullptr,
+                            windowClass.hInstance, nullptr);
+    SetWindowLongPtrA(panel, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  }
+  ~HistoryViewTest() override {
+    view.reset();
+    DestroyWindow(panel);
+  }
+
+  static LRESULT CALLBACK PanelProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    auto* const self = reinterpret_cast<HistoryViewTest*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    if (self != nullptr && self->view && self->view->HandleMessage(window, message, wParam, lParam))
+      return TRUE;
+    if (self != nullptr && self->view && message == WM_COMMAND && lParam == 0) {
+      self->view->HandleCommand(LOWORD(wParam), nullptr, window);
+    }
+    return DefWindowProcA(window, message, wParam, lParam);
+  }
+
+  void Create() {
+    HistoryServices services;
+    services.instance = GetModuleHandleA(nullptr);
+    services.profilePath = [this] { return folder.profile(); };
+    services.mainWindow = [this] { return panel; };
+    services.loadFile = [this](const char* path) { loaded.push_back(path); };
+    view = CHistoryView::Create(panel, kViewId, services);
+    ASSERT_TRUE(view);
+  }
+  void Show() {
+    ShowWindow(panel, SW_SHOW);
+    ShowWindow(view->window(), SW_SHOW);
+    UpdateWindow(view->window());
+  }
+
+  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
+    return SendMessageA(view->window(), message, wParam, lParam);
+  }
+  std::vector<std::string> Rows() const {
+    std::vector<std::string> rows;
+    for (LRESULT row = 0; row < Send(LB_GETCOUNT); ++row) {
+      char text[512] = "";
+      Send(LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text));
+      rows.push_back(text);
+    }
+    return rows;
+  }
+  void Add(const char* path) { EXPECT_TRUE(view->AddPathToHistory(path)); }
+  // The notification of the list box, as after a click.
+  void ReportSelection(int row) {
+    Send(LB_SETCURSEL, static_cast<WPARAM>(row));
+    SendMessageA(panel, WM_COMMAND, MAKEWPARAM(kViewId, LBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(view->window()));
+  }
+  void Click(int row) {
+    RECT rect = {};
+    Send(LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&rect));
+    const LPARAM point = MAKELPARAM(rect.left + 30, rect.top + 5);
+    Send(WM_LBUTTONDOWN, MK_LBUTTON, point);
+    Send(WM_LBUTTONUP, 0, point);
+  }
+  std::string Setting(const char* key) const {
+    char text[32] = "";
+    GetPrivateProfileStringA("History", key, "", text, sizeof(text), folder.profile().c_str());
+    return text;
+  }
+
+  HistoryTestFolder folder;
+  HWND panel = nullptr;
+  std::unique_ptr<CHistoryView> view;
+  std::vector<std::string> loaded;
+};
+
+TEST_F(HistoryViewTest, IsAHiddenOwnerDrawnListBoxOverThePanel) {
+  Create();
+  char name[32] = "";
+  GetClassNameA(view->window(), name, sizeof(name));
+  EXPECT_STRCASEEQ(name, "ListBox");
+  const LONG_PTR style = GetWindowLongPtrA(view->window(), GWL_STYLE);
+  EXPECT_EQ(style & (LBS_HASSTRINGS | LBS_OWNERDRAWFIXED | LBS_NOTIFY),
+            LBS_HASSTRINGS | LBS_OWNERDRAWFIXED | LBS_NOTIFY);
+  EXPECT_EQ(style & WS_VISIBLE, 0);
+  EXPECT_NE(GetWindowLongPtrA(view->window(), GWL_EXSTYLE) & WS_EX_CLIENTEDGE, 0);
+  EXPECT_EQ(GetDlgCtrlID(view->window()), kViewId);
+  RECT rect = {};
+  GetWindowRect(view->window(), &rect);
+  EXPECT_EQ(rect.right - rect.left, 420);
+}
+
+TEST_F(HistoryViewTest, IsNotMadeWithoutAParent) {
+  HistoryServices services;
+  services.instance = GetModuleHandleA(nullptr);
+  services.profilePath = [this] { return folder.profile(); };
+  services.mainWindow = [] { return static_cast<HWND>(nullptr); };
+  EXPECT_FALSE(CHistoryView::Create(nullptr, kViewId, services));
+  EXPECT_FALSE(folder.Exists("history.dat"));
+}
+
+TEST_F(HistoryViewTest, SettingsAreReadAndWritten) {
+  WritePrivateProfileStringA("History", "HistorySortingMethod", "2", folder.profile().c_str());
+  WritePrivateProfileStringA("History", "HistoryShowIcons", "1", folder.profile().c_str());
+  Create();
+  EXPECT_EQ(view->GetSortingMethod(), 2);
+  EXPECT_TRUE(view->GetShowIcons());
+  view->SetSortingMethod(3);
+  view->SetShowIcons(false);
+  view.reset();
+  EXPECT_EQ(Setting("HistorySortingMethod"), "3");
+  EXPECT_EQ(Setting("HistoryShowIcons"), "0");
+}
+
+TEST_F(HistoryViewTest, DefaultsAreNewestFirstWithoutIcons) {
+  Create();
+  EXPECT_EQ(view->GetSortingMethod(), 0);
+  EXPECT_FALSE(view->GetShowIcons());
+}
+
+TEST_F(HistoryViewTest, HistoryIsKeptFromRunToRun) {
+  Create();
+  Add("X:\\a\\one.obj");
+  Add("X:\\a\\two.3ds");
+  view.reset();
+  EXPECT_TRUE(folder.Exists("history.dat"));
+  Create();
+  EXPECT_EQ(view->history().size(), 2u);
+  EXPECT_EQ(Rows().size(), 2u);
+}
+
+TEST_F(HistoryViewTest, WithoutADirectoryNothingIsKeptAndNothingFails) {
+  folder.Put("blocked", "a file where a folder should be");
+  SetEnvironmentVariableA("HALVO_APPLICATION_DIRECTORY", folder.Path("blocked\\folder").c_str());
+  Create();
+  Add("X:\\a.obj");
+  view.reset();
+  EXPECT_FALSE(folder.Exists("history.dat"));
+}
+
+TEST_F(HistoryViewTest, ANewPathIsOnTopOfTheViewAndLastInTheList) {
+  Create();
+  Add("X:\\one.obj");
+  Add("X:\\two.obj");
+  EXPECT_THAT(Rows(), ElementsAre("two.obj", "one.obj"));
+  EXPECT_EQ(view->history().entries().back()->displayName, "two.obj");
+}
+
+TEST_F(HistoryViewTest, EmptyPathsAreRefused) {
+  Create();
+  EXPECT_FALSE(view->AddPathToHistory(""));
+  EXPECT_FALSE(view->AddPathToHistory(nullptr));
+  EXPECT_THAT(Rows(), IsEmpty());
+}
+
+TEST_F(HistoryViewTest, SortingAgainByTheSameMethodDoesNotRefill) {
+  Create();
+  view->SetSortingMethod(kSortByName);
+  Add("X:\\b.obj");
+  Add("X:\\a.obj");
+  Send(LB_INSERTSTRING, 0, reinterpret_cast<LPARAM>("a mark that a refill removes"));
+  view->SetSortingMethod(kSortByName);
+  EXPECT_EQ(Rows().size(), 3u);
+  view->SetSortingMethod(kSortByExtension);
+  EXPECT_THAT(Rows(), ElementsAre("a.obj", "b.obj"));
+}
+
+TEST_F(HistoryViewTest, RowHeights) {
+  Create();
+  const LRESULT compact = Send(LB_GETITEMHEIGHT);
+  EXPECT_EQ(compact, GetSystemMetrics(SM_CYSMICON) + 2);
+  view->SetShowIcons(true);
+  EXPECT_EQ(Send(LB_GETITEMHEIGHT), 66);
+  view->SetShowIcons(false);
+  EXPECT_EQ(Send(LB_GETITEMHEIGHT), compact);
+}
+
+TEST_F(HistoryViewTest, TheHorizontalExtentFollowsTheWidestRow) {
+  Create();
+  EXPECT_EQ(Send(LB_GETHORIZONTALEXTENT), 0);
+  Add("X:\\short.obj");
+  const LRESULT narrow = Send(LB_GETHORIZONTALEXTENT);
+  Add("X:\\a name that is a good deal longer than the other one.obj");
+  const LRESULT wide = Send(LB_GETHORIZONTALEXTENT);
+  EXPECT_GT(wide, narrow);
+  Add("X:\\s.obj");
+  EXPECT_EQ(Send(LB_GETHORIZONTALEXTENT), wide);
+  view->SetShowIcons(true);
+  EXPECT_EQ(Send(LB_GETHORIZONTALEXTENT), wide + 65);
+  view->ClearHistory();
+  EXPECT_EQ(Send(LB_GETHORIZONTALEXTENT), 0);
+}
+
+TEST_F(HistoryViewTest, AClickLoadsTheFileAndMovesItToTheTop) {
+  Create();
+  Show();
+  Add("X:\\one.obj");
+  Add("X:\\two.obj");
+  Add("X:\\three.obj");
+  Click(2);
+  EXPECT_THAT(loaded, ElementsAre("X:\\one.obj"));
+  EXPECT_EQ(Send(LB_GETCURSEL), 0);
+  EXPECT_EQ(view->history().size(), 3u);
+}
+
+TEST_F(HistoryViewTest, AReportedSelectionLoadsTheFile) {
+  Create();
+  view->SetSortingMethod(kSortByName);
+  Add("X:\\a.obj");
+  Add("X:\\b.obj");
+  ReportSelection(1);
+  EXPECT_THAT(loaded, ElementsAre("X:\\b.obj"));
+  EXPECT_THAT(Rows(), ElementsAre("a.obj", "b.obj"));
+  EXPECT_EQ(Send(LB_GETCURSEL), 0);
+}
+
+TEST_F(HistoryViewTest, ARowWithoutAPathDoesNothing) {
+  folder.Put("history.dat", "[HistoryList]\r\nNumEntries=1\r\nd0=nameless\r\n");
+  Create();
+  ReportSelection(0);
+  EXPECT_THAT(loaded, IsEmpty());
+  EXPECT_EQ(view->history().size(), 1u);
+}
+
+TEST_F(HistoryViewTest, KeysMoveTheSelectionAndEnterLoads) {
+  Create();
+  Show();
+  view->SetSortingMethod(kSortByName);
+  for (const char* path : {"X:\\a.obj", "X:\\b.obj", "X:\\c.obj"}) Add(path);
+  Send(WM_KEYDOWN, VK_DOWN);
+  Send(WM_KEYDOWN, VK_DOWN);
+  EXPECT_EQ(Send(LB_GETCURSEL), 1);
+  Send(WM_KEYDOWN, VK_END);
+  EXPECT_EQ(Send(LB_GETCURSEL), 2);
+  Send(WM_CHAR, 'b');
+  EXPECT_EQ(Send(LB_GETCURSEL), 1);
+  EXPECT_THAT(loaded, IsEmpty());
+  Send(WM_KEYDOWN, VK_RETURN);
+  EXPECT_THAT(loaded, ElementsAre("X:\\b.obj"));
+}
+
+TEST_F(HistoryViewTest, EnterWithoutASelectionLoadsNothing) {
+  Create();
+  Add("X:\\a.obj");
+  Send(WM_KEYDOWN, VK_RETURN);
+  EXPECT_THAT(loaded, IsEmpty());
+}
+
+TEST_F(HistoryViewTest, DeletingEverythingAsksFirst) {
+  Create();
+  Add("X:\\a.obj");
+  {
+    const MessageBoxes boxes(IDNO);
+    view->HandleCommand(kCommandClearHistory, nullptr, panel);
+    ASSERT_EQ(boxes.seen().size(), 1u);
+    EXPECT_EQ(boxes.seen()[0].caption, "Confirmation Request");
+    EXPECT_EQ(boxes.seen()[0].text, "Are you sure you want to delete all the items in the history list?");
+    EXPECT_THAT(boxes.seen()[0].buttons, ElementsAre(IDYES, IDNO));
+    EXPECT_TRUE(boxes.seen()[0].hasIcon);
+    EXPECT_EQ(boxes.seen()[0].owner, panel);
+  }
+  EXPECT_EQ(view->history().size(), 1u);
+  const MessageBoxes boxes(IDYES);
+  view->HandleCommand(kCommandClearHistory, nullptr, panel);
+  EXPECT_EQ(view->history().size(), 0u);
+  EXPECT_THAT(Rows(), IsEmpty());
+}
+
+TEST_F(HistoryViewTest, CommandsSortAndToggleIcons) {
+  Create();
+  for (int method = 3; method >= 0; --method) {
+    EXPECT_TRUE(view->HandleCommand(kCommandFirstSorting + method, nullptr, panel));
+    EXPECT_EQ(view->GetSortingMethod(), method);
+  }
+  EXPECT_TRUE(view->HandleCommand(kCommandHistoryIcons, nullptr, panel));
+  EXPECT_TRUE(view->GetShowIcons());
+  EXPECT_FALSE(view->HandleCommand(106, nullptr, panel));
+}
+
+// Runs while a menu is open: reads it and picks its third item by keys.
+struct MenuVisitor {
+  HWND window;
+  std::vector<std::string> texts;
+  int checked = -1;
+};
+MenuVisitor* visitor = nullptr;
+
+void CALLBACK VisitMenu(HWND, UINT, UINT_PTR id, DWORD) {
+  const HWND menuWindow = FindWindowA("#32768", nullptr);
+  if (menuWindow == nullptr) return;
+  KillTimer(nullptr, id);
+  const auto menu = reinterpret_cast<HMENU>(SendMessageA(menuWindow, MN_GETHMENU, 0, 0));
+  for (int item = 0; item < GetMenuItemCount(menu); ++item) {
+    char text[64] = "";
+    GetMenuStringA(menu, static_cast<UINT>(item), text, sizeof(text), MF_BYPOSITION);
+    visitor->texts.push_back(text);
+    if (GetMenuState(menu, static_cast<UINT>(item), MF_BYPOSITION) & MF_CHECKED) visitor->checked = item;
+  }
+  for (int i = 0; i < 3; ++i) PostMessageA(visitor->window, WM_KEYDOWN, VK_DOWN, 0);
+  PostMessageA(visitor->window, WM_KEYDOWN, VK_RETURN, 0);
+}
+
+TEST_F(HistoryViewTest, TheSortingMenuShowsTheMethodAndSetsIt) {
+  Create();
+  Show();
+  SetForegroundWindow(panel);
+  view->SetSortingMethod(kSortOldestFirst);
+  MenuVisitor menu{panel, {}, -1};
+  visitor = &menu;
+  SetTimer(nullptr, 0, 20, VisitMenu);
+  view->ShowSortingMenu(panel, {100, 100});
+  visitor = nullptr;
+  EXPECT_THAT(menu.texts, ElementsAre("Sort by Date, Newest First", "Sort by Date, Oldest First",
+                                      "Sort by Name", "Sort by Extension"));
+  EXPECT_EQ(menu.checked, kSortOldestFirst);
+  EXPECT_TRUE(WaitUntil([this] { return view->GetSortingMethod() == kSortByName; }));
+}
+
+// How many pixels of the row's picture column are not the window's colour.
+int PaintedPixels(HWND window, const RECT& area) {
+  const HDC dc = GetDC(window);
+  int painted = 0;
+  for (LONG y = area.top; y < area.bottom; ++y) {
+    for (LONG x = area.left; x < area.right; ++x) painted += GetPixel(dc, x, y) != GetSysColor(COLOR_WINDOW);
+  }
+  ReleaseDC(window, dc);
+  return painted;
+}
+
+TEST_F(HistoryViewTest, BothKindsOfRowsArePaintedWithPictureAndText) {
+  Create();
+  folder.Put("model.obj", "v");
+  Add(folder.Path("model.obj").c_str());
+  Show();
+  for (const bool showIcons : {false, true}) {
+    view->SetShowIcons(showIcons);
+    UpdateWindow(view->window());
+    RECT row = {};
+    Send(LB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
+    const LONG split = showIcons ? 66 : 18;
+    EXPECT_GT(PaintedPixels(view->window(), {2, row.top, split, row.bottom}), 20) << showIcons;
+    EXPECT_GT(PaintedPixels(view->window(), {split + 2, row.top, 300, row.bottom}), 50) << showIcons;
+  }
+}
+
+TEST_F(HistoryViewTest, APreviewOfTheSurroundingsIsShownInATallRow) {
+  HistoryServices services;
+  services.instance = GetModuleHandleA(nullptr);
+  services.profilePath = [this] { return folder.profile(); };
+  services.mainWindow = [this] { return panel; };
+  int asked = 0;
+  services.preview = [&asked](const char*, int pixels) {
+    ++asked;
+    const HDC screen = GetDC(nullptr);
+    const HDC dc = CreateCompatibleDC(screen);
+    const HBITMAP bitmap = CreateCompatibleBitmap(screen, pixels, pixels);
+    const HGDIOBJ previous = SelectObject(dc, bitmap);
+    const RECT all = {0, 0, pixels, pixels};
+    const HBRUSH brush = CreateSolidBrush(RGB(200, 10, 20));
+    FillRect(dc, &all, brush);
+    DeleteObject(brush);
+    SelectObject(dc, previous);
+    DeleteDC(dc);
+    ReleaseDC(nullptr, screen);
+    return bitmap;
+  };
+  view = CHistoryView::Create(panel, kViewId, services);
+  view->SetShowIcons(true);
+  Add("X:\\a.obj");
+  Show();
+  const HDC dc = GetDC(view->window());
+  EXPECT_EQ(GetPixel(dc, 3 + 32, 1 + 32), RGB(200, 10, 20));
+  ReleaseDC(view->window(), dc);
+  InvalidateRect(view->window(), nullptr, TRUE);
+  UpdateWindow(view->window());
+  EXPECT_EQ(asked, 1);  // kept
+}
+
+TEST_F(HistoryViewTest, AParentThatGoesFirstDoesNoHarm) {
+  Create();
+  Add("X:\\a.obj");
+  DestroyWindow(panel);
+  EXPECT_EQ(view->window(), nullptr);
+  view.reset();
+  EXPECT_TRUE(folder.Exists("history.dat"));
+}
+
+}  // namespace
+}  // namespace file_explorer

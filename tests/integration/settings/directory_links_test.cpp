@@ -1,0 +1,73 @@
+#include "src/settings/directory_links.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "src/settings/shell_link.h"
+#include "tests/support/temp_directory.h"
+
+namespace file_explorer {
+namespace {
+
+class DirectoryLinksTest : public testing::Test {
+ protected:
+  void SetUp() override { CoInitialize(nullptr); }
+  void TearDown() override { CoUninitialize(); }
+
+  test_support::TempDirectory directory_;
+};
+
+TEST_F(DirectoryLinksTest, ALinkKeepsAFolder) {
+  directory_.AddFolder(L"models and scenes");
+  const std::string folder = directory_.Join(std::string_view("models and scenes"));
+  const std::string link = directory_.Join(std::string_view("a.lnk"));
+  ASSERT_TRUE(WriteShellLink(link, ParsePath(folder).get()));
+  EXPECT_EQ(ParsingName(ReadShellLink(link).get()), folder);
+}
+
+TEST_F(DirectoryLinksTest, ALinkKeepsAVirtualFolder) {
+  unique_pidl drives;
+  ASSERT_TRUE(SUCCEEDED(SHGetSpecialFolderLocation(nullptr, CSIDL_DRIVES, drives.put())));
+  const std::string link = directory_.Join(std::string_view("drives.lnk"));
+  ASSERT_TRUE(WriteShellLink(link, drives.get()));
+  const unique_pidl read = ReadShellLink(link);
+  ASSERT_TRUE(read);
+  EXPECT_TRUE(ILIsEqual(read.get(), drives.get()));
+}
+
+TEST_F(DirectoryLinksTest, MissingAndDamagedLinksGiveNothing) {
+  EXPECT_FALSE(ReadShellLink(directory_.Join(std::string_view("missing.lnk"))));
+  directory_.AddFile(L"damaged.lnk", "this is no link");
+  EXPECT_FALSE(ReadShellLink(directory_.Join(std::string_view("damaged.lnk"))));
+}
+
+TEST_F(DirectoryLinksTest, NothingIsWrittenWithoutAFolderOrAPlace) {
+  const std::string link = directory_.Join(std::string_view("none.lnk"));
+  EXPECT_FALSE(WriteShellLink(link, nullptr));
+  EXPECT_EQ(GetFileAttributesA(link.c_str()), INVALID_FILE_ATTRIBUTES);
+  EXPECT_FALSE(WriteShellLink(directory_.Join(std::string_view("missing\\none.lnk")), ParsePath("c:\\").get()));
+}
+
+TEST_F(DirectoryLinksTest, PathsWithEitherSeparatorAreParsed) {
+  directory_.AddFolder(L"a\\b");
+  std::string path = directory_.Join(std::string_view("a\\b"));
+  for (char& character : path) {
+    if (character == '\\') character = '/';
+  }
+  EXPECT_EQ(ParsingName(ParsePath(path).get()), directory_.Join(std::string_view("a\\b")));
+  EXPECT_FALSE(ParsePath("q:\\missing\\folder"));
+  EXPECT_FALSE(ParsePath(""));
+}
+
+TEST_F(DirectoryLinksTest, FilesOfTheUserAreJoinedBySlashOrBare) {
+  SetEnvironmentVariableA("HALVO_APPLICATION_DIRECTORY", directory_.narrow().c_str());
+  EXPECT_EQ(UserFilePath(nullptr, "x.lnk"), directory_.narrow() + "/x.lnk");
+  directory_.AddFile(L"file", "no directory");
+  SetEnvironmentVariableA("HALVO_APPLICATION_DIRECTORY", directory_.Join(std::string_view("file\\below")).c_str());
+  EXPECT_EQ(UserFilePath(nullptr, "x.lnk"), "x.lnk");
+  SetEnvironmentVariableA("HALVO_APPLICATION_DIRECTORY", nullptr);
+}
+
+}  // namespace
+}  // namespace file_explorer

@@ -1,0 +1,133 @@
+// The main window: menu, status line, its remembered place, the working folder, two runs in one process.
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "src/host/vc64_tx.h"
+#include "tests/integration/workbench/workbench_fixture.h"
+
+namespace workbench {
+namespace {
+
+using MainWindowTest = WorkbenchTest;
+
+TEST_F(MainWindowTest, TheSizeOfTheOptionsIsTheWindows) {
+  Start();
+  RECT rect = {};
+  GetWindowRect(host().window(), &rect);
+  EXPECT_EQ(rect.right - rect.left, 1000);
+  EXPECT_EQ(rect.bottom - rect.top, 700);
+}
+
+TEST_F(MainWindowTest, ThePlaceIsRemembered) {
+  Start();
+  SetWindowPos(host().window(), nullptr, 40, 50, 900, 640, SWP_NOZORDER);
+  WorkbenchOptions options = Options();
+  options.size.reset();
+  Start(std::move(options));
+  RECT rect = {};
+  GetWindowRect(host().window(), &rect);
+  EXPECT_EQ(ToRect(rect), (Rect{40, 50, 940, 690}));
+}
+
+TEST_F(MainWindowTest, ADamagedPlaceGivesTheDefault) {
+  for (const wchar_t* text : {L"1,2,3", L"a,b,c,d,e", L"10,10,5,5,0", L"1,2,300,400,0,7"}) {
+    Stop();
+    WritePrivateProfileStringW(L"Workbench-Layout", L"Main-Window", text,
+                               folder_.Join(L"workbench.ini").c_str());
+    WorkbenchOptions options = Options();
+    options.size.reset();
+    Start(std::move(options));
+    RECT rect = {};
+    GetWindowRect(host().window(), &rect);
+    EXPECT_EQ(rect.right - rect.left, host().theme().Scale(1180)) << text;
+  }
+}
+
+TEST_F(MainWindowTest, TheStatusLineHasAMessageAndASummary) {
+  Start();
+  host().main().SetMessage(L"A message");
+  host().main().SetSummary(L"A summary");
+  wchar_t text[100] = L"";
+  SendMessageW(host().main().statusBar(), SB_GETTEXTW, 0, reinterpret_cast<LPARAM>(text));
+  EXPECT_STREQ(text, L"A message");
+  SendMessageW(host().main().statusBar(), SB_GETTEXTW, 1, reinterpret_cast<LPARAM>(text));
+  EXPECT_STREQ(text, L"A summary");
+}
+
+TEST_F(MainWindowTest, TheViewMenuListsTheWindowsAndTogglesThem) {
+  Start();
+  const auto window = Docked(host::kMethodTabbedCollapsible, host::kDockBottom);
+  const HMENU view = GetSubMenu(host().main().menu(), kViewMenuPosition);
+  SendMessageW(host().window(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(view),
+               MAKELPARAM(kViewMenuPosition, 0));
+  wchar_t text[100] = L"";
+  GetMenuStringW(view, 0, text, 100, MF_BYPOSITION);
+  EXPECT_STREQ(text, L"Utility panel");
+  GetMenuStringW(view, 1, text, 100, MF_BYPOSITION);
+  EXPECT_STREQ(text, L"Test window");
+  EXPECT_NE(GetMenuState(view, 1, MF_BYPOSITION) & MF_CHECKED, 0u);
+  const int entries = GetMenuItemCount(view);
+  host().Execute(kCommandFirstWindow + 1);
+  EXPECT_FALSE(IsWindowVisible(window->window()));
+  SendMessageW(host().window(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(view),
+               MAKELPARAM(kViewMenuPosition, 0));
+  EXPECT_EQ(GetMenuItemCount(view), entries);
+  EXPECT_EQ(GetMenuState(view, 1, MF_BYPOSITION) & MF_CHECKED, 0u);
+  host().Execute(kCommandFirstWindow + 1);
+  EXPECT_TRUE(IsWindowVisible(window->window()));
+}
+
+TEST_F(MainWindowTest, TheFolderOfTheCommandLineWinsOverTheRememberedOne) {
+  const std::wstring link = folder_.AddFile(L"user\\ExploreCurrentDirectory.lnk", "link");
+  Start();
+  EXPECT_NE(GetFileAttributesW(link.c_str()), INVALID_FILE_ATTRIBUTES) << "without a folder the link stays";
+  WorkbenchOptions options = Options();
+  options.folder = folder_.AddFolder(L"models");
+  Start(std::move(options));
+  EXPECT_EQ(Tx_Inquire_Environment("TS_WORKING_DIR"), folder_.Join(std::string("models")));
+  EXPECT_EQ(GetFileAttributesW(link.c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(MainWindowTest, WithoutAProfileItLiesInTheUsersDirectory) {
+  WorkbenchOptions options = Options();
+  options.profilePath.clear();
+  Start(std::move(options));
+  EXPECT_EQ(host().profilePath(), folder_.Join(std::string("user\\workbench.ini")));
+}
+
+TEST_F(MainWindowTest, ClosingEndsTheLoop) {
+  Start();
+  PostMessageW(host().window(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(host().Run(), 0);
+  EXPECT_FALSE(host().isOpen());
+  host().Close();
+}
+
+TEST_F(MainWindowTest, ManyRunsInOneProcessLeaveNoWindowBehind) {
+  const auto windows = [] {
+    int count = 0;
+    EnumThreadWindows(
+        GetCurrentThreadId(),
+        [](HWND, LPARAM count) {
+          ++*reinterpret_cast<int*>(count);
+          return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&count));
+    return count;
+  };
+  Start();
+  Stop();
+  const int before = windows();
+  for (int i = 0; i < 10; ++i) {
+    Start();
+    auto window = Docked(host::kMethodFloating, host::kDockBottom);
+    host().OpenDocument(folder_.AddFile(L"one.txt", "1"));
+    window.reset();
+    Stop();
+  }
+  EXPECT_EQ(windows(), before);
+}
+
+}  // namespace
+}  // namespace workbench

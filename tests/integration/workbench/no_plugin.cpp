@@ -1,0 +1,4 @@
+// A library without the entry point of a plug-in.
+extern "C" __declspec(dllexport) int SomethingElse() {
+  return 1;
+}

@@ -1,0 +1,32 @@
+# shellcheck shell=bash
+# Sourced: a virtual display for programs with windows.
+
+# start_virtual_display [WIDTHxHEIGHT]: starts Xvfb on a free display number and exports DISPLAY; ends it when the
+# script ends.
+start_virtual_display() {
+  local size=${1:-1600x1000} number_file
+  number_file=$(mktemp)
+  Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
+  display_pid=$!
+  local tries
+  for tries in $(seq 100); do
+    [ -s "$number_file" ] && break
+    kill -0 "$display_pid" 2>/dev/null || break
+    sleep 0.1
+  done
+  if [ ! -s "$number_file" ]; then
+    echo "The virtual display could not be started." >&2
+    return 1
+  fi
+  DISPLAY=":$(tr -d '[:space:]' <"$number_file")"
+  export DISPLAY
+  rm -f "$number_file"
+}
+
+stop_virtual_display() {
+  if [ -n "${display_pid:-}" ]; then
+    kill "$display_pid" 2>/dev/null || true
+    wait "$display_pid" 2>/dev/null || true
+    display_pid=
+  fi
+}

@@ -1,0 +1,342 @@
+#include "workbench/controls/fileview/folder_model.h"
+
+#include <algorithm>
+
+#include "workbench/controls/fileview/virtual_folder.h"
+#include "workbench/controls/model/path_logic.h"
+#include "workbench/controls/shell/item_object.h"
+
+namespace controls {
+namespace {
+
+// A slice of work leaves the window free for input and painting after this time.
+constexpr ULONGLONG kSliceMs = 12;
+// Most folders answer within this time; then a navigation is complete when the call returns.
+constexpr DWORD kOpenWaitMs = 60;
+constexpr ULONGLONG kMergeEveryMs = 120;
+
+}  // namespace
+
+std::wstring Listing::PathOf(ItemId id) const {
+  if (id < entries.size()) return entries[id].path;
+  return JoinPath(folder.path(), store.name(id));
+}
+
+Location Listing::LocationOf(ItemId id) const {
+  if (id < entries.size()) return Location::FromPidl(entries[id].pidl.get());
+  return Location::FromPath(PathOf(id));
+}
+
+ULONG Listing::AttributesOf(ItemId id) const {
+  if (id < entries.size()) return entries[id].attributes;
+  return ShellAttributes(store.at(id).attributes, store.name(id));
+}
+
+void FolderModel::SetWindow(HWND window) {
+  if (!window) Stop();
+  window_ = window;
+}
+
+void FolderModel::Stop() {
+  reader_.Cancel();
+  watcher_.Stop();
+  StopTimer();
+  filling_.reset();
+  added_.clear();
+  batch_ = ItemBatch();
+  batchAt_ = 0;
+}
+
+void FolderModel::StartTimer() {
+  if (timerRuns_ || !window_) return;
+  timerRuns_ = SetTimer(window_, kSliceTimer, USER_TIMER_MINIMUM, nullptr) != 0;
+}
+
+void FolderModel::StopTimer() {
+  if (timerRuns_) KillTimer(window_, kSliceTimer);
+  timerRuns_ = false;
+}
+
+void FolderModel::Open(const Location& folder) {
+  if (!window_ || folder.empty()) return;
+  StartReading(folder, false);
+}
+
+void FolderModel::Refresh() {
+  if (!window_ || shown_->folder.empty()) return;
+  if (filling_ && !refreshing_) {
+    readAgain_ = true;  // the first reading goes on; nothing that it found is lost
+    return;
+  }
+  StartReading(shown_->folder, true);
+}
+
+void FolderModel::StartReading(const Location& folder, bool refresh) {
+  // A navigation that replaces another one leaves the rows of the old folder as they are.
+  reader_.Cancel();
+  StopTimer();
+  batch_ = ItemBatch();
+  batchAt_ = 0;
+  added_.clear();
+  readAgain_ = false;
+  opened_ = false;
+  refreshing_ = refresh;
+  mergePause_ = 0;
+  filling_ = std::make_shared<Listing>();
+  filling_->folder = folder;
+  if (!folder.IsFileSystem()) {
+    OpenVirtual(folder, refresh);
+    return;
+  }
+  reader_.Start(folder.path(), false, window_, kReaderMessage);
+  reader_.WaitUntilOpened(kOpenWaitMs);
+  if (reader_.progress() != FolderReader::Progress::kOpening) OnReaderMessage();
+}
+
+void FolderModel::OpenVirtual(const Location& folder, bool) {
+  std::vector<VirtualItem> items;
+  const HRESULT read = ReadVirtualFolder(folder, window_, items);
+  if (FAILED(read)) {
+    const Location failed = filling_->folder;
+    filling_.reset();
+    events_.FolderFailed(failed, HRESULT_CODE(read));
+    return;
+  }
+  opened_ = true;
+  if (!refreshing_ && !CommitOpened()) return;
+  const std::shared_ptr<Listing> mine = filling_;
+  for (VirtualItem& item : items) {
+    mine->entries.push_back(std::move(item.entry));
+    AddEntry(item.name, item.facts);
+    if (filling_ != mine) return;
+  }
+  FinishFilling();
+}
+
+// The folder can be read: from now on it is the one that is shown. False when an event handler went elsewhere.
+bool FolderModel::CommitOpened() {
+  opened_ = true;
+  const std::shared_ptr<Listing> mine = filling_;
+  watcher_.Stop();
+  shown_ = mine;
+  sortedByContainer_ = false;
+  if (shown_->folder.IsFileSystem()) watcher_.Start(shown_->folder.path(), window_, kWatcherMessage);
+  events_.FolderOpened();
+  return filling_ == mine;
+}
+
+void FolderModel::Fail() {
+  const DWORD error = reader_.error();
+  const Location folder = filling_->folder;
+  reader_.Cancel();
+  StopTimer();
+  const bool wasOpen = opened_ && !refreshing_;
+  filling_.reset();
+  if (refreshing_ && (error == ERROR_PATH_NOT_FOUND || error == ERROR_FILE_NOT_FOUND)) {
+    // The folder that is shown has gone: its rows go too.
+    events_.RowsAboutToChange(false);
+    shown_->rows.Clear();
+    events_.RowsChanged(false);
+  }
+  if (wasOpen) events_.FillFinished();
+  events_.FolderFailed(folder, error);
+}
+
+void FolderModel::OnReaderMessage() {
+  reader_.Received();
+  if (!filling_) return;
+  if (!opened_) {
+    const FolderReader::Progress progress = reader_.progress();
+    if (progress == FolderReader::Progress::kOpening) return;
+    if (progress == FolderReader::Progress::kFailed) return Fail();
+    if (refreshing_) {
+      opened_ = true;
+    } else if (!CommitOpened()) {
+      return;
+    }
+  }
+  // The work is done by a timer, whose messages come after input and painting.
+  StartTimer();
+}
+
+void FolderModel::OnSliceTimer() {
+  if (!filling_ || !opened_) return StopTimer();
+  const std::shared_ptr<Listing> mine = filling_;
+  const ULONGLONG start = GetTickCount64();
+  const FolderReader::Progress progress = reader_.progress();  // before the batches: none comes after the end
+  const bool drained = FillUntil(start + kSliceMs);
+  if (filling_ != mine) return;
+  if (!drained) return MergeAdded(false);
+  if (progress == FolderReader::Progress::kFinished) return FinishFilling();
+  if (progress == FolderReader::Progress::kFailed) {
+    MergeAdded(true);
+    if (filling_ == mine) Fail();
+    return;
+  }
+  MergeAdded(false);
+  if (filling_ == mine && added_.empty()) StopTimer();  // the reader's next message starts it again
+}
+
+// True when no batch is waiting any more; stops early when the time is up or an event handler went elsewhere.
+bool FolderModel::FillUntil(ULONGLONG deadline) {
+  const std::shared_ptr<Listing> mine = filling_;
+  for (;;) {
+    if (batchAt_ == batch_.entries.size()) {
+      batchAt_ = 0;
+      batch_ = ItemBatch();
+      if (!reader_.TakeBatch(batch_)) return true;
+    }
+    while (batchAt_ < batch_.entries.size()) {
+      const ItemBatch::Entry& entry = batch_.entries[batchAt_++];
+      AddEntry(batch_.name(entry), entry.facts);
+      if (filling_ != mine) return false;
+      if ((batchAt_ & 15) == 0 && GetTickCount64() >= deadline) return false;
+    }
+  }
+}
+
+void FolderModel::AddEntry(std::wstring_view name, const ItemFacts& facts) {
+  const std::shared_ptr<Listing> mine = filling_;
+  const ItemId id = mine->store.Add(name, facts);
+  mine->store.at(id).type = types_.TypeOf(name, mine->store.IsFolder(id));
+  const bool accepted = events_.AcceptItem(mine, id);
+  if (filling_ != mine) return;
+  if (accepted) {
+    added_.push_back(id);
+  } else {
+    mine->store.at(id).flags |= kItemLeftOut;
+  }
+}
+
+OwnOrder FolderModel::Order(const Listing& listing) {
+  if (rule_.column == SortColumn::kType) typeRanks_ = types_.Ranks();
+  return OwnOrder(listing.store, rule_, &typeRanks_);
+}
+
+// Shows what was found since the last time. The first rows go up at once; later merges keep a distance that grows with
+// what they cost.
+void FolderModel::MergeAdded(bool last) {
+  const ULONGLONG now = GetTickCount64();
+  if (added_.empty()) return;
+  if (!last && filling_->rows.size() != 0 && now - lastMerge_ < mergePause_) return;
+  const bool visible = filling_ == shown_;
+  if (visible) events_.RowsAboutToChange(false);
+  filling_->rows.Merge(std::move(added_), Order(*filling_));
+  added_.clear();
+  if (visible) events_.RowsChanged(false);
+  lastMerge_ = GetTickCount64();
+  mergePause_ = std::max(kMergeEveryMs, (lastMerge_ - now) * 8);
+}
+
+void FolderModel::FinishFilling() {
+  StopTimer();
+  MergeAdded(true);
+  reader_.Cancel();
+  const bool replace = refreshing_;
+  if (replace) {
+    events_.RowsAboutToChange(true);
+    shown_ = filling_;
+    sortedByContainer_ = false;
+  }
+  filling_.reset();
+  if (replace) events_.RowsChanged(true);
+  events_.FillFinished();
+  if (readAgain_ && !filling_) Refresh();
+}
+
+void FolderModel::OnWatcherMessage() {
+  ChangeSet set;
+  if (!watcher_.Take(set)) return;
+  if (set.tooMany || set.ended || refreshing_) {
+    if (filling_) {
+      readAgain_ = true;
+    } else {
+      Refresh();
+    }
+    if (!refreshing_ || set.changes.empty()) return;
+  }
+  ApplyChanges(set);
+}
+
+void FolderModel::ApplyChanges(const ChangeSet& set) {
+  const std::shared_ptr<Listing> mine = shown_;
+  std::vector<ItemId> moved;
+  bool factsChanged = false;
+  bool removed = false;
+  for (const ItemChange& change : set.changes) {
+    const ItemId found = mine->store.Find(change.name);
+    const bool exact = found != kNoItem && mine->store.name(found) == change.name;
+    if (!change.exists) {
+      if (exact) mine->store.at(found).flags |= kItemGone;
+      removed |= exact;
+      continue;
+    }
+    if (!exact) {
+      const ItemId id = mine->store.Add(change.name, change.facts);
+      mine->store.at(id).type = types_.TypeOf(change.name, mine->store.IsFolder(id));
+      const bool accepted = events_.AcceptItem(mine, id);
+      if (shown_ != mine) return;
+      if (accepted) moved.push_back(id);
+      continue;
+    }
+    const bool folderChanged = mine->store.IsFolder(found) != ((change.facts.attributes & kAttributeDirectory) != 0);
+    mine->store.Update(found, change.facts);
+    mine->store.at(found).type = types_.TypeOf(change.name, mine->store.IsFolder(found));
+    factsChanged = true;
+    // A file that grows keeps its row unless the order depends on it.
+    const bool orderDepends = rule_.column == SortColumn::kSize || rule_.column == SortColumn::kModified;
+    if ((orderDepends || folderChanged) && mine->rows.RowOf(found) >= 0) moved.push_back(found);
+  }
+  if (!removed && moved.empty()) {
+    if (factsChanged) events_.FactsChanged();
+    return;
+  }
+  events_.RowsAboutToChange(false);
+  for (const ItemId id : moved) mine->store.at(id).flags |= kItemMarked;
+  mine->rows.RemoveIf([&](ItemId id) { return (mine->store.at(id).flags & (kItemGone | kItemMarked)) != 0; });
+  std::erase_if(added_, [&](ItemId id) { return (mine->store.at(id).flags & (kItemGone | kItemMarked)) != 0; });
+  for (const ItemId id : moved) mine->store.at(id).flags &= static_cast<uint16_t>(~kItemMarked);
+  if (sortedByContainer_) {
+    for (const ItemId id : moved) mine->rows.Append(id);
+  } else {
+    mine->rows.Merge(std::move(moved), Order(*mine));
+  }
+  events_.RowsChanged(false);
+  events_.ChangesApplied();
+}
+
+void FolderModel::SortByOwnRule(SortRule rule) {
+  events_.RowsAboutToChange(false);
+  rule_ = rule;
+  sortedByContainer_ = false;
+  shown_->rows.Sort(Order(*shown_));
+  events_.RowsChanged(false);
+}
+
+void FolderModel::AssignOrder(SortRule rule, std::vector<ItemId> rows) {
+  events_.RowsAboutToChange(false);
+  rule_ = rule;
+  sortedByContainer_ = true;
+  shown_->rows.Assign(std::move(rows));
+  events_.RowsChanged(false);
+}
+
+ItemId FolderModel::AddNow(const std::wstring& name, const ItemFacts& facts) {
+  const std::shared_ptr<Listing> mine = shown_;
+  ItemId known = mine->store.Find(name);
+  if (known != kNoItem && mine->store.name(known) == name) return known;
+  ChangeSet set;
+  set.changes.push_back({name, true, facts});
+  ApplyChanges(set);
+  return mine == shown_ ? mine->store.Find(name) : kNoItem;
+}
+
+void FolderModel::RenameNow(ItemId id, const std::wstring& name) {
+  const ItemRecord& record = shown_->store.at(id);
+  ChangeSet set;
+  set.changes.push_back({std::wstring(shown_->store.name(id)), false, {}});
+  set.changes.push_back({name, true, {record.size, record.modified, record.attributes}});
+  ApplyChanges(set);
+}
+
+}  // namespace controls

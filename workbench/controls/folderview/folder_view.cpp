@@ -1,0 +1,314 @@
+#include "workbench/controls/folderview/folder_view.h"
+
+#include "workbench/controls/com/event_arguments.h"
+#include "workbench/controls/model/path_logic.h"
+#include "workbench/controls/shell/file_commands.h"
+#include "workbench/controls/shell/item_object.h"
+
+namespace controls {
+namespace {
+
+constexpr DISPID kFolderSelected = 1;
+constexpr DISPID kMenuBuilding = 13;
+constexpr DISPID kMenuCommand = 14;
+
+}  // namespace
+
+FolderView::FolderView()
+    : pane_(*this), fileView_([this](const Location& location) { OnFileViewMoved(location); }) {}
+
+FolderView::~FolderView() { CloseOnce(); }
+
+void* FolderView::Interface(REFIID iid) {
+  if (IsEqualIID(iid, kIidLocationPeer)) return static_cast<ILocationPeer*>(this);
+  return OleControl::Interface(iid);
+}
+
+DispatchTable FolderView::Members() {
+  using T = FolderView;
+  using O = TreePane::Options;
+  constexpr Access kGet = Access::kGet;
+  constexpr Access kPut = Access::kPut;
+  constexpr Access kMethod = Access::kMethod;
+  static constexpr DispatchRow kRows[] = {
+      {4, L"ShowFiles", kGet, 0, CallMember<T, &T::GetOption<&O::files>>},
+      {4, L"ShowFiles", kPut, 1, CallMember<T, &T::PutOption<&O::files>>},
+      {5, L"ShowVirtualFolders", kGet, 0, CallMember<T, &T::GetOption<&O::virtualFolders>>},
+      {5, L"ShowVirtualFolders", kPut, 1, CallMember<T, &T::PutOption<&O::virtualFolders>>},
+      {7, L"SelectedFolder", kGet, 0, CallMember<T, &T::GetSelectedFolder>},
+      {13, L"Lines", kGet, 0, CallMember<T, &T::GetOption<&O::lines>>},
+      {13, L"Lines", kPut, 1, CallMember<T, &T::PutOption<&O::lines>>},
+      {14, L"Buttons", kGet, 0, CallMember<T, &T::GetOption<&O::buttons>>},
+      {14, L"Buttons", kPut, 1, CallMember<T, &T::PutOption<&O::buttons>>},
+      {18, L"ShowSelectionAlways", kGet, 0, CallMember<T, &T::GetOption<&O::showSelectionAlways>>},
+      {18, L"ShowSelectionAlways", kPut, 1, CallMember<T, &T::PutOption<&O::showSelectionAlways>>},
+      {19, L"InPlaceRename", kGet, 0, CallMember<T, &T::GetOption<&O::inPlaceRename>>},
+      {19, L"InPlaceRename", kPut, 1, CallMember<T, &T::PutOption<&O::inPlaceRename>>},
+      {21, L"ContextMenu", kGet, 0, CallMember<T, &T::GetContextMenu>},
+      {21, L"ContextMenu", kPut, 1, CallMember<T, &T::PutContextMenu>},
+      {22, L"DragAndDrop", kGet, 0, CallMember<T, &T::GetDragAndDrop>},
+      {22, L"DragAndDrop", kPut, 1, CallMember<T, &T::PutDragAndDrop>},
+      {23, L"TreeWindow", kGet, 0, CallMember<T, &T::GetTreeHandle>},
+      {24, L"FileView", kGet, 0, CallMember<T, &T::GetFileView>},
+      {24, L"FileView", kPut, 1, CallMember<T, &T::PutFileView>},
+      {25, L"AddMenuItem", kMethod, 2, CallMember<T, &T::CallAddMenuItem>},
+      {26, L"NewFolder", kMethod, 0, CallMember<T, &T::CallNewFolder>},
+      {31, L"Font", kGet, 0, CallMember<T, &T::GetFont>},
+      {31, L"Font", kPut, 1, CallMember<T, &T::PutFont>},
+  };
+  return {kRows, std::size(kRows)};
+}
+
+HWND FolderView::CreateControlWindow(HWND parent, const RECT& rect) {
+  if (!pane_.CreatePane(parent, rect)) return nullptr;
+  pane_.SetOptions(options_);
+  pane_.SetFont(font_.handle());
+  if (!current_.empty()) pane_.SelectLocation(current_);
+  return pane_.hwnd();
+}
+
+void FolderView::OnClose() {
+  fileView_.Disconnect();
+  fileViewObject_.reset();
+  followers_.AnnounceClosing();
+  events().RemoveAll();
+}
+
+// ILocationPeer
+
+STDMETHODIMP FolderView::TellLocation(ILocationSink* sink) {
+  return Guarded([&] {
+    if (!sink) return E_POINTER;
+    controls::TellLocation(*sink, current_);
+    return S_OK;
+  });
+}
+
+STDMETHODIMP FolderView::GoTo(const wchar_t* path, const ITEMIDLIST* pidl) {
+  return Guarded([&] {
+    if (closed()) return E_UNEXPECTED;
+    const ComRef<IOleObject> self(this);
+    const Location location = LocationFromCall(path, pidl);
+    if (location.empty()) return E_INVALIDARG;
+    if (!fileView_.GoTo(location)) Arrive(location);
+    return S_OK;
+  });
+}
+
+STDMETHODIMP FolderView::AdviseLocation(ILocationSink* sink) {
+  return Guarded([&] {
+    followers_.Add(sink);
+    return S_OK;
+  });
+}
+
+STDMETHODIMP FolderView::UnadviseLocation(ILocationSink* sink) {
+  followers_.Remove(sink);
+  return S_OK;
+}
+
+void FolderView::OnFileViewMoved(const Location& location) {
+  if (!closed()) Arrive(location);
+}
+
+// The tree is at a place now, whoever moved it. Followers hear it even when it is the old one: somebody may have tried
+// to go elsewhere and must come back.
+void FolderView::Arrive(const Location& location) {
+  const ComRef<IOleObject> self(this);
+  const bool moved = !(location == current_);
+  current_ = location;
+  pane_.SelectLocation(location);
+  followers_.Announce(location);
+  if (!moved || eventsFrozen()) return;
+  const ComRef<IDispatch> item = ItemOf(location);
+  EventArguments<1> arguments;
+  arguments.Object(item.get());
+  events().Fire(kFolderSelected, arguments.values(), arguments.count());
+}
+
+void FolderView::OnNodeSelected(const Location& location) {
+  const ComRef<IOleObject> self(this);
+  if (location == current_) return;
+  // The file view answers by telling its place: the new one, or the old one when the folder cannot be opened.
+  if (!fileView_.GoTo(location)) Arrive(location);
+}
+
+ComRef<IDispatch> FolderView::ItemOf(const Location& location) {
+  return ComRef<IDispatch>::Attach(ComObject<LocationItem>::Create(location).detach());
+}
+
+// Members
+
+HRESULT FolderView::GetSelectedFolder(Call& call) {
+  Location location = pane_.selected();
+  if (location.empty()) location = current_;
+  return call.ReturnObject(location.empty() ? nullptr : ItemOf(location).get());
+}
+
+HRESULT FolderView::GetTreeHandle(Call& call) {
+  return call.ReturnLong(static_cast<long>(reinterpret_cast<LONG_PTR>(pane_.tree())));
+}
+
+HRESULT FolderView::GetFileView(Call& call) {
+  return call.ReturnObject(fileViewObject_.As<IDispatch>(IID_IDispatch).get());
+}
+
+HRESULT FolderView::PutFileView(Call& call) {
+  IUnknown* object = nullptr;
+  const HRESULT result = call.Object(0, object);
+  if (FAILED(result)) return result;
+  if (closed()) return E_UNEXPECTED;
+  const Location before = current_;
+  if (!fileView_.Connect(object)) throw CallError{E_NOINTERFACE, L"The object is not a file view of this kind."};
+  fileViewObject_.reset();
+  if (object) fileViewObject_ = ComRef<IUnknown>(object);
+  // A tree that was somewhere before its file view was takes the file view along.
+  if (object && !before.empty() && current_ == before) fileView_.GoTo(before);
+  return S_OK;
+}
+
+HRESULT FolderView::GetFont(Call& call) { return call.ReturnObject(font_.object().get()); }
+
+HRESULT FolderView::PutFont(Call& call) {
+  IUnknown* object = nullptr;
+  HRESULT result = call.Object(0, object);
+  if (SUCCEEDED(result)) result = font_.Set(object);
+  if (SUCCEEDED(result)) pane_.SetFont(font_.handle());
+  return result;
+}
+
+HRESULT FolderView::CallAddMenuItem(Call& call) {
+  std::wstring caption;
+  std::wstring verb;
+  HRESULT result = call.Text(0, caption);
+  if (SUCCEEDED(result)) result = call.Text(1, verb);
+  if (FAILED(result)) return result;
+  if (!menu_) throw CallError{E_UNEXPECTED, L"Items can be added only while the context menu is being built."};
+  return call.ReturnLong(menu_->Add(caption, verb));
+}
+
+HRESULT FolderView::CallNewFolder(Call&) {
+  NewFolderUnder(pane_.selected());
+  return S_OK;
+}
+
+// What the user does
+
+void FolderView::NewFolderUnder(const Location& location) {
+  if (!location.IsFileSystem()) throw CallError{E_FAIL, L"A folder cannot be made here."};
+  std::wstring name;
+  const OperationResult made = MakeNewFolder(location.path(), name);
+  if (!made.done) throw CallError{E_FAIL, made.error};
+  pane_.EditNewFolder(Location::FromPath(JoinPath(location.path(), name)));
+}
+
+bool FolderView::MayRenameNode(const Location& location) {
+  return options_.inPlaceRename && location.IsFileSystem() && !IsRootPath(location.path());
+}
+
+bool FolderView::OnNodeRenamed(const Location& location, const std::wstring& name) {
+  const ComRef<IOleObject> self(this);
+  const OperationResult result = RenameFile(location.path(), name);
+  if (!result.error.empty()) Report(result.error);
+  if (!result.done) return false;
+  const Location renamed = Location::FromPath(JoinPath(ParentOfPath(location.path()), name));
+  pane_.RenameNode(location, renamed);
+  // Whoever is in the folder or below it goes along.
+  if (current_.IsFileSystem() && IsWithin(current_.path(), location.path())) {
+    const Location moved =
+        Location::FromPath(renamed.path() + current_.path().substr(location.path().size()));
+    if (!fileView_.GoTo(moved)) Arrive(moved);
+  }
+  return true;
+}
+
+void FolderView::Report(const std::wstring& text) {
+  MessageBoxW(GetAncestor(pane_.hwnd(), GA_ROOT), text.c_str(), L"Folders", MB_OK | MB_ICONEXCLAMATION);
+}
+
+bool FolderView::OnTreeKey(UINT key) {
+  const ComRef<IOleObject> self(this);
+  switch (key) {
+    case VK_F2:
+      pane_.EditSelected();
+      return true;
+    case VK_F5:
+      pane_.RefreshSelected();
+      return true;
+    case VK_DELETE:
+      RunVerb("delete", pane_.selected());
+      return true;
+    default:
+      return false;
+  }
+}
+
+void FolderView::OnTreeContextMenu(const Location& location, POINT screen) {
+  const ComRef<IOleObject> self(this);
+  if (!contextMenu_) return;
+  ItemMenu menu;
+  const bool changeable = MayRenameNode(location);
+  menu.AddOwn(L"&Open", "open", true, true);
+  menu.AddOwn(L"R&efresh", "refresh");
+  if (location.IsFileSystem()) {
+    menu.AddSeparator();
+    menu.AddOwn(L"Cu&t", "cut", changeable);
+    menu.AddOwn(L"&Copy", "copy", changeable);
+    menu.AddOwn(L"&Paste", "paste", ClipboardHasFiles());
+    menu.AddSeparator();
+    menu.AddOwn(L"&Delete", "delete", changeable);
+    menu.AddOwn(L"Rena&me", "rename", changeable);
+    menu.AddOwn(L"Ne&w Folder", "newfolder");
+  }
+  const ComRef<IDispatch> item = ItemOf(location);
+  menu_ = &menu;
+  EventArguments<1> building;
+  building.Object(item.get());
+  events().Fire(kMenuBuilding, building.values(), building.count());
+  menu_ = nullptr;
+  if (closed()) return;
+  const ItemMenu::Choice choice = menu.Track(pane_.hwnd(), screen);
+  if (choice.command == 0 || closed()) return;
+  if (!choice.added) return RunVerb(choice.verb, location);
+  EventArguments<2> chosen;
+  chosen.Object(item.get()).Long(static_cast<long>(choice.command));
+  events().Fire(kMenuCommand, chosen.values(), chosen.count());
+}
+
+void FolderView::RunVerb(const std::string& verb, const Location& location) {
+  const HWND owner = GetAncestor(pane_.hwnd(), GA_ROOT);
+  OperationResult result;
+  if (verb == "open") {
+    pane_.SelectLocation(location);
+    OnNodeSelected(location);
+  } else if (verb == "refresh") {
+    pane_.RefreshSelected();
+  } else if (verb == "cut" || verb == "copy") {
+    PutOnClipboard(owner, {location.path()}, verb == "cut");
+  } else if (verb == "paste") {
+    result = PasteInto(owner, location.path());
+  } else if (verb == "delete" && MayRenameNode(location)) {
+    result = DeleteFiles(owner, {location.path()}, false);
+    if (result.done) {
+      const Location parent = location.Parent();
+      if (current_.IsFileSystem() && IsWithin(current_.path(), location.path())) OnNodeSelected(parent);
+      pane_.SelectLocation(parent);
+      pane_.RefreshSelected();
+    }
+  } else if (verb == "rename") {
+    pane_.SelectLocation(location);
+    OnNodeSelected(location);
+    pane_.EditSelected();
+  } else if (verb == "newfolder") {
+    pane_.SelectLocation(location);
+    OnNodeSelected(location);
+    try {
+      NewFolderUnder(location);
+    } catch (const CallError& error) {
+      result.error = error.text;
+    }
+  }
+  if (!result.error.empty()) Report(result.error);
+}
+
+}  // namespace controls

@@ -1,0 +1,87 @@
+// The folder view control: the tree of folders.
+#pragma once
+
+#include <string>
+
+#include "workbench/controls/com/ole_control.h"
+#include "workbench/controls/folderview/tree_pane.h"
+#include "workbench/controls/shell/font_holder.h"
+#include "workbench/controls/shell/item_menu.h"
+#include "workbench/controls/shell/location_link.h"
+
+namespace controls {
+
+class FolderView : public OleControl, public ILocationPeer, public TreePaneOwner {
+ public:
+  void* Interface(REFIID iid);
+
+  // ILocationPeer: the tree passes a wish on to the file view that it is linked to and follows what comes of it.
+  STDMETHODIMP TellLocation(ILocationSink* sink) override;
+  STDMETHODIMP GoTo(const wchar_t* path, const ITEMIDLIST* pidl) override;
+  STDMETHODIMP AdviseLocation(ILocationSink* sink) override;
+  STDMETHODIMP UnadviseLocation(ILocationSink* sink) override;
+
+  template <bool TreePane::Options::*Option>
+  HRESULT GetOption(Call& call) {
+    return call.ReturnBool(options_.*Option);
+  }
+  template <bool TreePane::Options::*Option>
+  HRESULT PutOption(Call& call) {
+    const HRESULT result = call.Bool(0, options_.*Option);
+    if (SUCCEEDED(result)) pane_.SetOptions(options_);
+    return result;
+  }
+  HRESULT GetSelectedFolder(Call& call);
+  HRESULT GetContextMenu(Call& call) { return call.ReturnBool(contextMenu_); }
+  HRESULT PutContextMenu(Call& call) { return call.Bool(0, contextMenu_); }
+  HRESULT GetDragAndDrop(Call& call) { return call.ReturnBool(dragAndDrop_); }
+  HRESULT PutDragAndDrop(Call& call) { return call.Bool(0, dragAndDrop_); }
+  HRESULT GetTreeHandle(Call& call);
+  HRESULT GetFileView(Call& call);
+  HRESULT PutFileView(Call& call);
+  HRESULT GetFont(Call& call);
+  HRESULT PutFont(Call& call);
+  HRESULT CallAddMenuItem(Call& call);
+  HRESULT CallNewFolder(Call& call);
+
+  // TreePaneOwner
+  void OnNodeSelected(const Location& location) override;
+  void OnTreeContextMenu(const Location& location, POINT screen) override;
+  bool MayRenameNode(const Location& location) override;
+  bool OnNodeRenamed(const Location& location, const std::wstring& name) override;
+  bool OnTreeKey(UINT key) override;
+  void OnTreeFocus() override { OnGotFocus(); }
+  void OnTreeDestroyed() override { ForgetWindow(); }
+
+ protected:
+  FolderView();
+  ~FolderView() override;
+
+  DispatchTable Members() override;
+  void* MembersSelf() override { return this; }
+  HWND CreateControlWindow(HWND parent, const RECT& rect) override;
+  void DestroyControlWindow() override { pane_.Destroy(); }
+  void OnClose() override;
+  HWND FocusWindow() override { return pane_.tree(); }
+
+ private:
+  void OnFileViewMoved(const Location& location);
+  void Arrive(const Location& location);
+  void RunVerb(const std::string& verb, const Location& location);
+  void NewFolderUnder(const Location& location);
+  void Report(const std::wstring& text);
+  ComRef<IDispatch> ItemOf(const Location& location);
+
+  TreePane pane_;
+  TreePane::Options options_;
+  bool contextMenu_ = true;
+  bool dragAndDrop_ = false;
+  FontHolder font_;
+  Location current_;
+  LocationSource followers_;
+  LocationLink fileView_;
+  ComRef<IUnknown> fileViewObject_;  // what was put, for the getter
+  ItemMenu* menu_ = nullptr;         // while a context menu is being built
+};
+
+}  // namespace controls

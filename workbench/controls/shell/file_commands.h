@@ -1,0 +1,37 @@
+// Copying, moving, deleting and renaming files for the user.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace controls {
+
+// Puts files on the clipboard, to be copied or moved by a later paste. False when the clipboard cannot be had.
+bool PutOnClipboard(HWND owner, const std::vector<std::wstring>& paths, bool cut);
+
+// Whether a paste would find files.
+bool ClipboardHasFiles();
+
+// The outcome of an operation: an empty text when it went well or the user stopped it, else a sentence.
+struct OperationResult {
+  bool done = false;
+  std::wstring error;
+};
+
+// Copies or moves what is on the clipboard into folder; the system shows its own questions and progress. Files that are
+// copied into the folder they lie in get another name.
+OperationResult PasteInto(HWND owner, const std::wstring& folder);
+OperationResult CopyInto(HWND owner, const std::vector<std::wstring>& paths, const std::wstring& folder, bool move);
+
+// Deletes after the system's question; permanently or to the bin.
+OperationResult DeleteFiles(HWND owner, const std::vector<std::wstring>& paths, bool permanently);
+
+// Gives a file or folder a new name in its folder.
+OperationResult RenameFile(const std::wstring& path, const std::wstring& newName);
+
+// Makes a folder under a free name ("New folder", "New folder (2)" ...); its name.
+OperationResult MakeNewFolder(const std::wstring& parent, std::wstring& name);
+
+}  // namespace controls

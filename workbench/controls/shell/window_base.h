@@ -1,0 +1,78 @@
+// Windows of our own classes, and subclassing of windows that we did not make.
+#pragma once
+
+#include <windows.h>
+#include <commctrl.h>
+
+#include <memory>
+#include <type_traits>
+
+namespace controls {
+
+struct FontDeleter {
+  using pointer = HFONT;
+  void operator()(HFONT font) const { DeleteObject(font); }
+};
+using UniqueFont = std::unique_ptr<std::remove_pointer_t<HFONT>, FontDeleter>;
+
+// A window class that is registered while somebody uses it.
+class WindowClassUse {
+ public:
+  WindowClassUse() = default;
+  ~WindowClassUse() { Release(); }
+  WindowClassUse(const WindowClassUse&) = delete;
+  WindowClassUse& operator=(const WindowClassUse&) = delete;
+
+  bool Acquire(const wchar_t* name, WNDPROC procedure);
+  void Release();
+
+ private:
+  bool held_ = false;
+};
+
+// Base of the controls' own windows. One class name a module.
+class WindowBase {
+ public:
+  WindowBase() = default;
+  virtual ~WindowBase() { Destroy(); }
+  WindowBase(const WindowBase&) = delete;
+  WindowBase& operator=(const WindowBase&) = delete;
+
+  HWND hwnd() const { return hwnd_; }
+  bool Create(const wchar_t* className, HWND parent, const RECT& rect);
+  void Destroy();
+
+ protected:
+  // Exceptions end at the window procedure; the message then counts as not handled.
+  virtual LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+  LRESULT Default(UINT message, WPARAM wParam, LPARAM lParam) {
+    return DefWindowProcW(hwnd_, message, wParam, lParam);
+  }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND hwnd, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+  WindowClassUse class_;
+  HWND hwnd_ = nullptr;
+};
+
+// Takes part in another window's messages while it lives.
+class Subclass {
+ public:
+  Subclass() = default;
+  virtual ~Subclass() { Detach(); }
+  Subclass(const Subclass&) = delete;
+  Subclass& operator=(const Subclass&) = delete;
+
+  void Attach(HWND window);
+  void Detach();
+
+ protected:
+  virtual LRESULT HandleSubclassed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) = 0;
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                    DWORD_PTR self) noexcept;
+  HWND window_ = nullptr;
+};
+
+}  // namespace controls
