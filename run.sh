@@ -9,6 +9,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 . tools/wine-env.sh
 
 folder=${1:-samples}
+mkdir -p "samples/Empty folder"  # kept by no version control
 if [ ! -d "$folder" ]; then
   echo "There is no folder $folder." >&2
   exit 2

@@ -1,6 +1,8 @@
 // The docked explorer window: its procedure and its panes.
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include <array>

@@ -1,6 +1,8 @@
 // A file on its way from the file view into the host.
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include <array>
@@ -27,7 +29,7 @@ class LoadingTest : public testing::Test {
     ASSERT_EQ(fixture_.SayWithHost({{"showfolderviewpanel", nullptr}}), 0U);
     ASSERT_TRUE(fixture_.WaitForFiles(3));
   }
-  size_t Documents() { return fixture_.workbench().documents().count(); }
+  size_t Documents() { return fixture_.workbench().documents().documents().size(); }
   std::string HandOver() {
     std::array<char, MAX_PATH> temp = {};
     GetTempPathA(MAX_PATH, temp.data());
@@ -45,7 +47,7 @@ TEST_F(LoadingTest, ADoubleClickHandsTheFileToTheHost) {
   fixture_.DoubleClickFile("tea pot.obj");
   ASSERT_TRUE(WaitUntil([&] { return Documents() == 1; }));
   EXPECT_EQ(HandOver(), fixture_.FilesFolder() + "\\tea pot.obj");
-  EXPECT_EQ(fixture_.workbench().documents().path(0), fixture_.directory().Join(std::wstring_view(L"files\\tea pot.obj")));
+  EXPECT_EQ(fixture_.workbench().documents().documents().at(0).path, fixture_.directory().Join(std::wstring_view(L"files\\tea pot.obj")));
   // It is in the history, too.
   EXPECT_EQ(SendMessageA(fixture_.PanelChild(32000), LB_GETCOUNT, 0, 0), 1);
 }

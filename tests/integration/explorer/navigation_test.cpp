@@ -1,6 +1,8 @@
 // Where the explorer starts and goes.
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <commctrl.h>
 #include <shlobj.h>
 

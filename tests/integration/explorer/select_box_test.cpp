@@ -1,6 +1,8 @@
 // The "Select:" box.
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include <string>

@@ -1,6 +1,8 @@
 // The explorer's page of the utility panel.
 #include <gmock/gmock.h>
 
+#include <windows.h>
+
 #include <commctrl.h>
 
 #include <string>

@@ -1,5 +1,7 @@
 #include "tests/support/explorer/explorer_fixture.h"
 
+#include <windows.h>
+
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
