@@ -355,6 +355,18 @@ TEST_F(ShellControls, ResizingFollowsThePane) {
   EXPECT_THAT(fileView_->log, ElementsAre("SetObjectRects(0,30,200,150 clip 0,30,200,150)"));
 }
 
+TEST_F(ShellControls, AControlsWindowIsHiddenAndShown) {
+  const auto host = NewFileView();
+  const HWND window = fileView_->control->window();
+  ShowShellControl(host.get(), false);
+  EXPECT_FALSE(IsWindowVisible(window));
+  ShowShellControl(host.get(), true);
+  EXPECT_TRUE(IsWindowVisible(window));
+  ShowShellControl(nullptr, true);
+  ShellControlHost empty;
+  ShowShellControl(&empty, true);
+}
+
 TEST_F(ShellControls, TwoHundredTimesLeaveNothingBehind) {
   const LONG before = LiveComObjects();
   for (int i = 0; i < 200; ++i) {
