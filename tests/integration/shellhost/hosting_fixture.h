@@ -85,6 +85,24 @@ class HostingTest : public testing::Test {
   std::size_t sitesAtStart_ = 0;
 };
 
+// Windows of this thread, children and hidden ones too.
+inline int ThreadWindows() {
+  int count = 0;
+  EnumThreadWindows(
+      GetCurrentThreadId(),
+      [](HWND window, LPARAM counter) -> BOOL {
+        const auto countOne = [](HWND, LPARAM total) -> BOOL {
+          ++*reinterpret_cast<int*>(total);
+          return TRUE;
+        };
+        countOne(window, counter);
+        EnumChildWindows(window, countOne, counter);
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&count));
+  return count;
+}
+
 inline VARIANT NumberVariant(LONG value) {
   VARIANT variant;
   VariantInit(&variant);

@@ -240,6 +240,16 @@ TEST_F(ShellControls, AHostThatLostItsControlHasNoSiteAndNoSink) {
   ResizeShellControl(nullptr, rect);
 }
 
+TEST_F(ShellControls, AHostThatIsMadeAgainGivesUpItsFirstControl) {
+  ShellControlHost host;
+  CreateShellControl(host, kFileViewClass, parent_.get(), {});
+  ASSERT_TRUE(host.site);
+  CreateShellControl(host, kComboViewClass, parent_.get(), {});
+  EXPECT_EQ(fileView_->alive, 0);
+  EXPECT_EQ(comboView_->alive, 1);
+  EXPECT_EQ(host.controlClass, &kComboViewClass);
+}
+
 TEST_F(ShellControls, AMissingControlIsReportedAndGivesNoHost) {
   test_support::MessageBoxRecorder recorder;
   fileView_->script.faults["CreateInstance"] = Fault::kFails;
@@ -369,6 +379,7 @@ TEST_F(ShellControls, AControlsWindowIsHiddenAndShown) {
 
 TEST_F(ShellControls, TwoHundredTimesLeaveNothingBehind) {
   const LONG before = LiveComObjects();
+  const int windows = ThreadWindows();
   for (int i = 0; i < 200; ++i) {
     const auto combo = CreateComboViewHost(parent_.get());
     const auto file = NewFileView();
@@ -382,6 +393,7 @@ TEST_F(ShellControls, TwoHundredTimesLeaveNothingBehind) {
   EXPECT_EQ(fileView_->alive + folderView_->alive + comboView_->alive, 0);
   EXPECT_EQ(LiveComObjects(), before);
   EXPECT_TRUE(ModuleSites().sites().empty());
+  EXPECT_EQ(ThreadWindows(), windows);
   EXPECT_EQ(GetWindow(parent_.get(), GW_CHILD), nullptr);
 }
 
