@@ -277,7 +277,9 @@ TEST_F(RealControls, ComeAndGoTwentyTimesWithoutTrace) {
     folder_.reset();
     combo_.reset();
     if (i == 1) windows = ThreadWindows();
-    if (i > 1) EXPECT_EQ(ThreadWindows(), windows);
+    if (i > 1) {
+      EXPECT_EQ(ThreadWindows(), windows);
+    }
     ASSERT_EQ(GetWindow(parent_.get(), GW_CHILD), nullptr);
     combo_ = CreateComboViewHost(parent_.get());
     file_ = CreateFileViewHost(parent_.get(), {}, nullptr, Record);
