@@ -232,9 +232,9 @@ TEST_F(FileViewSink, ADoubleClickIsAnsweredByTheResult) {
 }
 
 TEST_F(FileViewSink, AFolderChangeCarriesTheFileViewsFolder) {
+  const Apartment apartment;
   ScriptedClass control(kTestClass, {});
   ComPtr<IDispatch> dispatch;
-  Apartment apartment;
   ASSERT_EQ(CoCreateInstance(kTestClass, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
                              reinterpret_cast<void**>(dispatch.ReleaseAndGetAddressOf())),
             S_OK);
