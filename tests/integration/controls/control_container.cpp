@@ -215,7 +215,7 @@ class Hosted::Site final : public IOleClientSite, public IOleInPlaceSite {
 
 Hosted::Hosted(const ControlKind& kind, const HostedOptions& options) {
   OleInitialize(nullptr);
-  frame_ = CreateWindowExW(0, L"STATIC", L"container", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 20, 20,
+  frame_ = CreateWindowExW(0, L"STATIC", L"container", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 20, 20,
                            options.size.cx, options.size.cy, nullptr, nullptr, nullptr, nullptr);
   log_ = new EventLog;
   if (FAILED(CreateFromModule(kind, unknown_.put()))) return;
