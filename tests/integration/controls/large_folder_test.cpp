@@ -19,11 +19,12 @@ using test_support::TempDirectory;
 using test_support::WaitUntil;
 
 constexpr int kManyFiles = 100000;
+constexpr int kSomeFiles = 20000;
 constexpr int kFewFiles = 2000;
 
 // Makes files by a native shell, as making them through Wine takes minutes; elsewhere a smaller number directly.
 // Gives the number made.
-int MakeManyFiles(const TempDirectory& folder) {
+int MakeManyFiles(const TempDirectory& folder, int wanted) {
   using UnixName = char*(CDECL*)(LPCWSTR);
   UnixName unixName = nullptr;
   const FARPROC address = GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name");
@@ -35,7 +36,7 @@ int MakeManyFiles(const TempDirectory& folder) {
   }
   const std::string marker = std::string(path) + ".done";
   std::string command = "Z:\\bin\\sh -c \"cd '" + std::string(path) + "' && seq -f 'model%06g.obj' 1 " +
-                        std::to_string(kManyFiles) + " | xargs touch && touch '" + marker + "'\"";
+                        std::to_string(wanted) + " | xargs touch && touch '" + marker + "'\"";
   HeapFree(GetProcessHeap(), 0, path);
   STARTUPINFOA start = {};
   start.cb = sizeof(start);
@@ -44,17 +45,17 @@ int MakeManyFiles(const TempDirectory& folder) {
   CloseHandle(process.hThread);
   CloseHandle(process.hProcess);
   const std::wstring done = folder.path() + L".done";
-  if (!WaitUntil([&] { return GetFileAttributesW(done.c_str()) != INVALID_FILE_ATTRIBUTES; }, 60000)) return 0;
+  if (!WaitUntil([&] { return GetFileAttributesW(done.c_str()) != INVALID_FILE_ATTRIBUTES; }, 90000)) return 0;
   DeleteFileW(done.c_str());
-  return kManyFiles;
+  return wanted;
 }
 
 class LargeFolder : public testing::Test {
  protected:
-  void SetUp() override {
-    count_ = MakeManyFiles(folder_);
+  void SetUp() override { view_.log().CountOnly(12); }
+  void Fill(int wanted) {
+    count_ = MakeManyFiles(folder_, wanted);
     ASSERT_GT(count_, 0);
-    view_.log().CountOnly(12);
   }
   void TearDown() override {
     view_.Close();
@@ -93,6 +94,7 @@ class LargeFolder : public testing::Test {
 };
 
 TEST_F(LargeFolder, MessagesAreHandledBetweenTheSlicesOfTheFill) {
+  Fill(kManyFiles);
   // A message that the test posts again whenever it was handled: it must get its turn many times while rows come.
   static int turns;
   static int rowsAtFirstTurnWithRows;
@@ -119,6 +121,7 @@ TEST_F(LargeFolder, MessagesAreHandledBetweenTheSlicesOfTheFill) {
 }
 
 TEST_F(LargeFolder, ClosingInTheMiddleOfTheFillIsClean) {
+  Fill(kSomeFiles);
   view_.Go(folder_.path());
   WaitUntil([&] { return GetLong(view_.dispatch(), 52) > 0; });
   view_.Close();
@@ -126,6 +129,7 @@ TEST_F(LargeFolder, ClosingInTheMiddleOfTheFillIsClean) {
 }
 
 TEST_F(LargeFolder, GoingElsewhereInTheMiddleOfTheFillShowsTheOtherFolder) {
+  Fill(kSomeFiles);
   TempDirectory other;
   other.AddFile(L"only.obj");
   view_.Go(folder_.path());
@@ -137,6 +141,7 @@ TEST_F(LargeFolder, GoingElsewhereInTheMiddleOfTheFillShowsTheOtherFolder) {
 }
 
 TEST_F(LargeFolder, SelectingFromOutsideAgreesWithTheControl) {
+  Fill(kManyFiles);
   ASSERT_TRUE(view_.GoAndWait(folder_.path()));
   PumpMessages();
   view_.log().Clear();
