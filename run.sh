@@ -36,10 +36,12 @@ wine_env_for "$bin"
 # Wine shows the machine's root folder as drive Z.
 windows_folder="Z:${folder//\//\\}"
 if [ -n "$has_display" ]; then
+  wine_managed_windows Y
   "$WINE" "$bin/workbench.exe" "$windows_folder"
   exit
 fi
 
+wine_managed_windows N
 picture=$PWD/build/$preset/workbench.png
 state=$(mktemp)
 "$WINE" "$bin/workbench.exe" --report-ready "Z:${state//\//\\}" "$windows_folder" >/dev/null 2>&1 &

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs a Windows program through Wine in the prefix of the build folder that the program lies in:
 #   tools/run-in-wine.sh build/windows-debug/bin/program.exe [arguments]
-# The prefix is made at the first use. WINE_TIMEOUT (seconds, default 300) ends a program that hangs.
+# The prefix is made at the first use; its windows need no window manager. WINE_TIMEOUT (seconds, default 300) ends a program that hangs.
 set -u
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=tools/wine-env.sh
@@ -9,6 +9,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 program=$1
 shift
 wine_env_for "$program" || exit 1
+wine_managed_windows N
 # Through a file, not a pipe: Wine's background processes inherit the output and would keep a pipe open for seconds.
 output=$(mktemp)
 trap 'rm -f "$output"' EXIT

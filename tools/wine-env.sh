@@ -40,3 +40,11 @@ make_wine_prefix() {
     touch "$WINEPREFIX/.ready"
   ) 9>"$WINEPREFIX/.lock"
 }
+
+# wine_managed_windows Y|N: whether windows of WINEPREFIX are handed to a window manager. On a virtual display there is
+# none, and each window that is hidden would wait two seconds for its answer.
+wine_managed_windows() {
+  [ "$(cat "$WINEPREFIX/.managed" 2>/dev/null)" = "$1" ] && return
+  timeout 60 "$WINE" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d "$1" /f >/dev/null 2>&1
+  echo "$1" >"$WINEPREFIX/.managed"
+}

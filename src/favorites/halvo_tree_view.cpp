@@ -282,6 +282,7 @@ bool CHalvoTreeView::OnBeginLabelEdit(NMHDR* notification, LRESULT* result) {
   const auto* const info = reinterpret_cast<NMTVDISPINFOA*>(notification);
   const FavoriteRecord* const record = tree_.RecordOf(info->item.hItem);
   const bool isAllowed = record != nullptr && !record->Has(kFavoriteProtected);
+  endedEdit_ = nullptr;
   if (isAllowed) HookLabelEdit(tree_.LabelEdit());
   *result = isAllowed ? FALSE : TRUE;
   return true;
@@ -289,10 +290,13 @@ bool CHalvoTreeView::OnBeginLabelEdit(NMHDR* notification, LRESULT* result) {
 
 bool CHalvoTreeView::OnEndLabelEdit(NMHDR* notification, LRESULT* result) {
   const auto* const info = reinterpret_cast<NMTVDISPINFOA*>(notification);
-  UnhookLabelEdit(tree_.LabelEdit());
+  *result = FALSE;
+  const HWND edit = tree_.LabelEdit();
+  // The editor loses the focus while it is taken away, and some controls then report its end again.
+  if (edit != nullptr && std::exchange(endedEdit_, edit) == edit) return true;
+  UnhookLabelEdit(edit);
   FavoriteRecord* const record = tree_.RecordOf(info->item.hItem);
   const char* const text = info->item.pszText;  // null when the edit was cancelled
-  *result = FALSE;
   if (record == nullptr || text == nullptr || text[0] == '\0') return true;
   SetDisplayName(*record, text);
   Report(*record, record->parent, FavoriteChange::kRenamed);

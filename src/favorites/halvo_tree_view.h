@@ -152,6 +152,8 @@ class CHalvoTreeView {
   HTREEITEM draggedItem_ = nullptr;
   HTREEITEM dropTarget_ = nullptr;
 
+  HWND endedEdit_ = nullptr;  // label editor whose end was dealt with
+
   HTREEITEM lastClicked_ = nullptr;
   POINT lastButtonDown_ = {-1, -1};       // where the tree saw the left button go down
   HTREEITEM activatedByClick_ = nullptr;  // item that a second click activated...

@@ -93,11 +93,26 @@ bool TreeControl::ItemRect(HTREEITEM item, RECT* rect) const {
 }
 
 void TreeControl::Highlight(HTREEITEM dropTarget) const {
+  if (dropTarget == nullptr) ClearHighlight(Next(TVGN_DROPHILITE));
   Send(TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(dropTarget));
+}
+
+// Not every tree control takes the highlight away when no item is to have it.
+void TreeControl::ClearHighlight(HTREEITEM item) const {
+  if (item == nullptr) return;
+  TVITEMA info = {};
+  info.mask = TVIF_HANDLE | TVIF_STATE;
+  info.hItem = item;
+  info.stateMask = TVIS_DROPHILITED;
+  Send(TVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&info));
 }
 
 HIMAGELIST TreeControl::CreateDragImage(HTREEITEM item) const {
   return reinterpret_cast<HIMAGELIST>(Send(TVM_CREATEDRAGIMAGE, 0, reinterpret_cast<LPARAM>(item)));
+}
+
+HIMAGELIST TreeControl::Images() const {
+  return reinterpret_cast<HIMAGELIST>(Send(TVM_GETIMAGELIST, TVSIL_NORMAL, 0));
 }
 
 void TreeControl::SetRedraw(bool redraw) const {

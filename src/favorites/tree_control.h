@@ -38,11 +38,13 @@ class TreeControl {
   bool ItemRect(HTREEITEM item, RECT* rect) const;
   void Highlight(HTREEITEM dropTarget) const;
   HIMAGELIST CreateDragImage(HTREEITEM item) const;
+  HIMAGELIST Images() const;  // the control's own images; not the caller's
   void SetRedraw(bool redraw) const;
 
  private:
   LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) const;
   HTREEITEM Next(WPARAM relation) const;
+  void ClearHighlight(HTREEITEM item) const;
 
   HWND window_;
 };

@@ -10,8 +10,9 @@ namespace file_explorer {
 namespace {
 
 constexpr UINT_PTR kSubclassId = 1;
-constexpr DWORD kStyle =
-    WS_CHILD | WS_HSCROLL | WS_VSCROLL | LBS_HASSTRINGS | LBS_OWNERDRAWFIXED | LBS_NOTIFY;
+// Whole rows only would leave a strip of the panel uncovered, a tall one with tall rows.
+constexpr DWORD kStyle = WS_CHILD | WS_HSCROLL | WS_VSCROLL | LBS_HASSTRINGS | LBS_OWNERDRAWFIXED |
+                         LBS_NOTIFY | LBS_NOINTEGRALHEIGHT;
 
 struct NavigationKey {
   WPARAM key;

@@ -42,26 +42,36 @@ unique_hfont CreateRowFont(HDC dc) {
   return unique_hfont(CreateFontIndirectA(&font));
 }
 
-// The list box's device context with its font selected.
-class MeasuringDc {
+}  // namespace
+
+// Measures names in the list box's font.
+class CHistoryView::NameMeasure {
  public:
-  MeasuringDc(HWND window, HFONT font)
-      : window_(window), dc_(GetDC(window)), previous_(SelectObject(dc_, font)) {}
-  ~MeasuringDc() {
+  NameMeasure(HWND window, HFONT font)
+      : window_(window), dc_(GetDC(window)), previous_(SelectObject(dc_, font)) {
+    TEXTMETRICA metrics = {};
+    GetTextMetricsA(dc_, &metrics);
+    averageWidth_ = metrics.tmAveCharWidth;
+  }
+  ~NameMeasure() {
     SelectObject(dc_, previous_);
     ReleaseDC(window_, dc_);
   }
-  MeasuringDc(const MeasuringDc&) = delete;
-  MeasuringDc& operator=(const MeasuringDc&) = delete;
-  HDC get() const { return dc_; }
+  NameMeasure(const NameMeasure&) = delete;
+  NameMeasure& operator=(const NameMeasure&) = delete;
+
+  int ExtentOf(const HistoryEntry& entry, bool showIcons) const {
+    SIZE size = {};
+    GetTextExtentPoint32A(dc_, entry.displayName.c_str(), static_cast<int>(entry.displayName.size()), &size);
+    return RowExtent(size.cx, averageWidth_, showIcons);
+  }
 
  private:
   HWND window_;
   HDC dc_;
   HGDIOBJ previous_;
+  int averageWidth_ = 0;
 };
-
-}  // namespace
 
 std::unique_ptr<CHistoryView> CHistoryView::Create(HWND parent, int controlId, HistoryServices services) {
   std::unique_ptr<CHistoryView> view(new CHistoryView(controlId, std::move(services)));
@@ -130,8 +140,8 @@ bool CHistoryView::AddPathToHistory(const char* path) {
   const HistoryList::AddResult result = history_->Add(path);
   if (result == HistoryList::AddResult::kRefused) return false;
   if (result == HistoryList::AddResult::kAppended && sortingMethod_ == kSortNewestFirst) {
-    InsertRow(
-        0, *history_->entries().back());  // on top of the view, but last in the list until it is sorted again
+    // On top of the view, but last in the list until it is sorted again.
+    InsertRow(NameMeasure(window(), font_.get()), 0, *history_->entries().back());
   } else {
     SortAndRefill();
   }
@@ -178,13 +188,14 @@ void CHistoryView::Refill() {
   widestRow_ = 0;
   SendMessageA(box, WM_SETREDRAW, FALSE, 0);
   SendMessageA(box, LB_INITSTORAGE, history_->size(), 0);
-  for (const auto& entry : history_->entries()) InsertRow(-1, *entry);
+  const NameMeasure measure(box, font_.get());
+  for (const auto& entry : history_->entries()) InsertRow(measure, -1, *entry);
   SendMessageA(box, WM_SETREDRAW, TRUE, 0);
   InvalidateRect(box, nullptr, TRUE);
 }
 
-void CHistoryView::InsertRow(int index, const HistoryEntry& entry) {
-  WidenTo(RowExtentOf(entry));
+void CHistoryView::InsertRow(const NameMeasure& measure, int index, const HistoryEntry& entry) {
+  WidenTo(measure.ExtentOf(entry, showIcons_));
   const LRESULT row = SendMessageA(window(), LB_INSERTSTRING, static_cast<WPARAM>(index),
                                    reinterpret_cast<LPARAM>(entry.displayName.c_str()));
   if (row >= 0) {
@@ -196,16 +207,6 @@ void CHistoryView::WidenTo(int extent) {
   if (extent <= widestRow_) return;
   widestRow_ = extent;
   SendMessageA(window(), LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(extent), 0);
-}
-
-int CHistoryView::RowExtentOf(const HistoryEntry& entry) const {
-  const MeasuringDc dc(window(), font_.get());
-  SIZE size = {};
-  TEXTMETRICA metrics = {};
-  GetTextExtentPoint32A(dc.get(), entry.displayName.c_str(), static_cast<int>(entry.displayName.size()),
-                        &size);
-  GetTextMetricsA(dc.get(), &metrics);
-  return RowExtent(size.cx, metrics.tmAveCharWidth, showIcons_);
 }
 
 const HistoryEntry* CHistoryView::EntryOfRow(int row) const {

@@ -74,6 +74,8 @@ class CHistoryView {
   const HistoryList& history() const { return *history_; }
 
  private:
+  class NameMeasure;
+
   CHistoryView(int controlId, HistoryServices services);
 
   bool CreateListBox(HWND parent);
@@ -84,9 +86,8 @@ class CHistoryView {
   void ApplyRowHeight();
   void SortAndRefill();
   void Refill();
-  void InsertRow(int index, const HistoryEntry& entry);
+  void InsertRow(const NameMeasure& measure, int index, const HistoryEntry& entry);
   void WidenTo(int extent);
-  int RowExtentOf(const HistoryEntry& entry) const;
   const HistoryEntry* EntryOfRow(int row) const;
   void OnSelectionChanged();
   void OnDrawItem(const DRAWITEMSTRUCT& item) const;

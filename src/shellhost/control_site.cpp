@@ -81,7 +81,7 @@ std::span<const CommandEntry<CControlSite>> CControlSite::Commands() {
 void CControlSite::OnActivationChanged() {}
 
 HRESULT CControlSite::Create(const CLSID& classId, const PropertyList& properties, const char* codeBase) {
-  return ComEdge([&] {
+  const HRESULT created = ComEdge([&] {
     classId_ = classId;
     properties_ = properties;
     codeBase_ = codeBase ? codeBase : "";
@@ -94,6 +94,7 @@ HRESULT CControlSite::Create(const CLSID& classId, const PropertyList& propertie
     });
     return completed && SUCCEEDED(result) && control_ ? S_OK : E_FAIL;
   });
+  return SUCCEEDED(created) ? S_OK : E_FAIL;
 }
 
 HRESULT CControlSite::Detach() {

@@ -190,6 +190,7 @@ class CControlSite : public IOleClientSite,
  private:
   IOleClientSite* AsClientSite() noexcept { return this; }
   IUnknown* Identity() noexcept { return static_cast<IOleClientSite*>(this); }
+  void GiveClientSite();
   void ReadMiscStatus();
   void LoadInitialState(IUnknown* initStream);
   void LoadFrom(IUnknown* source);

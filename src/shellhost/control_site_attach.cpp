@@ -12,29 +12,34 @@ HRESULT CControlSite::Attach(HWND parentWindow, const RECT& rect, IUnknown* init
   if (frame_) frame_->SetParentWindow(parentWindow);
   if (!control_) return E_UNEXPECTED;
 
-  const bool asked = RunForeignCode([&] {
-    viewObject_ = QueryFor<IViewObject>(control_.Get());
-    oleObject_ = QueryFor<IOleObject>(control_.Get());
-  });
-  if (!asked || !oleObject_) return E_FAIL;
-
-  const bool completed = RunForeignCode([&] {
+  try {
+    viewObject_ = AskFor<IViewObject>(control_.Get());
+    oleObject_ = AskFor<IOleObject>(control_.Get());
+    if (!oleObject_) return E_FAIL;
     ReadMiscStatus();
     // Some controls read ambient properties while they load and so need their site before.
-    if (flags_ & kSiteClientSiteFirst) oleObject_->SetClientSite(AsClientSite());
+    if (flags_ & kSiteClientSiteFirst) GiveClientSite();
     LoadInitialState(initStream);
-    inPlaceObject_ = QueryFor<IOleInPlaceObject>(control_.Get());
-    windowlessObject_ = QueryFor<IOleInPlaceObjectWindowless>(control_.Get());
+    inPlaceObject_ = AskFor<IOleInPlaceObject>(control_.Get());
+    windowlessObject_ = AskFor<IOleInPlaceObjectWindowless>(control_.Get());
     if (flags_ & kSiteVisible) ActivateControl();
-    if (viewObject_) viewObject_->SetAdvise(DVASPECT_CONTENT, 0, this);
-    if (!(flags_ & kSiteClientSiteFirst)) oleObject_->SetClientSite(AsClientSite());
-  });
-  return completed ? S_OK : E_FAIL;
+    if (viewObject_) CallForeignCode([&] { viewObject_->SetAdvise(DVASPECT_CONTENT, 0, this); });
+    if (!(flags_ & kSiteClientSiteFirst)) GiveClientSite();
+    return S_OK;
+  } catch (...) {
+    return E_FAIL;
+  }
+}
+
+void CControlSite::GiveClientSite() {
+  CallForeignCode([&] { oleObject_->SetClientSite(AsClientSite()); });
 }
 
 void CControlSite::ReadMiscStatus() {
   DWORD status = 0;
-  if (FAILED(oleObject_->GetMiscStatus(DVASPECT_CONTENT, &status))) return;
+  HRESULT result = E_FAIL;
+  CallForeignCode([&] { result = oleObject_->GetMiscStatus(DVASPECT_CONTENT, &status); });
+  if (FAILED(result)) return;
   if (status & OLEMISC_SETCLIENTSITEFIRST) flags_ |= kSiteClientSiteFirst;
   if (status & OLEMISC_INVISIBLEATRUNTIME) flags_ &= ~kSiteVisible;
 }
@@ -45,7 +50,8 @@ void CControlSite::LoadInitialState(IUnknown* initStream) {
     return;
   }
   if (properties_.empty()) {
-    if (const auto persist = QueryFor<IPersistStreamInit>(control_.Get())) persist->InitNew();
+    const auto persist = AskFor<IPersistStreamInit>(control_.Get());
+    if (persist) CallForeignCode([&] { persist->InitNew(); });
     return;
   }
   const auto bag = CComObject<CPropertyBag>::New();
@@ -56,18 +62,22 @@ void CControlSite::LoadInitialState(IUnknown* initStream) {
 }
 
 void CControlSite::LoadFrom(IUnknown* source) {
-  if (const auto bag = QueryFor<IPropertyBag>(source)) {
-    const auto persist = QueryFor<IPersistPropertyBag>(control_.Get());
-    if (persist) persist->Load(bag.Get(), CComObject<CErrorLog>::New().Get());
+  if (const auto bag = AskFor<IPropertyBag>(source)) {
+    const auto persist = AskFor<IPersistPropertyBag>(control_.Get());
+    const auto errors = CComObject<CErrorLog>::New();
+    if (persist) CallForeignCode([&] { persist->Load(bag.Get(), errors.Get()); });
     return;
   }
-  if (const auto stream = QueryFor<IStream>(source)) {
-    if (const auto persist = QueryFor<IPersistStream>(control_.Get())) persist->Load(stream.Get());
+  if (const auto stream = AskFor<IStream>(source)) {
+    const auto persist = AskFor<IPersistStream>(control_.Get());
+    if (persist) CallForeignCode([&] { persist->Load(stream.Get()); });
   }
 }
 
 void CControlSite::ActivateControl() {
-  oleObject_->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, AsClientSite(), 0, parentWindow_, &position_);
+  CallForeignCode([&] {
+    oleObject_->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, AsClientSite(), 0, parentWindow_, &position_);
+  });
 }
 
 }  // namespace file_explorer

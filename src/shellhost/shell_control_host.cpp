@@ -13,7 +13,7 @@ ShellControlHost::~ShellControlHost() {
   callback = nullptr;
   if (eventSink) eventSink->SetHost(nullptr);
   // 2. The control drops the sink.
-  RunForeignCode([&] { connection.Disconnect(); });
+  connection.Disconnect();
   // 3. The dispatch interface goes before the site, so that the site's reference to the control is the last
   // one.
   RunForeignCode([&] { control.Reset(); });

@@ -4,9 +4,8 @@
 #include "src/shellhost/shell_controls.h"
 
 namespace file_explorer {
-namespace {
 
-int RegisterControl(const ShellControlClass& controlClass) {
+int RegisterShellControl(const ShellControlClass& controlClass) {
   InitializeComForControls();
   const HMODULE library = LoadLibraryA(controlClass.fileName);
   if (reinterpret_cast<std::uintptr_t>(library) < 32) return 0;
@@ -17,25 +16,23 @@ int RegisterControl(const ShellControlClass& controlClass) {
   return 1;  // the file stays loaded: its control is about to be made
 }
 
-}  // namespace
-
 int RegisterFileViewControl() {
-  return RegisterControl(kFileViewClass);
+  return RegisterShellControl(kFileViewClass);
 }
 
 int RegisterFolderViewControl() {
-  return RegisterControl(kFolderViewClass);
+  return RegisterShellControl(kFolderViewClass);
 }
 
 int RegisterComboViewControl() {
-  return RegisterControl(kComboViewClass);
+  return RegisterShellControl(kComboViewClass);
 }
 
-void RegisterFilePaneControls() {
+void RegisterFilePaneControls(ControlRegistration fileView, ControlRegistration comboView) {
   static bool registered = false;
   if (registered) return;
-  RegisterFileViewControl();
-  RegisterComboViewControl();
+  fileView();
+  comboView();
   registered = true;
 }
 

@@ -4,6 +4,7 @@
 
 #include <span>
 
+#include "src/framework/com/com_guard.h"
 #include "src/framework/com/com_text.h"
 #include "src/shellhost/control_access.h"
 #include "src/shellhost/control_container.h"
@@ -94,12 +95,15 @@ void StyleListWindow(HWND list) {
   SetWindowLongPtrA(list, GWL_STYLE, GetWindowLongPtrA(list, GWL_STYLE) | kStyle);
 }
 
+// Takes down what a host has: the sink, the control's dispatch interface, the site.
 void ForgetControl(ShellControlHost& host) {
   host.connection.Disconnect();
   if (host.eventSink) host.eventSink->SetHost(nullptr);
   host.eventSink = nullptr;
   host.sink.Reset();
   host.control.Reset();
+  if (CControlSite* const site = ControlSiteOf(host.site.Get())) site->Detach();
+  host.site.Reset();
 }
 
 // The control in a host's site as an object that other controls take.
@@ -141,22 +145,19 @@ void CreateShellControl(ShellControlHost& host, const ShellControlClass& control
                                   properties);
   if (!host.site) return;
   host.parentWindow = parentWindow;
-  CControlSite* const site = ControlSiteOf(host.site.Get());
   if (!ConnectShellControl(host)) {
     ForgetControl(host);
-    site->Detach();
-    host.site.Reset();
     return;
   }
   RECT rect = {};
   GetClientRect(parentWindow, &rect);
-  AttachOrResize(site, parentWindow, rect);
+  AttachOrResize(ControlSiteOf(host.site.Get()), parentWindow, rect);
 }
 
 bool ConnectShellControl(ShellControlHost& host) {
   CControlSite* const site = ControlSiteOf(host.site.Get());
   IUnknown* const control = site ? site->ControlUnknown() : nullptr;
-  host.control = QueryFor<IDispatch>(control, *host.controlClass->dispatchId);
+  RunForeignCode([&] { host.control = QueryFor<IDispatch>(control, *host.controlClass->dispatchId); });
   if (!host.control) return false;
   if (!host.sink) {
     host.sink = host.controlClass->createSink(&host.eventSink);
@@ -197,7 +198,8 @@ void ShowShellControl(ShellControlHost* host, bool visible) {
   if (!host || !host->control) return;
   const ComPtr<IOleWindow> control = QueryFor<IOleWindow>(host->control.Get());
   HWND window = nullptr;
-  if (control && SUCCEEDED(control->GetWindow(&window)) && window) ShowWindow(window, visible ? SW_SHOW : SW_HIDE);
+  if (control && SUCCEEDED(control->GetWindow(&window)) && window)
+    ShowWindow(window, visible ? SW_SHOW : SW_HIDE);
 }
 
 void LinkShellControls(ShellControlHost* comboView, ShellControlHost* folderView,

@@ -32,8 +32,14 @@ extern const ShellControlClass kComboViewClass;
 int RegisterFileViewControl();
 int RegisterFolderViewControl();
 int RegisterComboViewControl();
-// Registers file view and combo view, in this order, the first time in the module's life and never again.
-void RegisterFilePaneControls();
+// What the three have in common.
+int RegisterShellControl(const ShellControlClass& controlClass);
+
+// Registers file view and combo view, in this order, the first time in the module's life and never again,
+// whatever comes of it. An exception of a registration goes to the caller, and the next call tries again.
+using ControlRegistration = int (*)();
+void RegisterFilePaneControls(ControlRegistration fileView = RegisterFileViewControl,
+                              ControlRegistration comboView = RegisterComboViewControl);
 
 // Make a control in parentWindow, which it fills. Null when it could not be made; the user was told then. A
 // property that the control refuses raises _com_error.

@@ -162,6 +162,12 @@ HRESULT WINAPI _com_dispatch_propget(IDispatch* object, DISPID id, VARTYPE type,
   return _com_dispatch_method(object, id, DISPATCH_PROPERTYGET, type, result, nullptr);
 }
 
+#ifdef __clang__
+// comdef.h fixes the signatures. On this platform the last named parameter takes a whole slot whatever its
+// type.
+#pragma clang diagnostic ignored "-Wvarargs"
+#endif
+
 HRESULT __cdecl _com_dispatch_propput(IDispatch* object, DISPID id, VARTYPE type, ...) {
   va_list arguments;
   va_start(arguments, type);

@@ -9,6 +9,7 @@
 #include <type_traits>
 
 #include "src/framework/com/com_dispatch.h"
+#include "src/framework/com/com_owners.h"
 
 namespace file_explorer {
 
@@ -39,6 +40,24 @@ bool RunForeignCode(Calls&& calls) noexcept {
   using Body = std::remove_reference_t<Calls>;
   return com_detail::RunGuarded([](void* context) { (*static_cast<Body*>(context))(); },
                                 std::addressof(calls));
+}
+
+// An exception came out of code that isn't ours.
+struct ForeignException {};
+
+// The same, throwing ForeignException. Owners belong into the frames outside, so that they are destroyed in
+// any case.
+template <class Calls>
+void CallForeignCode(Calls&& calls) {
+  if (!RunForeignCode(calls)) throw ForeignException();
+}
+
+// QueryFor of an object that isn't ours.
+template <class Interface>
+ComPtr<Interface> AskFor(IUnknown* object) {
+  ComPtr<Interface> result;
+  CallForeignCode([&] { result = QueryFor<Interface>(object); });
+  return result;
 }
 
 }  // namespace file_explorer

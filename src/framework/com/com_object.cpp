@@ -3,6 +3,8 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+#include "src/framework/com/com_guard.h"
+
 namespace file_explorer {
 namespace {
 
@@ -25,25 +27,37 @@ void* FindInterface(void* object, std::span<const InterfaceEntry> entries, REFII
   return nullptr;
 }
 
-HRESULT AdviseConnection::Connect(IUnknown* source, REFIID eventInterface, IUnknown* sink) {
-  Disconnect();
+namespace {
+
+HRESULT Advise(IUnknown* source, REFIID eventInterface, IUnknown* sink, ComPtr<IConnectionPoint>& point,
+               DWORD* cookie) {
   const auto container = QueryFor<IConnectionPointContainer>(source);
   if (!container) return E_NOINTERFACE;
+  const HRESULT found = container->FindConnectionPoint(eventInterface, point.ReleaseAndGetAddressOf());
+  if (FAILED(found)) return found;
+  return point ? point->Advise(sink, cookie) : CONNECT_E_NOCONNECTION;
+}
+
+}  // namespace
+
+HRESULT AdviseConnection::Connect(IUnknown* source, REFIID eventInterface, IUnknown* sink) {
+  Disconnect();
   ComPtr<IConnectionPoint> point;
-  HRESULT result = container->FindConnectionPoint(eventInterface, point.ReleaseAndGetAddressOf());
-  if (FAILED(result)) return result;
-  if (!point) return CONNECT_E_NOCONNECTION;
-  result = point->Advise(sink, &cookie_);
+  HRESULT result = E_FAIL;
+  const bool completed =
+      RunForeignCode([&] { result = Advise(source, eventInterface, sink, point, &cookie_); });
+  if (!completed) return E_FAIL;
   if (SUCCEEDED(result)) point_ = point;
   return result;
 }
 
 void AdviseConnection::Disconnect() noexcept {
-  if (!point_) return;
   // Emptied first: the source may run code of ours while it lets the sink go.
   ComPtr<IUnknown> point;
   point.Swap(point_);
-  static_cast<IConnectionPoint*>(point.Get())->Unadvise(std::exchange(cookie_, 0));
+  if (!point) return;
+  const DWORD cookie = std::exchange(cookie_, 0);
+  RunForeignCode([&] { static_cast<IConnectionPoint*>(point.Get())->Unadvise(cookie); });
 }
 
 }  // namespace file_explorer

@@ -215,8 +215,10 @@ class Hosted::Site final : public IOleClientSite, public IOleInPlaceSite {
 
 Hosted::Hosted(const ControlKind& kind, const HostedOptions& options) {
   OleInitialize(nullptr);
-  frame_ = CreateWindowExW(0, L"STATIC", L"container", WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_CLIPCHILDREN, 20, 20,
-                           options.size.cx, options.size.cy, nullptr, nullptr, nullptr, nullptr);
+  frame_ = CreateWindowExW(0, L"STATIC", L"container", WS_POPUP | WS_CLIPCHILDREN, 20, 20, options.size.cx,
+                           options.size.cy, nullptr, nullptr, nullptr, nullptr);
+  // An activated window is left to the window manager; where there is none, destroying it takes seconds.
+  ShowWindow(frame_, SW_SHOWNOACTIVATE);
   log_ = new EventLog;
   if (FAILED(CreateFromModule(kind, unknown_.put()))) return;
   unknown_->QueryInterface(kind.dispatchId, dispatch_.put_void());

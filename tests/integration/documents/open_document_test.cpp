@@ -158,12 +158,21 @@ TEST(OpenDocument, LeavesTheFileFreeForOtherPrograms) {
 TEST(OpenDocument, RefusesAHugePictureWithAClearNote) {
   const TempDirectory folder;
   ViewHost host;
-  const workbench::DocumentView* view =
-      host.Open(folder.AddFile(L"huge.bmp", BitmapFile(30000, 30000, 0, false) + std::string(4096, 'x')));
-  ASSERT_NE(view, nullptr);
-  EXPECT_EQ(view->kind(), L"information");
-  const std::wstring note = WindowText(view->window());
-  EXPECT_NE(note.find(L"30,000 x 30,000"), std::wstring::npos) << std::string(note.begin(), note.end());
+  std::string png = SmallPng();
+  png.replace(16, 8, std::string("\0\0\xEA\x60\0\0\xEA\x60", 8));  // 60,000 x 60,000, says the header
+  const std::pair<std::wstring, std::wstring> cases[] = {
+      {folder.AddFile(L"huge.bmp", BitmapFile(30000, 30000, 0, false) + std::string(4096, 'x')),
+       L"30,000 x 30,000"},
+      {folder.AddFile(L"huge.png", png), L"60,000 x 60,000"},
+  };
+  for (const auto& [path, size] : cases) {
+    const workbench::DocumentView* view = host.Open(path);
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(view->kind(), L"information");
+    const std::wstring note = WindowText(view->window());
+    EXPECT_NE(note.find(size), std::wstring::npos) << std::string(note.begin(), note.end());
+    EXPECT_NE(note.find(L"64 million"), std::wstring::npos);
+  }
 }
 
 TEST(OpenDocument, OutlivesTheDestructionOfItsWindow) {

@@ -27,6 +27,10 @@ class TreeDragTest : public FavoritesFixture {
     SendToPanel(WM_MOUSEMOVE, to);
     SendToPanel(WM_LBUTTONUP, to);
   }
+  bool IsHighlighted(const char* key) {
+    const auto item = reinterpret_cast<WPARAM>(Record(key).treeItem);
+    return (SendMessageA(tree().window(), TVM_GETITEMSTATE, item, TVIS_DROPHILITED) & TVIS_DROPHILITED) != 0;
+  }
   static int CursorCount() {
     const int count = ShowCursor(TRUE);
     ShowCursor(FALSE);
@@ -92,13 +96,30 @@ TEST_F(TreeDragTest, ADragHoldsTheMouseAndGivesItBack) {
   EXPECT_EQ(GetCapture(), panel);
   EXPECT_EQ(CursorCount(), cursor - 1);
   SendToPanel(WM_MOUSEMOVE, "{3}");
-  EXPECT_EQ(SendMessageA(tree().window(), TVM_GETNEXTITEM, TVGN_DROPHILITE, 0),
-            reinterpret_cast<LRESULT>(Record("{3}").treeItem));
+  EXPECT_TRUE(IsHighlighted("{3}"));
   SendToPanel(WM_RBUTTONUP, "{3}");
   EXPECT_EQ(GetCapture(), nullptr);
   EXPECT_EQ(CursorCount(), cursor);
-  EXPECT_EQ(SendMessageA(tree().window(), TVM_GETNEXTITEM, TVGN_DROPHILITE, 0), 0);
+  EXPECT_FALSE(IsHighlighted("{3}"));
   EXPECT_EQ(Shown(), "Favorites(Models(cube.obj) Textures(wood.png))");
+}
+
+TEST_F(TreeDragTest, APictureOfTheItemFollowsTheMouse) {
+  CreateWithSample();
+  const HBITMAP strip = CreateBitmap(6 * 16, 15, 1, 32, nullptr);
+  const FavoriteImages images = MakeFavoriteImages(strip);
+  DeleteObject(strip);
+  tree().SetImages(images);
+  Show();
+  BeginDrag("{4}");
+  POINT place = {};
+  EXPECT_NE(ImageList_GetDragImage(&place, nullptr), nullptr);
+  const int before = place.y;
+  SendToPanel(WM_MOUSEMOVE, "{1}");
+  ImageList_GetDragImage(&place, nullptr);
+  EXPECT_EQ(before - place.y, PointOf("{4}").y - PointOf("{1}").y);
+  SendToPanel(WM_LBUTTONUP, "{1}");
+  EXPECT_EQ(ImageList_GetDragImage(&place, nullptr), nullptr);
 }
 
 TEST_F(TreeDragTest, EscapeAndALostMouseCancel) {

@@ -205,6 +205,16 @@ TEST_F(HistoryViewTest, RowHeights) {
   EXPECT_EQ(Send(LB_GETITEMHEIGHT), compact);
 }
 
+TEST_F(HistoryViewTest, CoversThePanelWhateverItsRowsAre) {
+  Create();
+  for (const bool showIcons : {true, false}) {
+    view->SetShowIcons(showIcons);
+    RECT rect = {};
+    GetWindowRect(view->window(), &rect);
+    EXPECT_EQ(rect.bottom - rect.top, 400);
+  }
+}
+
 TEST_F(HistoryViewTest, TheHorizontalExtentFollowsTheWidestRow) {
   Create();
   EXPECT_EQ(Send(LB_GETHORIZONTALEXTENT), 0);

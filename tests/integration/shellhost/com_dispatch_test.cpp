@@ -56,7 +56,7 @@ class ComDispatch : public testing::Test {
   IDispatch* object() { return responder_.Get(); }
   void AnswerWith(VARIANT value) {
     responder_->answer = [value](WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*) {
-      return VariantCopy(result, const_cast<VARIANT*>(&value));
+      return result ? VariantCopy(result, const_cast<VARIANT*>(&value)) : S_OK;
     };
   }
 

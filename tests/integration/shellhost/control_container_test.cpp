@@ -69,6 +69,7 @@ TEST_F(HostedControl, WithANonsenseClassIsReportedWithTheEmptyClass) {
 
 TEST_F(HostedControl, ComesAndGoesTwoHundredTimesWithoutTrace) {
   ScriptedClass control(kTestClass, {});
+  const int windows = ThreadWindows();
   for (int i = 0; i < 200; ++i) {
     const ComPtr<IUnknown> site =
         CreateHostedControl("Test Control", "test.ocx", kTestClassText, ListWith(L"A", i));
@@ -78,6 +79,7 @@ TEST_F(HostedControl, ComesAndGoesTwoHundredTimesWithoutTrace) {
     itself->Detach();
   }
   EXPECT_EQ(control.created, 200);
+  EXPECT_EQ(ThreadWindows(), windows);
   EXPECT_EQ(control.alive, 0);
   EXPECT_EQ(GetWindow(parent_.get(), GW_CHILD), nullptr);
 }

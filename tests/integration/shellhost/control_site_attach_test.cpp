@@ -1,5 +1,6 @@
 // Making, attaching, moving and detaching a control: which calls it gets, in which order, and what failures
 // do.
+#include <comcat.h>
 #include <gmock/gmock.h>
 
 #include <stdexcept>
@@ -397,16 +398,18 @@ TEST_F(SiteAttach, ACheckedSiteMakesOnlyControlsThatAreSafeForScripting) {
   site->SetFlag(kSiteCheckSafeForScripting, true);
   EXPECT_EQ(site->Create(kTestClass, {}, ""), E_FAIL);
   EXPECT_EQ(control.created, 0);
-  const std::string key = std::string("Software\\Classes\\CLSID\\") + kTestClassText;
-  const std::string category = key + "\\Implemented Categories\\{7DD95801-9882-11CF-9FA9-00AA006C42C4}";
-  HKEY opened = nullptr;
-  ASSERT_EQ(RegCreateKeyA(HKEY_CURRENT_USER, category.c_str(), &opened), ERROR_SUCCESS);
-  RegCloseKey(opened);
+  ComPtr<ICatRegister> categories;
+  ASSERT_EQ(CoCreateInstance(CLSID_StdComponentCategoriesMgr, nullptr, CLSCTX_INPROC_SERVER, IID_ICatRegister,
+                             reinterpret_cast<void**>(categories.ReleaseAndGetAddressOf())),
+            S_OK);
+  CATID safe = {0x7DD95801, 0x9882, 0x11CF, {0x9F, 0xA9, 0x00, 0xAA, 0x00, 0x6C, 0x42, 0xC4}};
+  ASSERT_EQ(categories->RegisterClassImplCategories(kTestClass, 1, &safe), S_OK);
   EXPECT_EQ(site->Create(kTestClass, {}, ""), S_OK);
   EXPECT_EQ(control.created, 1);
-  RegDeleteKeyA(HKEY_CURRENT_USER, category.c_str());
-  RegDeleteKeyA(HKEY_CURRENT_USER, (key + "\\Implemented Categories").c_str());
-  RegDeleteKeyA(HKEY_CURRENT_USER, key.c_str());
+  EXPECT_EQ(categories->UnRegisterClassImplCategories(kTestClass, 1, &safe), S_OK);
+  const std::string key = std::string("CLSID\\") + kTestClassText;
+  RegDeleteKeyA(HKEY_CLASSES_ROOT, (key + "\\Implemented Categories").c_str());
+  RegDeleteKeyA(HKEY_CLASSES_ROOT, key.c_str());
 }
 
 TEST_F(SiteAttach, ANewSiteHasItsInitialState) {

@@ -39,8 +39,10 @@ class Apartment {
 class ParentWindow {
  public:
   ParentWindow()
-      : window_(CreateWindowExA(0, "STATIC", "parent", WS_POPUP | WS_CLIPCHILDREN | WS_VISIBLE, 50, 50, 400,
-                                300, nullptr, nullptr, nullptr, nullptr)) {}
+      : window_(CreateWindowExA(0, "STATIC", "parent", WS_POPUP | WS_CLIPCHILDREN, 50, 50, 400, 300, nullptr,
+                                nullptr, nullptr, nullptr)) {
+    ShowWindow(window_, SW_SHOWNOACTIVATE);  // activating takes Wine two seconds
+  }
   ~ParentWindow() {
     if (IsWindow(window_)) DestroyWindow(window_);
   }
@@ -82,6 +84,24 @@ class HostingTest : public testing::Test {
   LONG liveAtStart_ = 0;
   std::size_t sitesAtStart_ = 0;
 };
+
+// Windows of this thread, children and hidden ones too.
+inline int ThreadWindows() {
+  int count = 0;
+  EnumThreadWindows(
+      GetCurrentThreadId(),
+      [](HWND window, LPARAM counter) -> BOOL {
+        const auto countOne = [](HWND, LPARAM total) -> BOOL {
+          ++*reinterpret_cast<int*>(total);
+          return TRUE;
+        };
+        countOne(window, counter);
+        EnumChildWindows(window, countOne, counter);
+        return TRUE;
+      },
+      reinterpret_cast<LPARAM>(&count));
+  return count;
+}
 
 inline VARIANT NumberVariant(LONG value) {
   VARIANT variant;

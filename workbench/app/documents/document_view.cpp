@@ -38,7 +38,8 @@ std::unique_ptr<DocumentView> OpenFileView(HWND parent, const FileFacts& facts, 
     if (read != ERROR_SUCCESS) return Refuse(facts.path, read, error);
     return CreateTextView(parent, facts, content, facts.size > content.size());
   }
-  return CreateInformationView(parent, facts, note);
+  // What is not named like a picture is not called a damaged one.
+  return CreateInformationView(parent, facts, pictureName ? note : std::wstring());
 }
 
 }  // namespace

@@ -5,10 +5,13 @@
 #include <wrl/client.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "workbench/app/documents/content_kind.h"
 #include "workbench/app/documents/describe.h"
 #include "workbench/app/documents/file_facts.h"
+#include "workbench/app/documents/picture_orientation.h"
+#include "workbench/app/documents/picture_size.h"
 #include "workbench/app/documents/view_window.h"
 
 namespace workbench {
@@ -104,7 +107,7 @@ HRESULT CopyPixels(const Decoder& decoder, IWICBitmapSource* frame, PixelGrid* g
                                reinterpret_cast<BYTE*>(grid->pixels.data()));
 }
 
-std::wstring TooLarge(UINT width, UINT height) {
+std::wstring TooLarge(std::uint64_t width, std::uint64_t height) {
   const auto text = [](std::uint64_t number) { return Wide(GroupedNumber(number)); };
   return L"The picture has " + text(width) + L" x " + text(height) + L" pixels, more than the " +
          text(kPicturePixelLimit / (1024 * 1024)) + L" million that can be shown here.";
@@ -128,6 +131,13 @@ std::optional<LoadedPicture> LoadPicture(const std::wstring& path, std::wstring*
             : content.size() > kPictureFileLimit ? L"The picture's file is too large to be shown here."
                                                  : L"";
   if (!reason->empty()) return std::nullopt;
+  // Decided before a decoder sees the file: some reserve memory for whatever the header says, and miscount
+  // it.
+  const StatedSize stated = LargestStatedSize(content);
+  if (stated.pixels() > kPicturePixelLimit) {
+    *reason = TooLarge(stated.width, stated.height);
+    return std::nullopt;
+  }
 
   const ComScope com;
   Decoder decoder;
@@ -153,6 +163,7 @@ std::optional<LoadedPicture> LoadPicture(const std::wstring& path, std::wstring*
     *reason = DecodeFailure(result, IsPictureContent(content));
     return std::nullopt;
   }
+  picture.grid = Upright(std::move(picture.grid), StatedOrientation(content));
   return picture;
 }
 

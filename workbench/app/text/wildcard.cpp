@@ -19,10 +19,9 @@ unsigned char ByteAt(std::string_view text, std::size_t at) {
   return static_cast<unsigned char>(text[at]);
 }
 
-// The character that starts at `at`, which lies inside text.
-Character DecodeAt(std::string_view text, std::size_t at) {
+// The character that starts at `at` with a byte outside ASCII.
+Character DecodeLongAt(std::string_view text, std::size_t at) {
   const unsigned char lead = ByteAt(text, at);
-  if (lead < 0x80) return {lead, 1};
   const Character stray = {kStrayByte + lead, 1};
   const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
   if (lead < 0xC2 || lead > 0xF4 || text.size() - at < length) return stray;
@@ -36,6 +35,18 @@ Character DecodeAt(std::string_view text, std::size_t at) {
   const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
   if (code < kSmallest[length] || code > 0x10FFFF || surrogate) return stray;
   return {code, length};
+}
+
+// The character that starts at `at`, which lies inside text.
+inline Character DecodeAt(std::string_view text, std::size_t at) {
+  const unsigned char lead = ByteAt(text, at);
+  return lead < 0x80 ? Character{lead, 1} : DecodeLongAt(text, at);
+}
+
+// Names are ASCII for the most part, and this runs once a character and pattern.
+inline char32_t Lower(char32_t letter) {
+  if (letter >= 0x80) return ToLowerLetter(letter);
+  return letter - U'A' < 26 ? letter + 32 : letter;
 }
 
 enum class Fault { kNone, kUnclosedSet, kEmptySet, kReversedRange, kTrailingBackslash };
@@ -155,6 +166,7 @@ class Matcher {
         behindStar = ++at;
         starTakesTo = nameAt;
         if (at == pattern_.size()) return true;
+        nameAt = starTakesTo = NextCandidate(behindStar, starTakesTo);
         continue;
       }
       if (nameAt == name_.size()) return at == pattern_.size();
@@ -165,12 +177,27 @@ class Matcher {
       }
       if (behindStar == kNoStar) return false;
       starTakesTo += DecodeAt(name_, starTakesTo).length;
+      starTakesTo = NextCandidate(behindStar, starTakesTo);
       nameAt = starTakesTo;
       at = behindStar;
     }
   }
 
  private:
+  // Where the name may go on behind a "*" which is followed by the element at `at`: for a plain ASCII
+  // character its next place, or the name's end. Such a byte is never a part of a longer character, so bytes
+  // can be compared.
+  std::size_t NextCandidate(std::size_t at, std::size_t nameAt) const {
+    const unsigned char wanted = ByteAt(pattern_, at);
+    if (wanted >= 0x80 || wanted == '?' || wanted == '[' || wanted == '\\' || wanted == '*') return nameAt;
+    const char32_t lower = Lower(wanted);
+    const bool letter = ignoreCase_ && lower - U'a' < 26;
+    const auto either = static_cast<char>(letter ? lower : wanted);
+    const auto other = static_cast<char>(letter ? lower - 32 : wanted);
+    while (nameAt < name_.size() && name_[nameAt] != either && name_[nameAt] != other) ++nameAt;
+    return nameAt;
+  }
+
   // True when the element at *at, which is no "*", takes the character; *at then lies behind the element.
   bool TakesOne(std::size_t* at, char32_t code) const {
     switch (pattern_[*at]) {
@@ -188,14 +215,13 @@ class Matcher {
 
   bool LiteralTakes(std::size_t literalAt, std::size_t* at, char32_t code) const {
     const Character literal = DecodeAt(pattern_, literalAt);
-    const bool equal =
-        literal.code == code || (ignoreCase_ && ToLowerLetter(literal.code) == ToLowerLetter(code));
+    const bool equal = literal.code == code || (ignoreCase_ && Lower(literal.code) == Lower(code));
     if (equal) *at = literalAt + literal.length;
     return equal;
   }
 
   bool SetTakes(std::size_t* at, char32_t code) const {
-    const char32_t lower = ignoreCase_ ? ToLowerLetter(code) : code;
+    const char32_t lower = ignoreCase_ ? Lower(code) : code;
     const char32_t upper = ignoreCase_ ? ToUpperLetter(code) : code;
     SetReader set(pattern_, *at + 1, lastBracket_);
     bool contains = false;

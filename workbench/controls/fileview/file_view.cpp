@@ -5,6 +5,7 @@
 #include "workbench/controls/model/display_text.h"
 #include "workbench/controls/model/natural_compare.h"
 #include "workbench/controls/shell/display_format.h"
+#include "workbench/controls/shell/item_menu.h"
 
 namespace controls {
 
@@ -118,8 +119,9 @@ void FileView::GoUp() {
   if (!parent.empty()) Navigate(parent);
 }
 
-void FileView::OnPaneMessage(UINT message, WPARAM wParam, LPARAM) {
+void FileView::OnPaneMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   const ComRef<IOleObject> self(this);
+  if (shownMenu_ && shownMenu_->HandleMenuMessage(message, wParam, lParam)) return;
   if (message == kReaderMessage && wParam == 1) {
     const Location wanted = wanted_;
     Navigate(wanted);

@@ -193,7 +193,8 @@ class FileView : public OleControl,
   std::optional<MergeSorter<ItemId>> sorter_;
   SortRule sorterRule_;
   std::shared_ptr<Listing> sorterListing_;
-  ItemMenu* menu_ = nullptr;  // while a context menu is being built
+  ItemMenu* menu_ = nullptr;       // while a context menu is being built
+  ItemMenu* shownMenu_ = nullptr;  // while it is shown
 };
 
 }  // namespace controls

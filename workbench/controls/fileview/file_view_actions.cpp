@@ -338,9 +338,10 @@ void FileView::RunMenu(int row, POINT point) {
   EventArguments<1> building;
   building.Object(item.get());
   events().Fire(kMenuBuilding, building.values(), building.count());
-  // While the menu is shown menu_ stays set for its drawing messages; items can be added only until here.
-  const ItemMenu::Choice choice = closed() ? ItemMenu::Choice() : menu.Track(pane_.hwnd(), point);
   menu_ = nullptr;
+  shownMenu_ = &menu;
+  const ItemMenu::Choice choice = closed() ? ItemMenu::Choice() : menu.Track(pane_.hwnd(), point);
+  shownMenu_ = nullptr;
   if (choice.command == 0 || closed()) return;
   if (choice.added) {
     EventArguments<2> chosen;

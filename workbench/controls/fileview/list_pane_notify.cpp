@@ -59,7 +59,8 @@ LRESULT ListPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
       break;
   }
-  if (message == WM_TIMER || message >= WM_APP) {
+  const bool menuMessage = message == WM_INITMENUPOPUP || message == WM_DRAWITEM || message == WM_MEASUREITEM;
+  if (message == WM_TIMER || menuMessage || (message >= WM_APP && message < 0xC000)) {
     owner_.OnPaneMessage(message, wParam, lParam);
     return 0;
   }

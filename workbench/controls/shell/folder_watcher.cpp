@@ -11,6 +11,7 @@ namespace controls {
 namespace {
 
 constexpr DWORD kQuietMs = 40;         // changes that follow within this time belong together
+constexpr ULONGLONG kLongestMs = 400;  // but a change is never held back longer, however busy the folder is
 constexpr size_t kMostNames = 2000;    // more are cheaper to read anew
 constexpr DWORD kBufferBytes = 64 * 1024;
 constexpr DWORD kWatched = FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_DIR_NAME | FILE_NOTIFY_CHANGE_ATTRIBUTES |
@@ -119,6 +120,7 @@ void FolderWatcher::Follow(const std::shared_ptr<State>& state) {
   std::set<std::wstring> names;
   bool tooMany = false;
   bool armed = false;
+  ULONGLONG firstChange = 0;  // of those that wait
   OVERLAPPED overlapped = {};
   const auto deliver = [&] {
     ChangeSet set;
@@ -143,11 +145,14 @@ void FolderWatcher::Follow(const std::shared_ptr<State>& state) {
     }
     const HANDLE handles[] = {state->stop, done.get()};
     const bool pending = tooMany || !names.empty();
-    const DWORD woken = WaitForMultipleObjects(2, handles, FALSE, pending ? kQuietMs : INFINITE);
+    const bool overdue = pending && GetTickCount64() - firstChange >= kLongestMs;
+    if (overdue) deliver();
+    const DWORD woken = WaitForMultipleObjects(2, handles, FALSE, pending && !overdue ? kQuietMs : INFINITE);
     if (woken == WAIT_TIMEOUT) {
       deliver();
       continue;
     }
+    if (!pending || overdue) firstChange = GetTickCount64();
     if (woken != WAIT_OBJECT_0 + 1) {
       // Stopped: the system must be done with the buffer before it goes.
       CancelIo(folder.get());
