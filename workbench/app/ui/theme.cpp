@@ -60,10 +60,14 @@ void DrawCross(HDC dc, int x, int y, int half, int width, COLORREF color) {
 
 // A pin from above: a head, a bar and the needle; lying on its side when the pane is collapsed.
 void DrawPin(HDC dc, const Theme& theme, int x, int y, bool upright, COLORREF color) {
-  const int unit = std::max(theme.dpi() / 96, 1);
+  // Lengths are scaled one by one, so that the pin keeps its size between whole multiples of 96 DPI.
   const auto block = [&](int left, int top, int right, int bottom) {
-    const Rect rect = upright ? Rect{x + left * unit, y + top * unit, x + right * unit, y + bottom * unit}
-                              : Rect{x - bottom * unit, y + left * unit, x - top * unit, y + right * unit};
+    left = theme.Scale(left);
+    top = theme.Scale(top);
+    right = theme.Scale(right);
+    bottom = theme.Scale(bottom);
+    const Rect rect = upright ? Rect{x + left, y + top, x + right, y + bottom}
+                              : Rect{x - bottom, y + left, x - top, y + right};
     FillColor(dc, rect, color);
   };
   block(-3, -5, 3, -4);
