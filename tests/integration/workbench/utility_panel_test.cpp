@@ -68,8 +68,9 @@ TEST_F(UtilityPanelTest, APageFollowsThePanelsSizeAndHearsWhenItHides) {
   Subclass(page);
   host().Pump();
   const int width = watch.size.width;
-  host::Call<op::SetWindowSize>(services(), host().panel().window(), 350, 0, 1);
-  EXPECT_EQ(watch.size.width, width + 50);
+  host::Call<op::SetWindowSize>(services(), host().panel().window(),
+                                host().windows().model().extent(Side::Left) + 20, 0, 1);
+  EXPECT_EQ(watch.size.width, width + 20);
   ShowPage(kOtherGuid);
   EXPECT_EQ(watch.hidden, 1);
   EXPECT_FALSE(IsWindowVisible(page));
