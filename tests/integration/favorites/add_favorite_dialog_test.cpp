@@ -5,12 +5,12 @@
 #include <functional>
 
 #include "tests/integration/favorites/favorites_fixture.h"
-#include "tests/integration/favorites/message_boxes.h"
+#include "tests/support/message_box_recorder.h"
 
 namespace file_explorer {
 namespace {
 
-using test_support::MessageBoxes;
+using test_support::MessageBoxRecorder;
 using testing::ElementsAre;
 
 std::function<void(HWND)> visit;
@@ -106,13 +106,13 @@ TEST_F(AddFavoriteDialogTest, ASelectedReferenceLendsItsFolder) {
 TEST_F(AddFavoriteDialogTest, ANameIsNeeded) {
   CreateWithSample();
   Open("X:\\new.obj", [](HWND dialog) {
-    const MessageBoxes boxes;
+    const MessageBoxRecorder boxes;
     SetDlgItemTextA(dialog, 103, " \t ");
     Press(dialog, IDOK);
-    ASSERT_EQ(boxes.seen().size(), 1u);
-    EXPECT_EQ(boxes.seen()[0].text, "Please enter a valid 'Name' string.");
-    EXPECT_EQ(boxes.seen()[0].caption, "Error");
-    EXPECT_EQ(boxes.seen()[0].owner, dialog);
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(boxes.boxes()[0].text, "Please enter a valid 'Name' string.");
+    EXPECT_EQ(boxes.boxes()[0].caption, "Error");
+    EXPECT_EQ(boxes.boxes()[0].owner, dialog);
     EXPECT_EQ(GetFocus(), GetDlgItem(dialog, 103));
     EXPECT_TRUE(IsWindowVisible(dialog));
   });
@@ -122,11 +122,11 @@ TEST_F(AddFavoriteDialogTest, ANameIsNeeded) {
 TEST_F(AddFavoriteDialogTest, AFolderIsNeeded) {
   CreateWithSample();
   Open("X:\\new.obj", [](HWND dialog) {
-    const MessageBoxes boxes;
+    const MessageBoxRecorder boxes;
     TreeControl(TreeOf(dialog)).Select(nullptr);
     Press(dialog, IDOK);
-    ASSERT_EQ(boxes.seen().size(), 1u);
-    EXPECT_EQ(boxes.seen()[0].text,
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(boxes.boxes()[0].text,
               "Please select a folder which will become the parent of the new item to be created");
     EXPECT_TRUE(IsWindowVisible(dialog));
   });
@@ -141,7 +141,8 @@ TEST_F(AddFavoriteDialogTest, CancelKeepsWhatWasDoneToFolders) {
     ASSERT_NE(edit, nullptr);
     SetWindowTextA(edit, "Scenes");
     SendMessageA(treeWindow, TVM_ENDEDITLABELNOW, FALSE, 0);
-    const MessageBoxes boxes(IDYES);
+    MessageBoxRecorder boxes;
+    boxes.AnswerWith(IDYES);
     TreeControl(treeWindow).Select(ItemNamed(treeWindow, "wood.png"));
     Press(dialog, 106);
     Press(dialog, IDCANCEL);
@@ -155,13 +156,13 @@ TEST_F(AddFavoriteDialogTest, CancelKeepsWhatWasDoneToFolders) {
 TEST_F(AddFavoriteDialogTest, ItsButtonsRefuseLikeThePane) {
   CreateWithSample();
   Open("X:\\new.obj", [](HWND dialog) {
-    const MessageBoxes boxes;
+    const MessageBoxRecorder boxes;
     Press(dialog, 101);
     Press(dialog, 106);
     TreeControl(TreeOf(dialog)).Select(nullptr);
     Press(dialog, 100);
     std::vector<std::string> texts;
-    for (const auto& box : boxes.seen()) {
+    for (const auto& box : boxes.boxes()) {
       texts.push_back(box.text);
       EXPECT_EQ(box.owner, dialog);
     }

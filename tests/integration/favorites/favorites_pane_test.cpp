@@ -4,12 +4,12 @@
 
 #include "src/framework/command_ids.h"
 #include "tests/integration/favorites/favorites_fixture.h"
-#include "tests/integration/favorites/message_boxes.h"
+#include "tests/support/message_box_recorder.h"
 
 namespace file_explorer {
 namespace {
 
-using test_support::MessageBoxes;
+using test_support::MessageBoxRecorder;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -17,13 +17,13 @@ class FavoritesPaneTest : public FavoritesFixture {
  protected:
   void ExpectRefusal(int command, const char* text) {
     const std::string before = Shown();
-    const MessageBoxes boxes;
+    const MessageBoxRecorder boxes;
     EXPECT_TRUE(pane->HandleCommand(command));
-    ASSERT_EQ(boxes.seen().size(), 1u);
-    EXPECT_EQ(boxes.seen()[0].text, text);
-    EXPECT_EQ(boxes.seen()[0].caption, "Error");
-    EXPECT_THAT(boxes.seen()[0].buttons, testing::SizeIs(1));
-    EXPECT_EQ(boxes.seen()[0].owner, panel);
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(boxes.boxes()[0].text, text);
+    EXPECT_EQ(boxes.boxes()[0].caption, "Error");
+    EXPECT_THAT(boxes.boxes()[0].buttons, testing::SizeIs(1));
+    EXPECT_EQ(boxes.boxes()[0].owner, panel);
     EXPECT_EQ(Shown(), before);
   }
 };
@@ -89,16 +89,18 @@ TEST_F(FavoritesPaneTest, DeletingAsksFirst) {
   CreateWithSample();
   Select("{1}");
   {
-    const MessageBoxes boxes(IDNO);
+    MessageBoxRecorder boxes;
+    boxes.AnswerWith(IDNO);
     pane->HandleCommand(kCommandDeleteFavorite);
-    ASSERT_EQ(boxes.seen().size(), 1u);
-    EXPECT_EQ(boxes.seen()[0].caption, "Confirmation Request");
-    EXPECT_EQ(boxes.seen()[0].text, "Are you sure you want to delete this item?");
-    EXPECT_THAT(boxes.seen()[0].buttons, ElementsAre(IDYES, IDNO));
-    EXPECT_TRUE(boxes.seen()[0].hasIcon);
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(boxes.boxes()[0].caption, "Confirmation Request");
+    EXPECT_EQ(boxes.boxes()[0].text, "Are you sure you want to delete this item?");
+    EXPECT_THAT(boxes.boxes()[0].buttons, ElementsAre(IDYES, IDNO));
+    EXPECT_EQ(boxes.boxes()[0].icon, static_cast<UINT>(MB_ICONQUESTION));
   }
   EXPECT_EQ(Shown(), "Favorites(Models(cube.obj) Textures wood.png)");
-  const MessageBoxes boxes(IDYES);
+  MessageBoxRecorder boxes;
+  boxes.AnswerWith(IDYES);
   pane->HandleCommand(kCommandDeleteFavorite);
   EXPECT_EQ(Shown(), "Favorites(Textures wood.png)");
 }
@@ -110,7 +112,8 @@ TEST_F(FavoritesPaneTest, KeysRenameAndDelete) {
   SendMessageA(tree().window(), WM_KEYDOWN, VK_F2, 0);
   EXPECT_NE(SendMessageA(tree().window(), TVM_GETEDITCONTROL, 0, 0), 0);
   SendMessageA(tree().window(), TVM_ENDEDITLABELNOW, TRUE, 0);
-  const MessageBoxes boxes(IDYES);
+  MessageBoxRecorder boxes;
+  boxes.AnswerWith(IDYES);
   SendMessageA(tree().window(), WM_KEYDOWN, VK_DELETE, 0);
   EXPECT_EQ(Shown(), "Favorites(Models(cube.obj) Textures)");
 }
@@ -124,20 +127,20 @@ TEST_F(FavoritesPaneTest, APathThatIsListedIsRefused) {
   CreateWithSample();
   AddFavoriteSources sources;
   sources.explicitPath = "x:\\MODELS\\Cube.OBJ";
-  const MessageBoxes boxes;
+  const MessageBoxRecorder boxes;
   pane->AddFavorite(panel, sources);
-  ASSERT_EQ(boxes.seen().size(), 1u);
-  EXPECT_EQ(boxes.seen()[0].text, "The directory path is already contained within the Favorites list.");
-  EXPECT_EQ(boxes.seen()[0].caption, "Error");
+  ASSERT_EQ(boxes.boxes().size(), 1u);
+  EXPECT_EQ(boxes.boxes()[0].text, "The directory path is already contained within the Favorites list.");
+  EXPECT_EQ(boxes.boxes()[0].caption, "Error");
 }
 
 TEST_F(FavoritesPaneTest, WithoutAPathTheCommandSaysWhy) {
   CreateWithSample();
-  const MessageBoxes boxes;
+  const MessageBoxRecorder boxes;
   pane->AddFavorite(panel, AddFavoriteSources());
-  ASSERT_EQ(boxes.seen().size(), 1u);
-  EXPECT_EQ(boxes.seen()[0].text, kVirtualItemText);
-  EXPECT_EQ(boxes.seen()[0].caption, "Warning");
+  ASSERT_EQ(boxes.boxes().size(), 1u);
+  EXPECT_EQ(boxes.boxes()[0].text, kVirtualItemText);
+  EXPECT_EQ(boxes.boxes()[0].caption, "Warning");
 }
 
 }  // namespace

@@ -9,14 +9,14 @@
 #include <vector>
 
 #include "src/framework/command_ids.h"
-#include "tests/integration/favorites/message_boxes.h"
 #include "tests/integration/history/history_test_folder.h"
+#include "tests/support/message_box_recorder.h"
 #include "tests/support/wait_until.h"
 
 namespace file_explorer {
 namespace {
 
-using test_support::MessageBoxes;
+using test_support::MessageBoxRecorder;
 using test_support::WaitUntil;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -290,17 +290,19 @@ TEST_F(HistoryViewTest, DeletingEverythingAsksFirst) {
   Create();
   Add("X:\\a.obj");
   {
-    const MessageBoxes boxes(IDNO);
+    MessageBoxRecorder boxes;
+    boxes.AnswerWith(IDNO);
     view->HandleCommand(kCommandClearHistory, nullptr, panel);
-    ASSERT_EQ(boxes.seen().size(), 1u);
-    EXPECT_EQ(boxes.seen()[0].caption, "Confirmation Request");
-    EXPECT_EQ(boxes.seen()[0].text, "Are you sure you want to delete all the items in the history list?");
-    EXPECT_THAT(boxes.seen()[0].buttons, ElementsAre(IDYES, IDNO));
-    EXPECT_TRUE(boxes.seen()[0].hasIcon);
-    EXPECT_EQ(boxes.seen()[0].owner, panel);
+    ASSERT_EQ(boxes.boxes().size(), 1u);
+    EXPECT_EQ(boxes.boxes()[0].caption, "Confirmation Request");
+    EXPECT_EQ(boxes.boxes()[0].text, "Are you sure you want to delete all the items in the history list?");
+    EXPECT_THAT(boxes.boxes()[0].buttons, ElementsAre(IDYES, IDNO));
+    EXPECT_EQ(boxes.boxes()[0].icon, static_cast<UINT>(MB_ICONQUESTION));
+    EXPECT_EQ(boxes.boxes()[0].owner, panel);
   }
   EXPECT_EQ(view->history().size(), 1u);
-  const MessageBoxes boxes(IDYES);
+  MessageBoxRecorder boxes;
+  boxes.AnswerWith(IDYES);
   view->HandleCommand(kCommandClearHistory, nullptr, panel);
   EXPECT_EQ(view->history().size(), 0u);
   EXPECT_THAT(Rows(), IsEmpty());
