@@ -283,14 +283,14 @@ LRESULT ComboPane::EditPart::HandleSubclassed(HWND window, UINT message, WPARAM 
       break;
     case WM_CHAR: {
       if (wParam == VK_RETURN || wParam == VK_ESCAPE) return 0;  // no beep
-      const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+      const LRESULT result = Original(window, message, wParam, lParam);
       if (pane_.options_.completion && wParam >= L' ') pane_.Complete();
       return result;
     }
     case WM_GETDLGCODE:
-      return DefSubclassProc(window, message, wParam, lParam) | DLGC_WANTALLKEYS;
+      return Original(window, message, wParam, lParam) | DLGC_WANTALLKEYS;
     case WM_KILLFOCUS: {
-      const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+      const LRESULT result = Original(window, message, wParam, lParam);
       // What was typed and not entered is no place.
       if (pane_.combo_ && !SendMessageW(pane_.combo_, CB_GETDROPPEDSTATE, 0, 0)) pane_.Restore();
       return result;
@@ -298,7 +298,7 @@ LRESULT ComboPane::EditPart::HandleSubclassed(HWND window, UINT message, WPARAM 
     default:
       break;
   }
-  return DefSubclassProc(window, message, wParam, lParam);
+  return Original(window, message, wParam, lParam);
 }
 
 }  // namespace controls

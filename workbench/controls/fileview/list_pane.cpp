@@ -174,6 +174,7 @@ ListPane::Quiet::~Quiet() {
 }
 
 void ListPane::SetRowCount(int count) {
+  if (pendingFocus_ >= count) pendingFocus_ = -1;
   SendMessageW(list_, LVM_SETITEMCOUNT, static_cast<WPARAM>(count), LVSICF_NOINVALIDATEALL | LVSICF_NOSCROLL);
 }
 
@@ -366,8 +367,49 @@ void ListPane::PaintEmptyText() {
   ReleaseDC(list_, context);
 }
 
+// The list scrolls to each item that gets the focus. A program that selects and focuses thousands of items one by one
+// would wait for thousands of scrolls, so of focus changes that come together only the last is carried out.
+LRESULT ListPane::SetItemState(WPARAM row, LVITEMW item) {
+  if ((item.stateMask & LVIS_FOCUSED) && row != static_cast<WPARAM>(-1)) {
+    if (item.state & LVIS_FOCUSED) {
+      if (pendingFocus_ < 0) PostMessageW(hwnd(), kFocusMessage, 0, 0);
+      pendingFocus_ = static_cast<int>(row);
+      item.stateMask &= ~static_cast<UINT>(LVIS_FOCUSED);
+      item.state &= ~static_cast<UINT>(LVIS_FOCUSED);
+    } else if (pendingFocus_ == static_cast<int>(row)) {
+      pendingFocus_ = -1;
+    }
+  }
+  if (item.stateMask == 0) return TRUE;
+  return ListPart::Original(list_, LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
+}
+
+void ListPane::ApplyFocus() {
+  if (pendingFocus_ < 0 || !list_) return;
+  LVITEMW item = {};
+  item.stateMask = LVIS_FOCUSED;
+  item.state = LVIS_FOCUSED;
+  const int row = pendingFocus_;
+  pendingFocus_ = -1;
+  ListPart::Original(list_, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  ListPart::Original(list_, LVM_SETSELECTIONMARK, 0, row);
+}
+
 LRESULT ListPane::ListPart::HandleSubclassed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
+    case LVM_SETITEMSTATE:
+      return pane_.SetItemState(wParam, *reinterpret_cast<const LVITEMW*>(lParam));
+    case LVM_GETNEXTITEM:
+      if (LOWORD(lParam) & LVNI_FOCUSED) pane_.ApplyFocus();
+      break;
+    case LVM_GETITEMSTATE:
+      if (lParam & LVIS_FOCUSED) pane_.ApplyFocus();
+      break;
+    case WM_KEYDOWN:
+    case WM_LBUTTONDOWN:
+    case WM_RBUTTONDOWN:
+      pane_.ApplyFocus();
+      break;
     case WM_STYLECHANGING:
       // The view and the selection mode are ours: bits that somebody else puts into the style do not stick.
       if (wParam == static_cast<WPARAM>(GWL_STYLE) && !pane_.applyingStyle_) {
@@ -376,17 +418,17 @@ LRESULT ListPane::ListPart::HandleSubclassed(HWND window, UINT message, WPARAM w
       }
       break;
     case WM_PAINT: {
-      const LRESULT result = DefSubclassProc(window, message, wParam, lParam);
+      const LRESULT result = Original(window, message, wParam, lParam);
       pane_.PaintEmptyText();
       return result;
     }
     case WM_GETDLGCODE:
-      return DefSubclassProc(window, message, wParam, lParam) |
+      return Original(window, message, wParam, lParam) |
              (lParam && reinterpret_cast<MSG*>(lParam)->wParam == VK_RETURN ? DLGC_WANTALLKEYS : 0);
     default:
       break;
   }
-  return DefSubclassProc(window, message, wParam, lParam);
+  return Original(window, message, wParam, lParam);
 }
 
 }  // namespace controls

@@ -48,6 +48,8 @@ class ListPaneOwner {
 
 class ListPane : public WindowBase {
  public:
+  static constexpr UINT kFocusMessage = WM_APP + 21;
+
   explicit ListPane(ListPaneOwner& owner) : owner_(owner), listPart_(*this) {}
   ~ListPane() override;
 
@@ -107,6 +109,7 @@ class ListPane : public WindowBase {
    public:
     explicit ListPart(ListPane& pane) : pane_(pane) {}
     LRESULT HandleSubclassed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+    using Subclass::Original;
 
    private:
     ListPane& pane_;
@@ -126,6 +129,8 @@ class ListPane : public WindowBase {
   int StatusHeight() const;
   int Scale(int pixels) const;
   int ThumbnailImage(int systemImage);
+  LRESULT SetItemState(WPARAM row, LVITEMW item);
+  void ApplyFocus();
 
   LRESULT OnNotify(NMHDR* header);
   LRESULT OnGetDispInfo(NMHDR* header);
@@ -150,6 +155,7 @@ class ListPane : public WindowBase {
   ViewStyle view_ = ViewStyle::kReport;
   Options options_;
   int quiet_ = 0;
+  int pendingFocus_ = -1;  // the row that gets the focus when the messages that wait have been handled
   bool selectionPosted_ = false;
   bool applyingStyle_ = false;
   std::optional<SortRule> sort_;

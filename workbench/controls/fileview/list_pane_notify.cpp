@@ -47,6 +47,9 @@ LRESULT ListPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CONTEXTMENU:
       OnContext(lParam);
       return 0;
+    case kFocusMessage:
+      ApplyFocus();
+      return 0;
     case kSelectionMessage:
       selectionPosted_ = false;
       owner_.OnSelectionChanged();

@@ -1,5 +1,8 @@
 #include "workbench/controls/shell/window_base.h"
 
+#include <unordered_map>
+#include <utility>
+
 #include "workbench/controls/com/class_server.h"
 
 namespace controls {
@@ -66,30 +69,71 @@ LRESULT CALLBACK WindowBase::Procedure(HWND hwnd, UINT message, WPARAM wParam, L
   }
 }
 
+namespace {
+
+struct Subclassed {
+  WNDPROC original;
+  Subclass* subclass;  // null once detached under somebody else's procedure
+};
+
+// Windows live on one thread of the host, and there are a handful of them.
+std::unordered_map<HWND, Subclassed>& SubclassedWindows() {
+  static std::unordered_map<HWND, Subclassed> windows;
+  return windows;
+}
+
+}  // namespace
+
 void Subclass::Attach(HWND window) {
   Detach();
-  if (SetWindowSubclass(window, Procedure, reinterpret_cast<UINT_PTR>(this), reinterpret_cast<DWORD_PTR>(this))) {
-    window_ = window;
+  auto& windows = SubclassedWindows();
+  const auto known = windows.find(window);
+  if (known != windows.end()) {
+    known->second.subclass = this;
+  } else {
+    const auto original =
+        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
+    if (!original) return;
+    windows[window] = {original, this};
   }
+  window_ = window;
 }
 
 void Subclass::Detach() {
-  if (window_) RemoveWindowSubclass(window_, Procedure, reinterpret_cast<UINT_PTR>(this));
-  window_ = nullptr;
+  const HWND window = std::exchange(window_, nullptr);
+  auto& windows = SubclassedWindows();
+  const auto entry = windows.find(window);
+  if (!window || entry == windows.end()) return;
+  entry->second.subclass = nullptr;
+  // Somebody who came later calls our procedure: it stays, and only passes on.
+  if (GetWindowLongPtrW(window, GWLP_WNDPROC) != reinterpret_cast<LONG_PTR>(&Procedure)) return;
+  SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(entry->second.original));
+  windows.erase(entry);
 }
 
-LRESULT CALLBACK Subclass::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                     DWORD_PTR reference) noexcept {
-  auto* self = reinterpret_cast<Subclass*>(reference);
+LRESULT Subclass::Original(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto& windows = SubclassedWindows();
+  const auto entry = windows.find(window);
+  return entry == windows.end() ? DefWindowProcW(window, message, wParam, lParam)
+                                : CallWindowProcW(entry->second.original, window, message, wParam, lParam);
+}
+
+LRESULT CALLBACK Subclass::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+  auto& windows = SubclassedWindows();
+  const auto entry = windows.find(window);
+  if (entry == windows.end()) return DefWindowProcW(window, message, wParam, lParam);
+  const Subclassed found = entry->second;
   if (message == WM_NCDESTROY) {
-    self->Detach();
-    return DefSubclassProc(window, message, wParam, lParam);
+    if (found.subclass) found.subclass->window_ = nullptr;
+    windows.erase(entry);
+    return CallWindowProcW(found.original, window, message, wParam, lParam);
   }
   try {
-    return self->HandleSubclassed(window, message, wParam, lParam);
+    if (found.subclass) return found.subclass->HandleSubclassed(window, message, wParam, lParam);
   } catch (...) {
-    return DefSubclassProc(window, message, wParam, lParam);
+    // The window's own handling is the best that is left.
   }
+  return CallWindowProcW(found.original, window, message, wParam, lParam);
 }
 
 }  // namespace controls

@@ -55,7 +55,9 @@ class WindowBase {
   HWND hwnd_ = nullptr;
 };
 
-// Takes part in another window's messages while it lives.
+// Takes part in another window's messages while it lives. The window procedure is replaced directly: the common
+// controls' own subclassing looks a window property up for each message, which is a call to another process under Wine,
+// and 100,000 selection messages must not take seconds.
 class Subclass {
  public:
   Subclass() = default;
@@ -68,10 +70,11 @@ class Subclass {
 
  protected:
   virtual LRESULT HandleSubclassed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) = 0;
+  // The window's own handling.
+  static LRESULT Original(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
-  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                    DWORD_PTR self) noexcept;
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
   HWND window_ = nullptr;
 };
 
