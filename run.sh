@@ -19,7 +19,7 @@ folder=$(cd "$folder" && pwd)
 tools/install-dependencies.sh
 preset=windows-release
 cmake --preset "$preset" >/dev/null
-cmake --build --preset "$preset" -j "$(nproc)" --target workbench_package
+cmake --build --preset "$preset" -j "$(nproc)" --target runnable
 
 bin=build/$preset/bin
 has_display=${DISPLAY:-}
@@ -44,7 +44,7 @@ fi
 wine_managed_windows N
 picture=$PWD/build/$preset/workbench.png
 state=$(mktemp)
-"$WINE" "$bin/workbench.exe" --report-ready "Z:${state//\//\\}" "$windows_folder" >/dev/null 2>&1 &
+"$WINE" "$bin/workbench.exe" --ready-file "Z:${state//\//\\}" "$windows_folder" >/dev/null 2>&1 &
 workbench_pid=$!
 for _ in $(seq 600); do
   grep -q ready "$state" 2>/dev/null && break

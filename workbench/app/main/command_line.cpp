@@ -34,6 +34,8 @@ bool TakeOption(CommandLine& result, const std::wstring& option, const std::wstr
     result.plugin = value;
   } else if (option == L"--profile") {
     result.profile = value;
+  } else if (option == L"--ready-file") {
+    result.readyFile = value;
   } else if (option == L"--size") {
     result.size = ParseSize(value);
     return result.size.has_value();

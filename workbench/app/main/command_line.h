@@ -1,4 +1,4 @@
-// The workbench's command line: workbench.exe [--plugin PATH] [--profile PATH] [--size WxH] [FOLDER]
+// The workbench's command line: workbench.exe [--plugin PATH] [--profile PATH] [--size WxH] [--ready-file PATH] [FOLDER]
 #pragma once
 
 #include <optional>
@@ -14,9 +14,10 @@ struct CommandLine {
   std::wstring profile;  // empty: workbench.ini in the per-user directory
   std::wstring folder;   // empty: the explorer begins where it ended
   std::optional<Size> size;
+  std::wstring readyFile;  // not empty: gets a line when the file list is filled
 };
 
-inline constexpr wchar_t kUsage[] = L"workbench.exe [--plugin PATH] [--profile PATH] [--size WxH] [FOLDER]";
+inline constexpr wchar_t kUsage[] = L"workbench.exe [--plugin PATH] [--profile PATH] [--size WxH] [--ready-file PATH] [FOLDER]";
 
 // arguments without the program's own name. Nothing, with a sentence in error, when they make no sense.
 std::optional<CommandLine> ParseCommandLine(const std::vector<std::wstring>& arguments, std::wstring* error);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "workbench/app/main/command_line.h"
+#include "workbench/app/main/ready_report.h"
 #include "workbench/app/main/workbench.h"
 
 namespace {
@@ -39,6 +40,7 @@ int RunWorkbench() {
   if (program.window() == nullptr) return 1;
   const std::wstring beside = workbench::ProgramFolder() + L"\\" + kPluginName;
   program.LoadPlugin(commandLine->plugin.empty() ? beside : commandLine->plugin);
+  if (!commandLine->readyFile.empty()) workbench::ReportWhenReady(program.window(), commandLine->readyFile);
   return program.Run();
 }
 

@@ -4,6 +4,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "workbench/controls/com/com_object.h"
 #include "workbench/controls/model/natural_compare.h"
@@ -499,7 +500,7 @@ void TreePane::OnContext(LPARAM lParam) {
   if (point.x == -1 && point.y == -1) {
     item = reinterpret_cast<HTREEITEM>(SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_CARET, 0));
     RECT rect = {};
-    *reinterpret_cast<HTREEITEM*>(&rect) = item;
+    std::memcpy(&rect, &item, sizeof(item));  // the message takes the item in the rectangle's place
     if (item && SendMessageW(tree_, TVM_GETITEMRECT, TRUE, reinterpret_cast<LPARAM>(&rect))) {
       point = {rect.left + 2, rect.bottom - 2};
     } else {
