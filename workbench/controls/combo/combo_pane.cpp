@@ -45,8 +45,9 @@ bool ComboPane::CreatePane(HWND parent, const RECT& rect) {
 }
 
 bool ComboPane::CreateCombo() {
-  combo_ = CreateWindowExW(0, WC_COMBOBOXEXW, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | CBS_DROPDOWN | CBS_AUTOHSCROLL,
-                           0, 0, 100, 400, hwnd(), reinterpret_cast<HMENU>(1), nullptr, nullptr);
+  combo_ = CreateWindowExW(0, WC_COMBOBOXEXW, L"",
+                           WS_CHILD | WS_VISIBLE | WS_TABSTOP | CBS_DROPDOWN | CBS_AUTOHSCROLL, 0, 0, 100,
+                           400, hwnd(), reinterpret_cast<HMENU>(1), nullptr, nullptr);
   if (!combo_) return false;
   SendMessageW(combo_, CBEM_SETUNICODEFORMAT, TRUE, 0);
   edit_ = reinterpret_cast<HWND>(SendMessageW(combo_, CBEM_GETEDITCONTROL, 0, 0));
@@ -217,7 +218,8 @@ LRESULT ComboPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if (HIWORD(wParam) == CBN_DROPDOWN) FillList();
       // The box is still closing: the choice is carried out after it.
       if (HIWORD(wParam) == CBN_SELENDOK) PostMessageW(hwnd(), kChosenMessage, 0, 0);
-      if (HIWORD(wParam) == CBN_SELENDCANCEL || HIWORD(wParam) == CBN_CLOSEUP) PostMessageW(hwnd(), kChosenMessage, 1, 0);
+      if (HIWORD(wParam) == CBN_SELENDCANCEL || HIWORD(wParam) == CBN_CLOSEUP)
+        PostMessageW(hwnd(), kChosenMessage, 1, 0);
       if (HIWORD(wParam) == CBN_SETFOCUS) owner_.OnComboFocus();
       return 0;
     case kChosenMessage: {
@@ -242,7 +244,9 @@ LRESULT ComboPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
-void ComboPane::Restore() { ShowLocation(current_); }
+void ComboPane::Restore() {
+  ShowLocation(current_);
+}
 
 void ComboPane::EnterText() {
   const int length = GetWindowTextLengthW(edit_);
@@ -252,8 +256,8 @@ void ComboPane::EnterText() {
   owner_.OnTextEntered(text);
 }
 
-// Completes what was typed from the places that the box knows; the added part is selected, so that typing goes on over
-// it.
+// Completes what was typed from the places that the box knows; the added part is selected, so that typing
+// goes on over it.
 void ComboPane::Complete() {
   const int length = GetWindowTextLengthW(edit_);
   std::wstring typed(static_cast<size_t>(length), L'\0');
