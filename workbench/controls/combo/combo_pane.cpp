@@ -173,6 +173,7 @@ void ComboPane::InsertPlace(int index, const Place& place) {
     const std::wstring drive = DisplayNameOf(place.location.pidl());
     if (!drive.empty()) text = drive;
   }
+  text += L' ';  // the row is measured a little too narrow: without it the last letter is cut
   COMBOBOXEXITEMW item = {};
   item.mask = CBEIF_TEXT | CBEIF_IMAGE | CBEIF_SELECTEDIMAGE | CBEIF_INDENT;
   item.iItem = index;
