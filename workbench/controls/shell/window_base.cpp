@@ -38,6 +38,10 @@ void WindowClassUse::Release() {
 }
 
 bool WindowBase::Create(const wchar_t* className, HWND parent, const RECT& rect) {
+  // Also makes sure that the library of the list, the tree and the box is loaded.
+  const INITCOMMONCONTROLSEX classes = {sizeof(classes),
+                                        ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_USEREX_CLASSES};
+  InitCommonControlsEx(&classes);
   if (!class_.Acquire(className, Procedure)) return false;
   CreateWindowExW(WS_EX_CONTROLPARENT, className, L"", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS,
                   rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, parent, nullptr,
