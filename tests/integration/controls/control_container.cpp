@@ -51,7 +51,8 @@ HMODULE ModuleOf(const ControlKind& kind) {
 }
 
 HRESULT CreateFromModule(const ControlKind& kind, IUnknown** object) {
-  const auto get = Export<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(ModuleOf(kind), "DllGetClassObject");
+  const auto get =
+      Export<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(ModuleOf(kind), "DllGetClassObject");
   if (!get) return E_FAIL;
   ComRef<IClassFactory> factory;
   const HRESULT result = get(kind.classId, IID_IClassFactory, factory.put_void());
@@ -81,11 +82,16 @@ VARIANT BoolValue(bool value) {
 HRESULT Put(IDispatch* object, DISPID id, const VARIANT& value) {
   DISPID putId = DISPID_PROPERTYPUT;
   DISPPARAMS params = {const_cast<VARIANT*>(&value), &putId, 1, 1};
-  return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &params, nullptr, nullptr, nullptr);
+  return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &params, nullptr, nullptr,
+                        nullptr);
 }
 
-HRESULT PutBool(IDispatch* object, DISPID id, bool value) { return Put(object, id, BoolValue(value)); }
-HRESULT PutLong(IDispatch* object, DISPID id, long value) { return Put(object, id, LongValue(value)); }
+HRESULT PutBool(IDispatch* object, DISPID id, bool value) {
+  return Put(object, id, BoolValue(value));
+}
+HRESULT PutLong(IDispatch* object, DISPID id, long value) {
+  return Put(object, id, LongValue(value));
+}
 
 HRESULT PutObject(IDispatch* object, DISPID id, IUnknown* value) {
   const ComRef<IDispatch> dispatch = ComRef<IUnknown>(value).As<IDispatch>(IID_IDispatch);
@@ -104,7 +110,8 @@ HRESULT PutPidl(IDispatch* object, DISPID id, const ITEMIDLIST* pidl) {
 
 HRESULT Get(IDispatch* object, DISPID id, VARIANT* result, std::vector<VARIANT> arguments) {
   DISPPARAMS params = {arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
-  return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &params, result, nullptr, nullptr);
+  return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYGET, &params, result, nullptr,
+                        nullptr);
 }
 
 long GetLong(IDispatch* object, DISPID id) {
@@ -149,7 +156,8 @@ const ITEMIDLIST* GetPidl(IDispatch* object, DISPID id) {
 HRESULT CallMethod(IDispatch* object, DISPID id, std::vector<VARIANT> arguments, VARIANT* result) {
   std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
   DISPPARAMS params = {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-  return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, result, nullptr, nullptr);
+  return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, result, nullptr,
+                        nullptr);
 }
 
 // The least that an in-place control asks of its container.
@@ -188,8 +196,8 @@ class Hosted::Site final : public IOleClientSite, public IOleInPlaceSite {
   STDMETHODIMP CanInPlaceActivate() override { return S_OK; }
   STDMETHODIMP OnInPlaceActivate() override { return S_OK; }
   STDMETHODIMP OnUIActivate() override { return S_OK; }
-  STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT position, LPRECT clip,
-                                LPOLEINPLACEFRAMEINFO info) override {
+  STDMETHODIMP GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT position,
+                                LPRECT clip, LPOLEINPLACEFRAMEINFO info) override {
     *frame = nullptr;
     *document = nullptr;
     GetClientRect(frame_, position);
@@ -223,8 +231,10 @@ Hosted::Hosted(const ControlKind& kind, const HostedOptions& options) {
   if (FAILED(CreateFromModule(kind, unknown_.put()))) return;
   unknown_->QueryInterface(kind.dispatchId, dispatch_.put_void());
   if (options.connectEvents) {
-    const ComRef<IConnectionPointContainer> points = unknown_.As<IConnectionPointContainer>(IID_IConnectionPointContainer);
-    if (points && SUCCEEDED(points->FindConnectionPoint(kind.eventsId, point_.put()))) point_->Advise(log_, &cookie_);
+    const ComRef<IConnectionPointContainer> points =
+        unknown_.As<IConnectionPointContainer>(IID_IConnectionPointContainer);
+    if (points && SUCCEEDED(points->FindConnectionPoint(kind.eventsId, point_.put())))
+      point_->Advise(log_, &cookie_);
   }
   ole_ = unknown_.As<IOleObject>(IID_IOleObject);
   const ComRef<Site> site = ComRef<Site>::Attach(new Site(frame_));
@@ -276,7 +286,9 @@ bool Hosted::GoAndWait(const std::wstring& path) {
   return WaitUntil([&] { return log_->Count(17) > before; });
 }
 
-HWND Hosted::list() const { return reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetLong(dispatch_.get(), 26))); }
+HWND Hosted::list() const {
+  return reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetLong(dispatch_.get(), 26)));
+}
 
 std::wstring ListText(HWND list, int row, int column) {
   wchar_t text[1024] = L"";
@@ -288,7 +300,9 @@ std::wstring ListText(HWND list, int row, int column) {
   return text;
 }
 
-std::wstring Hosted::CellText(int row, int column) const { return ListText(list(), row, column); }
+std::wstring Hosted::CellText(int row, int column) const {
+  return ListText(list(), row, column);
+}
 
 std::vector<std::wstring> Hosted::Names() const {
   std::vector<std::wstring> names;

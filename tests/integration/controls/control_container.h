@@ -2,8 +2,9 @@
 #pragma once
 
 #include <windows.h>
-#include <ole2.h>
+
 #include <ocidl.h>
+#include <ole2.h>
 #include <olectl.h>
 #include <shlobj.h>
 
@@ -48,7 +49,8 @@ std::wstring GetText(IDispatch* object, DISPID id);
 ComRef<IDispatch> GetObject(IDispatch* object, DISPID id);
 ComRef<IDispatch> GetObject(IDispatch* object, DISPID id, long argument);
 const ITEMIDLIST* GetPidl(IDispatch* object, DISPID id);
-HRESULT CallMethod(IDispatch* object, DISPID id, std::vector<VARIANT> arguments = {}, VARIANT* result = nullptr);
+HRESULT CallMethod(IDispatch* object, DISPID id, std::vector<VARIANT> arguments = {},
+                   VARIANT* result = nullptr);
 VARIANT LongValue(long value);
 VARIANT BoolValue(bool value);
 

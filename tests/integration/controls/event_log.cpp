@@ -14,7 +14,8 @@ int EventLog::Count(DISPID id) const {
 }
 
 const Event* EventLog::Last(DISPID id) const {
-  const auto found = std::find_if(events_.rbegin(), events_.rend(), [id](const Event& e) { return e.id == id; });
+  const auto found =
+      std::find_if(events_.rbegin(), events_.rend(), [id](const Event& e) { return e.id == id; });
   return found == events_.rend() ? nullptr : &*found;
 }
 
@@ -42,8 +43,10 @@ STDMETHODIMP EventLog::GetTypeInfoCount(UINT* count) {
   return S_OK;
 }
 
-STDMETHODIMP EventLog::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*, EXCEPINFO*, UINT*) {
-  const auto counted = std::find_if(counts_.begin(), counts_.end(), [id](const auto& c) { return c.first == id; });
+STDMETHODIMP EventLog::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* params, VARIANT*, EXCEPINFO*,
+                              UINT*) {
+  const auto counted =
+      std::find_if(counts_.begin(), counts_.end(), [id](const auto& c) { return c.first == id; });
   if (counted == counts_.end()) {
     counts_.emplace_back(id, 1);
   } else {

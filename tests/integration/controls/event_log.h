@@ -2,6 +2,7 @@
 #pragma once
 
 #include <windows.h>
+
 #include <ole2.h>
 
 #include <functional>
@@ -12,7 +13,7 @@ namespace controls_test {
 
 struct Event {
   DISPID id = 0;
-  std::vector<VARTYPE> types;  // in declaration order
+  std::vector<VARTYPE> types;       // in declaration order
   std::vector<std::wstring> texts;  // of text arguments, and the paths of object arguments; empty for others
   std::vector<long> numbers;        // of numbers and truth values
 };

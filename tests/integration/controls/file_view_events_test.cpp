@@ -1,5 +1,6 @@
 // The events of the file view, with the exact argument types that a container checks.
 #include <windows.h>
+
 #include <commctrl.h>
 
 #include <gmock/gmock.h>
@@ -23,7 +24,9 @@ constexpr long kFolderBit = 0x20000000;
 constexpr long kLinkBit = 0x10000;
 constexpr long kFileSystemBit = 0x40000000;
 
-IDispatch* ObjectOf(const DISPPARAMS& params, UINT index) { return params.rgvarg[params.cArgs - 1 - index].pdispVal; }
+IDispatch* ObjectOf(const DISPPARAMS& params, UINT index) {
+  return params.rgvarg[params.cArgs - 1 - index].pdispVal;
+}
 
 class FileViewEvents : public testing::Test {
  protected:
@@ -120,7 +123,8 @@ TEST_F(FileViewEvents, EachItemIsOfferedOnceAndTheDefaultActionLeavesItOut) {
 TEST_F(FileViewEvents, RefreshAsksTheFilterAgainAndKeepsTheSelection) {
   bool hide = true;
   view_.log().SetHandler([&](DISPID id, DISPPARAMS& params) {
-    if (id == 12 && hide && GetText(ObjectOf(params, 0), 1).ends_with(L".txt")) CallMethod(ObjectOf(params, 0), 19);
+    if (id == 12 && hide && GetText(ObjectOf(params, 0), 1).ends_with(L".txt"))
+      CallMethod(ObjectOf(params, 0), 19);
   });
   Open();
   EXPECT_EQ(view_.RowOf(L"b.txt"), -1);
@@ -197,7 +201,8 @@ TEST_F(FileViewEvents, AnswerThreeSortsThroughTheContainersComparison) {
     if (id != 20) return;
     types = {params.rgvarg[2].vt, params.rgvarg[1].vt, params.rgvarg[0].vt};
     // Backwards by name.
-    *params.rgvarg[0].plVal = -_wcsicmp(GetText(ObjectOf(params, 0), 1).c_str(), GetText(ObjectOf(params, 1), 1).c_str());
+    *params.rgvarg[0].plVal =
+        -_wcsicmp(GetText(ObjectOf(params, 0), 1).c_str(), GetText(ObjectOf(params, 1), 1).c_str());
   });
   Open();
   ASSERT_TRUE(WaitUntil([&] { return view_.Names().front() == L"sub" && view_.CellText(1, 0) == L"c.lnk"; }));
@@ -238,6 +243,20 @@ TEST_F(FileViewEvents, SelectingManyItemsRaisesOneSelectionEvent) {
   EXPECT_EQ(view_.log().Count(10), 1);
   EXPECT_EQ(GetLong(view_.dispatch(), 53), 204);
   EXPECT_TRUE(GetBool(GetObject(view_.dispatch(), 47, 100).get(), 12));
+}
+
+TEST_F(FileViewEvents, OfManyFocusChangesTheLastCounts) {
+  Open();
+  for (const int row : {3, 1, 2}) {
+    LVITEMW item = {};
+    item.state = LVIS_SELECTED | LVIS_FOCUSED;
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageW(view_.list(), LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  }
+  EXPECT_EQ(SendMessageW(view_.list(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED), 2);
+  PumpMessages();
+  EXPECT_EQ(SendMessageW(view_.list(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED), 2);
+  EXPECT_EQ(GetLong(view_.dispatch(), 53), 3);
 }
 
 TEST_F(FileViewEvents, SelectedItemsAreWalkedInOrderAndEndWithNothing) {
@@ -304,7 +323,8 @@ TEST_F(FileViewEvents, AnAddedMenuItemComesBackAsItsCommand) {
   });
   POINT point = PointOf(1);
   ClientToScreen(view_.list(), &point);
-  SendMessageW(view_.window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(view_.list()), MAKELPARAM(point.x, point.y));
+  SendMessageW(view_.window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(view_.list()),
+               MAKELPARAM(point.x, point.y));
   EXPECT_EQ(separator, 0);
   EXPECT_GT(command, 0);
   EXPECT_LT(command, 0x8000);
@@ -325,7 +345,8 @@ TEST_F(FileViewEvents, TheEmptyAreasMenuCarriesAnItemWithoutText) {
   });
   POINT point = {300, 250};
   ClientToScreen(view_.list(), &point);
-  SendMessageW(view_.window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(view_.list()), MAKELPARAM(point.x, point.y));
+  SendMessageW(view_.window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(view_.list()),
+               MAKELPARAM(point.x, point.y));
   const Event* building = view_.log().Last(15);
   ASSERT_NE(building, nullptr);
   EXPECT_EQ(building->texts[0], L"");

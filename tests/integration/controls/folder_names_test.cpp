@@ -1,5 +1,6 @@
 // Folders and names that are hard: dead, forbidden, empty, long, reserved, outside the code page.
 #include <windows.h>
+
 #include <commctrl.h>
 
 #include <gmock/gmock.h>

@@ -1,5 +1,7 @@
-// 100,000 files: the window stays alive, the first rows come at once, selection from outside is fast and consistent.
+// 100,000 files: the window stays alive, the first rows come at once, selection from outside is fast and
+// consistent.
 #include <windows.h>
+
 #include <commctrl.h>
 
 #include <gtest/gtest.h>
@@ -22,8 +24,8 @@ constexpr int kManyFiles = 100000;
 constexpr int kSomeFiles = 20000;
 constexpr int kFewFiles = 2000;
 
-// Makes files by a native shell, as making them through Wine takes minutes; elsewhere a smaller number directly.
-// Gives the number made.
+// Makes files by a native shell, as making them through Wine takes minutes; elsewhere a smaller number
+// directly. Gives the number made.
 int MakeManyFiles(const TempDirectory& folder, int wanted) {
   using UnixName = char*(CDECL*)(LPCWSTR);
   UnixName unixName = nullptr;
@@ -41,11 +43,14 @@ int MakeManyFiles(const TempDirectory& folder, int wanted) {
   STARTUPINFOA start = {};
   start.cb = sizeof(start);
   PROCESS_INFORMATION process = {};
-  if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) return 0;
+  if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                      &process))
+    return 0;
   CloseHandle(process.hThread);
   CloseHandle(process.hProcess);
   const std::wstring done = folder.path() + L".done";
-  if (!WaitUntil([&] { return GetFileAttributesW(done.c_str()) != INVALID_FILE_ATTRIBUTES; }, 90000)) return 0;
+  if (!WaitUntil([&] { return GetFileAttributesW(done.c_str()) != INVALID_FILE_ATTRIBUTES; }, 90000))
+    return 0;
   DeleteFileW(done.c_str());
   return wanted;
 }
@@ -74,7 +79,9 @@ class LargeFolder : public testing::Test {
     STARTUPINFOA start = {};
     start.cb = sizeof(start);
     PROCESS_INFORMATION process = {};
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) return;
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                        &process))
+      return;
     CloseHandle(process.hThread);
     CloseHandle(process.hProcess);
     WaitUntil(
@@ -95,7 +102,8 @@ class LargeFolder : public testing::Test {
 
 TEST_F(LargeFolder, MessagesAreHandledBetweenTheSlicesOfTheFill) {
   Fill(kManyFiles);
-  // A message that the test posts again whenever it was handled: it must get its turn many times while rows come.
+  // A message that the test posts again whenever it was handled: it must get its turn many times while rows
+  // come.
   static int turns;
   static int rowsAtFirstTurnWithRows;
   static IDispatch* control;
@@ -117,7 +125,8 @@ TEST_F(LargeFolder, MessagesAreHandledBetweenTheSlicesOfTheFill) {
     EXPECT_GE(turns, 5);
     EXPECT_LT(rowsAtFirstTurnWithRows, count_ / 2) << "the first rows are there long before the last";
   }
-  EXPECT_EQ(view_.CellText(count_ - 1, 0), L"model" + std::wstring(count_ == kManyFiles ? L"100000" : L"1999") + L".obj");
+  EXPECT_EQ(view_.CellText(count_ - 1, 0),
+            L"model" + std::wstring(count_ == kManyFiles ? L"100000" : L"1999") + L".obj");
 }
 
 TEST_F(LargeFolder, ClosingInTheMiddleOfTheFillIsClean) {

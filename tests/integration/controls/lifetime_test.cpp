@@ -1,5 +1,6 @@
 // Nothing stays behind: windows, classes, COM references, threads.
 #include <windows.h>
+
 #include <ole2.h>
 
 #include <gtest/gtest.h>
@@ -47,9 +48,7 @@ class Lifetime : public testing::Test {
 
 TEST_F(Lifetime, ManyControlsLeaveNothingBehind) {
   for (int i = 0; i < 300; ++i) folder_.AddFile(L"file" + std::to_wstring(i) + L".obj");
-  {
-    Hosted warmUp(kFileView);
-  }
+  { Hosted warmUp(kFileView); }
   PumpMessages();
   const int windows = WindowsOfThread();
   for (int round = 0; round < 20; ++round) {
@@ -66,7 +65,8 @@ TEST_F(Lifetime, ManyControlsLeaveNothingBehind) {
   }
   PumpMessages();
   EXPECT_EQ(WindowsOfThread(), windows);
-  EXPECT_TRUE(WaitUntil([] { return CanUnload(kFileView) && CanUnload(kFolderView) && CanUnload(kComboView); }));
+  EXPECT_TRUE(
+      WaitUntil([] { return CanUnload(kFileView) && CanUnload(kFolderView) && CanUnload(kComboView); }));
   EXPECT_FALSE(ClassExists(kFileView, L"SswareShellFileView"));
   EXPECT_FALSE(ClassExists(kFolderView, L"SswareShellFolderView"));
   EXPECT_FALSE(ClassExists(kComboView, L"SswareShellCombo"));
@@ -123,7 +123,8 @@ TEST_F(Lifetime, AFolderThatWasPutBeforeActivationIsShownAfterIt) {
   OleInitialize(nullptr);
   {
     Hosted view(kFileView);
-    ComRef<IOleInPlaceObject> inPlace = ComRef<IUnknown>(view.unknown()).As<IOleInPlaceObject>(IID_IOleInPlaceObject);
+    ComRef<IOleInPlaceObject> inPlace =
+        ComRef<IUnknown>(view.unknown()).As<IOleInPlaceObject>(IID_IOleInPlaceObject);
     inPlace->InPlaceDeactivate();
     view.Go(folder_.path());
     EXPECT_EQ(GetLong(view.dispatch(), 52), 0);

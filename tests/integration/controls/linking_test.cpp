@@ -1,5 +1,6 @@
 // Tree, list and path box stand at the same folder, whichever the user moves.
 #include <windows.h>
+
 #include <commctrl.h>
 
 #include <gmock/gmock.h>
@@ -30,7 +31,9 @@ class Linking : public testing::Test {
     ASSERT_EQ(PutObject(combo_.dispatch(), 8, tree_.unknown()), S_OK);
     ASSERT_EQ(PutObject(tree_.dispatch(), 24, view_.unknown()), S_OK);
   }
-  static bool Same(const std::wstring& a, const std::wstring& b) { return _wcsicmp(a.c_str(), b.c_str()) == 0; }
+  static bool Same(const std::wstring& a, const std::wstring& b) {
+    return _wcsicmp(a.c_str(), b.c_str()) == 0;
+  }
   std::wstring ViewPath() { return GetText(GetObject(view_.dispatch(), 69).get(), 1); }
   std::wstring TreePath() { return GetText(GetObject(tree_.dispatch(), 7).get(), 1); }
   HWND Combo() { return reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetLong(combo_.dispatch(), 13))); }
@@ -68,7 +71,8 @@ TEST_F(Linking, TheTreeLeads) {
   Link();
   ASSERT_TRUE(view_.GoAndWait(folder_.Join(L"two\\deeper")));
   const auto selected = reinterpret_cast<HTREEITEM>(SendMessageW(Tree(), TVM_GETNEXTITEM, TVGN_CARET, 0));
-  const LPARAM parent = SendMessageW(Tree(), TVM_GETNEXTITEM, TVGN_PARENT, reinterpret_cast<LPARAM>(selected));
+  const LPARAM parent =
+      SendMessageW(Tree(), TVM_GETNEXTITEM, TVGN_PARENT, reinterpret_cast<LPARAM>(selected));
   SendMessageW(Tree(), TVM_SELECTITEM, TVGN_CARET, parent);
   ExpectAllAt(folder_.Join(L"two"));
   EXPECT_EQ(view_.log().Count(3), 2);
@@ -133,12 +137,13 @@ TEST_F(Linking, ExpandingAFolderReadsItsChildren) {
   const auto item = reinterpret_cast<HTREEITEM>(SendMessageW(Tree(), TVM_GETNEXTITEM, TVGN_CARET, 0));
   SendMessageW(Tree(), TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(item));
   const auto child = [&] {
-    return reinterpret_cast<HTREEITEM>(SendMessageW(Tree(), TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item)));
+    return reinterpret_cast<HTREEITEM>(
+        SendMessageW(Tree(), TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item)));
   };
   ASSERT_TRUE(WaitUntil([&] { return child() != nullptr; }));
   std::vector<std::wstring> names;
-  for (HTREEITEM at = child(); at;
-       at = reinterpret_cast<HTREEITEM>(SendMessageW(Tree(), TVM_GETNEXTITEM, TVGN_NEXT, reinterpret_cast<LPARAM>(at)))) {
+  for (HTREEITEM at = child(); at; at = reinterpret_cast<HTREEITEM>(SendMessageW(
+                                       Tree(), TVM_GETNEXTITEM, TVGN_NEXT, reinterpret_cast<LPARAM>(at)))) {
     wchar_t text[260] = L"";
     TVITEMW data = {};
     data.mask = TVIF_TEXT | TVIF_HANDLE;
@@ -168,7 +173,8 @@ TEST_F(Linking, ClosingInAnyOrderLeavesTheOthersAlive) {
   EXPECT_TRUE(Same(ComboText(), folder_.Join(L"two")));
   tree_.Close();
   combo_.Close();
-  EXPECT_TRUE(WaitUntil([] { return CanUnload(kFileView) && CanUnload(kFolderView) && CanUnload(kComboView); }));
+  EXPECT_TRUE(
+      WaitUntil([] { return CanUnload(kFileView) && CanUnload(kFolderView) && CanUnload(kComboView); }));
 }
 
 TEST_F(Linking, TheBoxKeepsItsNaturalHeight) {

@@ -1,5 +1,6 @@
 // Who may register a control class, and what is left when it is unregistered.
 #include <windows.h>
+
 #include <ole2.h>
 
 #include <gtest/gtest.h>
@@ -48,19 +49,28 @@ class Registration : public testing::Test {
   static std::wstring Read(HKEY root, const std::wstring& path) {
     wchar_t text[512] = L"";
     DWORD size = sizeof(text);
-    return RegGetValueW(root, path.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text, &size) == ERROR_SUCCESS ? text
-                                                                                                          : L"<none>";
+    return RegGetValueW(root, path.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, text, &size) == ERROR_SUCCESS
+               ? text
+               : L"<none>";
   }
   static DWORD Subkeys(HKEY root) {
     DWORD count = 0;
-    RegQueryInfoKeyW(root, nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                     nullptr);
+    RegQueryInfoKeyW(root, nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr, nullptr, nullptr,
+                     nullptr, nullptr);
     return count;
   }
 
   ControlRegistration Control(const std::wstring& file, ULONGLONG version = 0x0001000000000000) const {
-    return {kFileView.classId, kFileView.dispatchId, kFileView.eventsId, kFileView.eventsId, L"Test Control",
-            L"Test.Control",   L"_DTest",            L"_DTestEvents",    0x20001,            file,
+    return {kFileView.classId,
+            kFileView.dispatchId,
+            kFileView.eventsId,
+            kFileView.eventsId,
+            L"Test Control",
+            L"Test.Control",
+            L"_DTest",
+            L"_DTestEvents",
+            0x20001,
+            file,
             version};
   }
   std::wstring ServerKey() const { return L"CLSID\\" + GuidText(kFileView.classId) + L"\\InprocServer32"; }
@@ -84,14 +94,16 @@ TEST_F(Registration, WritesClassInterfacesAndLibraryForTheUserOnly) {
 TEST_F(Registration, LeavesSomebodyElsesControlAlone) {
   const std::wstring theirs = folder_.AddFile(L"theirs.ocx");
   Write(user_, ServerKey(), theirs);
-  EXPECT_EQ(RegisterControl(Control(folder_.AddFile(L"ours.ocx")), user_, machine_), RegistrationResult::kLeftAlone);
+  EXPECT_EQ(RegisterControl(Control(folder_.AddFile(L"ours.ocx")), user_, machine_),
+            RegistrationResult::kLeftAlone);
   EXPECT_EQ(Read(user_, ServerKey()), theirs);
   EXPECT_EQ(Read(user_, L"Test.Control"), L"<none>");
 }
 
 TEST_F(Registration, LeavesAControlOfTheWholeMachineAlone) {
   Write(machine_, ServerKey(), L"\"" + folder_.AddFile(L"theirs.ocx") + L"\"");
-  EXPECT_EQ(RegisterControl(Control(folder_.AddFile(L"ours.ocx")), user_, machine_), RegistrationResult::kLeftAlone);
+  EXPECT_EQ(RegisterControl(Control(folder_.AddFile(L"ours.ocx")), user_, machine_),
+            RegistrationResult::kLeftAlone);
   EXPECT_EQ(Subkeys(user_), 0u);
 }
 
@@ -163,12 +175,14 @@ TEST_P(ModuleRegistration, RegistersSoThatTheClassCanBeCreatedInThisProcess) {
       L"Software\\Classes\\CLSID\\" + GuidText(GetParam()->classId) + L"\\InprocServer32";
   wchar_t file[MAX_PATH] = L"";
   DWORD size = sizeof(file);
-  ASSERT_EQ(RegGetValueW(HKEY_CURRENT_USER, path.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, file, &size), ERROR_SUCCESS);
+  ASSERT_EQ(RegGetValueW(HKEY_CURRENT_USER, path.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, file, &size),
+            ERROR_SUCCESS);
   EXPECT_NE(std::wstring(file).find(GetParam()->file), std::wstring::npos);
   {
     ComRef<IUnknown> object;
-    EXPECT_EQ(CoCreateInstance(GetParam()->classId, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, object.put_void()),
-              S_OK);
+    EXPECT_EQ(
+        CoCreateInstance(GetParam()->classId, nullptr, CLSCTX_INPROC_SERVER, IID_IUnknown, object.put_void()),
+        S_OK);
   }
   EXPECT_TRUE(CanUnload(*GetParam()));
   EXPECT_EQ(Call("DllUnregisterServer"), S_OK);
@@ -178,8 +192,8 @@ TEST_P(ModuleRegistration, RegistersSoThatTheClassCanBeCreatedInThisProcess) {
   CoUninitialize();
 }
 
-INSTANTIATE_TEST_SUITE_P(AllControls, ModuleRegistration, testing::Values(&kFileView, &kFolderView, &kComboView),
-                         [](const auto& info) {
+INSTANTIATE_TEST_SUITE_P(AllControls, ModuleRegistration,
+                         testing::Values(&kFileView, &kFolderView, &kComboView), [](const auto& info) {
                            return info.param == &kFileView     ? "FileView"
                                   : info.param == &kFolderView ? "FolderView"
                                                                : "ComboView";

@@ -1,5 +1,6 @@
 // The embedded type libraries say what the dispatch tables answer.
 #include <windows.h>
+
 #include <ole2.h>
 
 #include <gtest/gtest.h>
@@ -78,7 +79,8 @@ TEST_P(TypeLibrary, TheClassNamesItsInterfaces) {
   EXPECT_EQ(flags, IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE);
 }
 
-// Every member of the library is known to the object under its name and id, so the table and the library agree.
+// Every member of the library is known to the object under its name and id, so the table and the library
+// agree.
 TEST_P(TypeLibrary, EveryMemberIsAnsweredByTheObject) {
   ComRef<IUnknown> unknown;
   ASSERT_EQ(CreateFromModule(*GetParam(), unknown.put()), S_OK);
@@ -124,7 +126,7 @@ TEST(EventIds, AreDeclaredAsTheContainersSinksExpectThem) {
   ASSERT_EQ(LoadTypeLibEx(path, REGKIND_NONE, library.put()), S_OK);
   ComRef<ITypeInfo> info;
   ASSERT_EQ(library->GetTypeInfoOfGuid(kFileView.eventsId, info.put()), S_OK);
-  const std::pair<DISPID, int> expected[] = {{1, 3}, {2, 4}, {3, 1}, {10, 2}, {12, 1}, {14, 2},
+  const std::pair<DISPID, int> expected[] = {{1, 3},  {2, 4},  {3, 1},  {10, 2}, {12, 1}, {14, 2},
                                              {15, 1}, {17, 0}, {18, 0}, {19, 3}, {20, 3}};
   for (const auto& [id, arguments] : expected) {
     TYPEATTR* attributes = nullptr;

@@ -34,8 +34,9 @@ TEST(NaturalCompare, AShorterNameStandsFirst) {
 }
 
 TEST(NaturalCompare, OrderIsTransitiveOverMixedNames) {
-  const std::vector<std::wstring> names = {L"", L"0", L"00", L"1", L"01", L"1a", L"a", L"A", L"a1", L"a01", L"a10", L"a2",
-                                           L"b", L"\u00e9", L"\u65e5\u672c"};
+  const std::vector<std::wstring> names = {L"",    L"0",  L"00", L"1",      L"01",
+                                           L"1a",  L"a",  L"A",  L"a1",     L"a01",
+                                           L"a10", L"a2", L"b",  L"\u00e9", L"\u65e5\u672c"};
   for (const auto& a : names) {
     for (const auto& b : names) {
       EXPECT_EQ(CompareNatural(a, b) < 0, CompareNatural(b, a) > 0);

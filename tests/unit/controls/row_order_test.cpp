@@ -12,7 +12,8 @@ using testing::ElementsAre;
 
 class Rows : public testing::Test {
  protected:
-  ItemId Add(const wchar_t* name, uint64_t size = 0, uint64_t modified = 0, bool folder = false, uint32_t type = 0) {
+  ItemId Add(const wchar_t* name, uint64_t size = 0, uint64_t modified = 0, bool folder = false,
+             uint32_t type = 0) {
     ItemFacts facts;
     facts.size = size;
     facts.modified = modified;

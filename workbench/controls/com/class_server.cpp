@@ -68,18 +68,21 @@ ControlRegistration RegistrationOfThisModule() {
     }
     path.resize(path.size() * 2);
   }
-  return {*kServedClass.classId,    *kServedClass.dispatchId, *kServedClass.eventsId,    *kServedClass.libraryId,
-          kServedClass.displayName, kServedClass.programId,   kServedClass.dispatchName, kServedClass.eventsName,
-          kServedClass.miscStatus,  path,                     FileVersionOf(path)};
+  return {*kServedClass.classId,     *kServedClass.dispatchId,
+          *kServedClass.eventsId,    *kServedClass.libraryId,
+          kServedClass.displayName,  kServedClass.programId,
+          kServedClass.dispatchName, kServedClass.eventsName,
+          kServedClass.miscStatus,   path,
+          FileVersionOf(path)};
 }
 
-// Both roots of the class registrations. The merged view is not used: where it lacks the user's part, as in Wine, a
-// look there would miss our own entries.
+// Both roots of the class registrations. The merged view is not used: where it lacks the user's part, as in
+// Wine, a look there would miss our own entries.
 class ClassRoots {
  public:
   ClassRoots() {
-    RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Classes", 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, &user_,
-                    nullptr);
+    RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\Classes", 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr,
+                    &user_, nullptr);
     RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes", 0, KEY_READ, &machine_);
   }
   ~ClassRoots() {
@@ -97,9 +100,9 @@ class ClassRoots {
   HKEY machine_ = nullptr;
 };
 
-// COM that does not look into the user's part of the registry (Wine 8) gets the factory for the calling thread's
-// apartment instead, so that registering and creating in one process works there too. The thread must have initialised
-// COM; the entry goes with its apartment.
+// COM that does not look into the user's part of the registry (Wine 8) gets the factory for the calling
+// thread's apartment instead, so that registering and creating in one process works there too. The thread
+// must have initialised COM; the entry goes with its apartment.
 void OfferToThisApartment() {
   ComRef<IClassFactory> known;
   if (SUCCEEDED(CoGetClassObject(*kServedClass.classId, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
@@ -134,7 +137,9 @@ void CreateActivation() {
 
 }  // namespace
 
-HINSTANCE ModuleInstance() { return g_instance; }
+HINSTANCE ModuleInstance() {
+  return g_instance;
+}
 
 ComRef<ITypeInfo> TypeInfoOf(const GUID& id) {
   ComRef<ITypeInfo> info;
@@ -165,13 +170,16 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID iid, void** object) {
   return Guarded([&] { return ComObject<ClassFactory>::Create()->QueryInterface(iid, object); });
 }
 
-STDAPI DllCanUnloadNow() { return ModuleLock::count() == 0 ? S_OK : S_FALSE; }
+STDAPI DllCanUnloadNow() {
+  return ModuleLock::count() == 0 ? S_OK : S_FALSE;
+}
 
 STDAPI DllRegisterServer() {
   return Guarded([] {
     const ClassRoots roots;
     if (!roots.user()) return static_cast<HRESULT>(SELFREG_E_CLASS);
-    const RegistrationResult result = RegisterControl(RegistrationOfThisModule(), roots.user(), roots.machine());
+    const RegistrationResult result =
+        RegisterControl(RegistrationOfThisModule(), roots.user(), roots.machine());
     if (result == RegistrationResult::kFailed) return static_cast<HRESULT>(SELFREG_E_CLASS);
     if (result == RegistrationResult::kWritten) OfferToThisApartment();
     return S_OK;
@@ -183,7 +191,9 @@ STDAPI DllUnregisterServer() {
     WithdrawOffer();
     const ClassRoots roots;
     if (!roots.user()) return S_OK;
-    return UnregisterControl(RegistrationOfThisModule(), roots.user()) ? S_OK : static_cast<HRESULT>(SELFREG_E_CLASS);
+    return UnregisterControl(RegistrationOfThisModule(), roots.user())
+               ? S_OK
+               : static_cast<HRESULT>(SELFREG_E_CLASS);
   });
 }
 

@@ -26,11 +26,12 @@ extern const ServedClass kServedClass;
 
 HINSTANCE ModuleInstance();
 
-// Type information of one interface of the module's own type library (resource 1); null when it cannot be loaded.
+// Type information of one interface of the module's own type library (resource 1); null when it cannot be
+// loaded.
 ComRef<ITypeInfo> TypeInfoOf(const GUID& id);
 
-// While it lives, windows that this thread creates get the common controls that the module's manifest asks for,
-// whatever the host program uses.
+// While it lives, windows that this thread creates get the common controls that the module's manifest asks
+// for, whatever the host program uses.
 class ActivationScope {
  public:
   ActivationScope();

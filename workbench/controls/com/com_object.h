@@ -2,8 +2,9 @@
 #pragma once
 
 #include <windows.h>
-#include <ole2.h>
+
 #include <ocidl.h>
+#include <ole2.h>
 #include <olectl.h>
 
 #include <atomic>
@@ -96,8 +97,8 @@ class ComRef {
   T* pointer_ = nullptr;
 };
 
-// Gives T its reference count and QueryInterface. T has `void* Interface(REFIID)` (null when it lacks the interface)
-// and never a public destructor; objects live on the heap only.
+// Gives T its reference count and QueryInterface. T has `void* Interface(REFIID)` (null when it lacks the
+// interface) and never a public destructor; objects live on the heap only.
 template <typename T>
 class ComObject final : public T {
  public:
@@ -117,7 +118,8 @@ class ComObject final : public T {
   STDMETHODIMP_(ULONG) Release() override {
     const long left = --references_;
     if (left != 0) return static_cast<ULONG>(left);
-    // The destructor may hand this object out once more (a link that is undone): it must not be destroyed twice.
+    // The destructor may hand this object out once more (a link that is undone): it must not be destroyed
+    // twice.
     references_ = 1000;
     delete this;
     return 0;

@@ -8,7 +8,8 @@
 
 namespace controls {
 
-// A separate COM object, because a connection point may outlive its control. The control empties it when it closes.
+// A separate COM object, because a connection point may outlive its control. The control empties it when it
+// closes.
 class ConnectionPoint : public IConnectionPoint {
  public:
   void* Interface(REFIID iid);
@@ -20,8 +21,8 @@ class ConnectionPoint : public IConnectionPoint {
   STDMETHODIMP EnumConnections(IEnumConnections** connections) override;
 
   bool HasSinks() const { return !sinks_.empty(); }
-  // Calls every sink. arguments stand in the order of DISPPARAMS, the last declared one first. A sink may advise,
-  // unadvise or close the control meanwhile.
+  // Calls every sink. arguments stand in the order of DISPPARAMS, the last declared one first. A sink may
+  // advise, unadvise or close the control meanwhile.
   void Fire(DISPID event, VARIANT* arguments, UINT count);
   void RemoveAll() { sinks_.clear(); }
   // The container is gone: its pointer is no longer handed out.
@@ -90,7 +91,8 @@ struct CopyConnectionPoint {
     to->AddRef();
   }
 };
-using ConnectionPointEnumerator = ListEnumerator<IEnumConnectionPoints, IConnectionPoint*, CopyConnectionPoint>;
+using ConnectionPointEnumerator =
+    ListEnumerator<IEnumConnectionPoints, IConnectionPoint*, CopyConnectionPoint>;
 
 struct KeptConnection {
   DWORD cookie;

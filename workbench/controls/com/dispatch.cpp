@@ -48,7 +48,8 @@ HRESULT Call::Bool(unsigned index, bool& value) const {
     return S_OK;
   }
   Variant changed;
-  if (FAILED(VariantChangeType(&changed, const_cast<VARIANT*>(&given), 0, VT_BOOL))) return DISP_E_TYPEMISMATCH;
+  if (FAILED(VariantChangeType(&changed, const_cast<VARIANT*>(&given), 0, VT_BOOL)))
+    return DISP_E_TYPEMISMATCH;
   value = changed.boolVal != VARIANT_FALSE;
   return S_OK;
 }
@@ -135,10 +136,13 @@ HRESULT Call::ReturnObject(IDispatch* value) {
   return S_OK;
 }
 
-HRESULT Call::ReturnVariant(const VARIANT& value) { return result_ ? VariantCopy(result_, const_cast<VARIANT*>(&value)) : S_OK; }
+HRESULT Call::ReturnVariant(const VARIANT& value) {
+  return result_ ? VariantCopy(result_, const_cast<VARIANT*>(&value)) : S_OK;
+}
 
 HRESULT InvokeFromTable(const DispatchTable& table, void* self, const wchar_t* source, DISPID id, WORD flags,
-                        DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept {
+                        DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception,
+                        UINT* badArgument) noexcept {
   if (!params) return DISP_E_PARAMNOTFOUND;
   bool idKnown = false;
   const DispatchRow* row = FindRow(table, id, flags, idKnown);

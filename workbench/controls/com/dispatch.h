@@ -1,7 +1,9 @@
-// IDispatch by a hand-written table: a property that a container reads for each of 100,000 items must cost nanoseconds.
+// IDispatch by a hand-written table: a property that a container reads for each of 100,000 items must cost
+// nanoseconds.
 #pragma once
 
 #include <windows.h>
+
 #include <oleauto.h>
 
 #include <string>
@@ -17,8 +19,8 @@ struct CallError {
   std::wstring text;
 };
 
-// The arguments and the result of one Invoke. Arguments are numbered in declaration order from 0. A put value is the
-// last argument.
+// The arguments and the result of one Invoke. Arguments are numbered in declaration order from 0. A put value
+// is the last argument.
 class Call {
  public:
   Call(DISPPARAMS* params, VARIANT* result) : params_(params), result_(result) {}
@@ -51,7 +53,11 @@ class Call {
   VARIANT* result_;
 };
 
-enum class Access : WORD { kMethod = DISPATCH_METHOD, kGet = DISPATCH_PROPERTYGET, kPut = DISPATCH_PROPERTYPUT };
+enum class Access : WORD {
+  kMethod = DISPATCH_METHOD,
+  kGet = DISPATCH_PROPERTYGET,
+  kPut = DISPATCH_PROPERTYPUT
+};
 
 // One member. Rows of one id stand together.
 struct DispatchRow {
@@ -74,7 +80,8 @@ HRESULT CallMember(void* self, Call& call) {
 
 // Answers IDispatch::Invoke and GetIDsOfNames from a table. Nothing is thrown out of them.
 HRESULT InvokeFromTable(const DispatchTable& table, void* self, const wchar_t* source, DISPID id, WORD flags,
-                        DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept;
+                        DISPPARAMS* params, VARIANT* result, EXCEPINFO* exception,
+                        UINT* badArgument) noexcept;
 HRESULT IdsFromTable(const DispatchTable& table, LPOLESTR* names, UINT count, DISPID* ids) noexcept;
 
 }  // namespace controls

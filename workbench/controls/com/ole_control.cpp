@@ -1,6 +1,7 @@
 #include "workbench/controls/com/ole_control.h"
 
 #include <windows.h>
+
 #include <shlwapi.h>
 
 #include <cwchar>
@@ -13,7 +14,9 @@ namespace {
 // One inch has 2540 hundredths of a millimetre.
 constexpr int kHimetricPerInch = 2540;
 
-SIZEL DefaultExtent() { return {kHimetricPerInch * 3, kHimetricPerInch * 2}; }
+SIZEL DefaultExtent() {
+  return {kHimetricPerInch * 3, kHimetricPerInch * 2};
+}
 
 }  // namespace
 
@@ -22,7 +25,9 @@ OleControl::OleControl()
                                                  *kServedClass.eventsId)),
       extent_(DefaultExtent()) {}
 
-OleControl::~OleControl() { events_->Disconnect(); }
+OleControl::~OleControl() {
+  events_->Disconnect();
+}
 
 void* OleControl::Interface(REFIID iid) {
   using C = OleControl;
@@ -68,7 +73,9 @@ STDMETHODIMP OleControl::GetClientSite(IOleClientSite** site) {
   return S_OK;
 }
 
-STDMETHODIMP OleControl::SetHostNames(LPCOLESTR, LPCOLESTR) { return S_OK; }
+STDMETHODIMP OleControl::SetHostNames(LPCOLESTR, LPCOLESTR) {
+  return S_OK;
+}
 
 STDMETHODIMP OleControl::Close(DWORD) {
   return Guarded([&] {
@@ -88,10 +95,18 @@ void OleControl::CloseOnce() {
   viewSink_.reset();
 }
 
-STDMETHODIMP OleControl::SetMoniker(DWORD, IMoniker*) { return E_NOTIMPL; }
-STDMETHODIMP OleControl::GetMoniker(DWORD, DWORD, IMoniker**) { return E_NOTIMPL; }
-STDMETHODIMP OleControl::InitFromData(IDataObject*, BOOL, DWORD) { return E_NOTIMPL; }
-STDMETHODIMP OleControl::GetClipboardData(DWORD, IDataObject**) { return E_NOTIMPL; }
+STDMETHODIMP OleControl::SetMoniker(DWORD, IMoniker*) {
+  return E_NOTIMPL;
+}
+STDMETHODIMP OleControl::GetMoniker(DWORD, DWORD, IMoniker**) {
+  return E_NOTIMPL;
+}
+STDMETHODIMP OleControl::InitFromData(IDataObject*, BOOL, DWORD) {
+  return E_NOTIMPL;
+}
+STDMETHODIMP OleControl::GetClipboardData(DWORD, IDataObject**) {
+  return E_NOTIMPL;
+}
 
 STDMETHODIMP OleControl::DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, HWND parent, LPCRECT rect) {
   return Guarded([&] {
@@ -113,10 +128,18 @@ STDMETHODIMP OleControl::DoVerb(LONG verb, LPMSG, IOleClientSite* site, LONG, HW
   });
 }
 
-STDMETHODIMP OleControl::EnumVerbs(IEnumOLEVERB**) { return OLEOBJ_E_NOVERBS; }
-STDMETHODIMP OleControl::Update() { return S_OK; }
-STDMETHODIMP OleControl::IsUpToDate() { return S_OK; }
-STDMETHODIMP OleControl::GetUserClassID(CLSID* id) { return GetClassID(id); }
+STDMETHODIMP OleControl::EnumVerbs(IEnumOLEVERB**) {
+  return OLEOBJ_E_NOVERBS;
+}
+STDMETHODIMP OleControl::Update() {
+  return S_OK;
+}
+STDMETHODIMP OleControl::IsUpToDate() {
+  return S_OK;
+}
+STDMETHODIMP OleControl::GetUserClassID(CLSID* id) {
+  return GetClassID(id);
+}
 
 STDMETHODIMP OleControl::GetUserType(DWORD, LPOLESTR* type) {
   return type ? SHStrDupW(kServedClass.displayName, type) : E_POINTER;
@@ -160,7 +183,9 @@ STDMETHODIMP OleControl::GetMiscStatus(DWORD aspect, DWORD* status) {
   return S_OK;
 }
 
-STDMETHODIMP OleControl::SetColorScheme(LOGPALETTE*) { return E_NOTIMPL; }
+STDMETHODIMP OleControl::SetColorScheme(LOGPALETTE*) {
+  return E_NOTIMPL;
+}
 
 // IOleControl
 
@@ -172,15 +197,20 @@ STDMETHODIMP OleControl::GetControlInfo(CONTROLINFO* info) {
   return S_OK;
 }
 
-STDMETHODIMP OleControl::OnMnemonic(MSG*) { return S_OK; }
-STDMETHODIMP OleControl::OnAmbientPropertyChange(DISPID) { return S_OK; }
+STDMETHODIMP OleControl::OnMnemonic(MSG*) {
+  return S_OK;
+}
+STDMETHODIMP OleControl::OnAmbientPropertyChange(DISPID) {
+  return S_OK;
+}
 
 STDMETHODIMP OleControl::FreezeEvents(BOOL freeze) {
   freezeCount_ += freeze ? 1 : freezeCount_ > 0 ? -1 : 0;
   return S_OK;
 }
 
-// IPersistStreamInit, IPersistPropertyBag: the container sets every property again at each start; nothing is kept.
+// IPersistStreamInit, IPersistPropertyBag: the container sets every property again at each start; nothing is
+// kept.
 
 STDMETHODIMP OleControl::GetClassID(CLSID* id) {
   if (!id) return E_POINTER;
@@ -188,9 +218,15 @@ STDMETHODIMP OleControl::GetClassID(CLSID* id) {
   return S_OK;
 }
 
-STDMETHODIMP OleControl::IsDirty() { return S_FALSE; }
-STDMETHODIMP OleControl::Load(IStream* stream) { return stream ? S_OK : E_POINTER; }
-STDMETHODIMP OleControl::Save(IStream* stream, BOOL) { return stream ? S_OK : E_POINTER; }
+STDMETHODIMP OleControl::IsDirty() {
+  return S_FALSE;
+}
+STDMETHODIMP OleControl::Load(IStream* stream) {
+  return stream ? S_OK : E_POINTER;
+}
+STDMETHODIMP OleControl::Save(IStream* stream, BOOL) {
+  return stream ? S_OK : E_POINTER;
+}
 
 STDMETHODIMP OleControl::GetSizeMax(ULARGE_INTEGER* size) {
   if (!size) return E_POINTER;
@@ -198,7 +234,9 @@ STDMETHODIMP OleControl::GetSizeMax(ULARGE_INTEGER* size) {
   return S_OK;
 }
 
-STDMETHODIMP OleControl::InitNew() { return S_OK; }
+STDMETHODIMP OleControl::InitNew() {
+  return S_OK;
+}
 
 STDMETHODIMP OleControl::Load(IPropertyBag* bag, IErrorLog* log) {
   if (!bag) return E_POINTER;
@@ -212,8 +250,8 @@ STDMETHODIMP OleControl::Load(IPropertyBag* bag, IErrorLog* log) {
       if (FAILED(bag->Read(row.name, &value, log)) || value.vt == VT_EMPTY) continue;
       DISPID putId = DISPID_PROPERTYPUT;
       DISPPARAMS params = {&value, &putId, 1, 1};
-      InvokeFromTable(table, MembersSelf(), kServedClass.displayName, row.id, DISPATCH_PROPERTYPUT, &params, nullptr,
-                      nullptr, nullptr);
+      InvokeFromTable(table, MembersSelf(), kServedClass.displayName, row.id, DISPATCH_PROPERTYPUT, &params,
+                      nullptr, nullptr, nullptr);
     }
     return S_OK;
   });
@@ -228,8 +266,8 @@ STDMETHODIMP OleControl::Save(IPropertyBag* bag, BOOL, BOOL) {
       if (row.access != Access::kGet || row.arguments != 0) continue;
       DISPPARAMS none = {};
       Variant value;
-      InvokeFromTable(table, MembersSelf(), kServedClass.displayName, row.id, DISPATCH_PROPERTYGET, &none, &value,
-                      nullptr, nullptr);
+      InvokeFromTable(table, MembersSelf(), kServedClass.displayName, row.id, DISPATCH_PROPERTYGET, &none,
+                      &value, nullptr, nullptr);
       if (value.vt == VT_BOOL) bag->Write(row.name, &value);
     }
     return S_OK;
@@ -295,8 +333,8 @@ STDMETHODIMP OleControl::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS*
                                 EXCEPINFO* exception, UINT* badArgument) {
   // A handler may close and release the control.
   const ComRef<IDispatch> self(this);
-  return InvokeFromTable(Members(), MembersSelf(), kServedClass.displayName, id, flags, params, result, exception,
-                         badArgument);
+  return InvokeFromTable(Members(), MembersSelf(), kServedClass.displayName, id, flags, params, result,
+                         exception, badArgument);
 }
 
 }  // namespace controls

@@ -1,9 +1,11 @@
-// The part of an ActiveX control that has nothing to do with what it shows: site, activation, persistence, events.
+// The part of an ActiveX control that has nothing to do with what it shows: site, activation, persistence,
+// events.
 #pragma once
 
 #include <windows.h>
-#include <ole2.h>
+
 #include <ocidl.h>
+#include <ole2.h>
 #include <olectl.h>
 
 #include <optional>
@@ -14,9 +16,10 @@
 
 namespace controls {
 
-// A windowed, in-place activated control of the apartment model. Life: constructed, site set, loaded or initialised,
-// activated (window made as a child of the site's window), closed. Properties work in every state; those that concern
-// the window are applied when it is made. After Close the object answers, but does nothing.
+// A windowed, in-place activated control of the apartment model. Life: constructed, site set, loaded or
+// initialised, activated (window made as a child of the site's window), closed. Properties work in every
+// state; those that concern the window are applied when it is made. After Close the object answers, but does
+// nothing.
 class OleControl : public IOleObject,
                    public IOleControl,
                    public IOleInPlaceObject,
@@ -39,7 +42,8 @@ class OleControl : public IOleObject,
   STDMETHODIMP GetMoniker(DWORD assign, DWORD which, IMoniker** moniker) override;
   STDMETHODIMP InitFromData(IDataObject* data, BOOL creation, DWORD reserved) override;
   STDMETHODIMP GetClipboardData(DWORD reserved, IDataObject** data) override;
-  STDMETHODIMP DoVerb(LONG verb, LPMSG message, IOleClientSite* site, LONG index, HWND parent, LPCRECT rect) override;
+  STDMETHODIMP DoVerb(LONG verb, LPMSG message, IOleClientSite* site, LONG index, HWND parent,
+                      LPCRECT rect) override;
   STDMETHODIMP EnumVerbs(IEnumOLEVERB** verbs) override;
   STDMETHODIMP Update() override;
   STDMETHODIMP IsUpToDate() override;
@@ -83,8 +87,8 @@ class OleControl : public IOleObject,
   STDMETHODIMP Save(IPropertyBag* bag, BOOL clearDirty, BOOL all) override;
 
   // IViewObject2
-  STDMETHODIMP Draw(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device, HDC targetContext, HDC context,
-                    LPCRECTL bounds, LPCRECTL metafileBounds, BOOL(CALLBACK* goOn)(ULONG_PTR),
+  STDMETHODIMP Draw(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device, HDC targetContext,
+                    HDC context, LPCRECTL bounds, LPCRECTL metafileBounds, BOOL(CALLBACK* goOn)(ULONG_PTR),
                     ULONG_PTR goOnArgument) override;
   STDMETHODIMP GetColorSet(DWORD aspect, LONG index, void* aspectInfo, DVTARGETDEVICE* device, HDC context,
                            LOGPALETTE** colors) override;
@@ -114,9 +118,11 @@ class OleControl : public IOleObject,
   // The control's members; self is what the handlers get.
   virtual DispatchTable Members() = 0;
   virtual void* MembersSelf() = 0;
-  // Makes the control's window (hidden) as a child of parent. Called with the module's activation context entered.
+  // Makes the control's window (hidden) as a child of parent. Called with the module's activation context
+  // entered.
   virtual HWND CreateControlWindow(HWND parent, const RECT& rect) = 0;
-  // Destroys what CreateControlWindow made. The window may be gone already, when the parent was destroyed first.
+  // Destroys what CreateControlWindow made. The window may be gone already, when the parent was destroyed
+  // first.
   virtual void DestroyControlWindow() = 0;
   // Closes if the container did not; each derived destructor calls it, while its members still live.
   void CloseOnce();

@@ -97,7 +97,9 @@ STDMETHODIMP OleControl::GetWindow(HWND* window) {
   return window_ ? S_OK : E_FAIL;
 }
 
-STDMETHODIMP OleControl::ContextSensitiveHelp(BOOL) { return S_OK; }
+STDMETHODIMP OleControl::ContextSensitiveHelp(BOOL) {
+  return S_OK;
+}
 
 STDMETHODIMP OleControl::InPlaceDeactivate() {
   return Guarded([&] {
@@ -122,15 +124,27 @@ STDMETHODIMP OleControl::SetObjectRects(LPCRECT position, LPCRECT) {
   return S_OK;
 }
 
-STDMETHODIMP OleControl::ReactivateAndUndo() { return INPLACE_E_NOTUNDOABLE; }
-STDMETHODIMP OleControl::TranslateAccelerator(LPMSG) { return S_FALSE; }
-STDMETHODIMP OleControl::OnFrameWindowActivate(BOOL) { return S_OK; }
-STDMETHODIMP OleControl::OnDocWindowActivate(BOOL) { return S_OK; }
-STDMETHODIMP OleControl::ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) { return S_OK; }
-STDMETHODIMP OleControl::EnableModeless(BOOL) { return S_OK; }
+STDMETHODIMP OleControl::ReactivateAndUndo() {
+  return INPLACE_E_NOTUNDOABLE;
+}
+STDMETHODIMP OleControl::TranslateAccelerator(LPMSG) {
+  return S_FALSE;
+}
+STDMETHODIMP OleControl::OnFrameWindowActivate(BOOL) {
+  return S_OK;
+}
+STDMETHODIMP OleControl::OnDocWindowActivate(BOOL) {
+  return S_OK;
+}
+STDMETHODIMP OleControl::ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) {
+  return S_OK;
+}
+STDMETHODIMP OleControl::EnableModeless(BOOL) {
+  return S_OK;
+}
 
-STDMETHODIMP OleControl::Draw(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, HDC context, LPCRECTL bounds, LPCRECTL,
-                              BOOL(CALLBACK*)(ULONG_PTR), ULONG_PTR) {
+STDMETHODIMP OleControl::Draw(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, HDC context, LPCRECTL bounds,
+                              LPCRECTL, BOOL(CALLBACK*)(ULONG_PTR), ULONG_PTR) {
   if (!context || !bounds) return E_INVALIDARG;
   // Only a control without a window is asked to draw itself; an empty frame says where it will be.
   const RECT rect = {bounds->left, bounds->top, bounds->right, bounds->bottom};
@@ -144,8 +158,12 @@ STDMETHODIMP OleControl::GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC, L
   return S_FALSE;
 }
 
-STDMETHODIMP OleControl::Freeze(DWORD, LONG, void*, DWORD*) { return E_NOTIMPL; }
-STDMETHODIMP OleControl::Unfreeze(DWORD) { return E_NOTIMPL; }
+STDMETHODIMP OleControl::Freeze(DWORD, LONG, void*, DWORD*) {
+  return E_NOTIMPL;
+}
+STDMETHODIMP OleControl::Unfreeze(DWORD) {
+  return E_NOTIMPL;
+}
 
 STDMETHODIMP OleControl::SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) {
   viewAspects_ = aspects;

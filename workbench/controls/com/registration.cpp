@@ -1,6 +1,7 @@
 #include "workbench/controls/com/registration.h"
 
 #include <windows.h>
+
 #include <ole2.h>
 
 #include <vector>
@@ -26,8 +27,8 @@ class RegistryKey {
     return parent && RegOpenKeyExW(parent, path.c_str(), 0, KEY_READ, &key_) == ERROR_SUCCESS;
   }
   bool Create(HKEY parent, const std::wstring& path) {
-    return RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, &key_, nullptr) ==
-           ERROR_SUCCESS;
+    return RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, &key_,
+                           nullptr) == ERROR_SUCCESS;
   }
   bool Set(const wchar_t* name, const std::wstring& text) {
     return RegSetValueExW(key_, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
@@ -42,7 +43,8 @@ class RegistryKey {
     if (RegQueryValueExW(key_, name, nullptr, &type, nullptr, &bytes) != ERROR_SUCCESS) return {};
     if (type != REG_SZ && type != REG_EXPAND_SZ) return {};
     std::wstring text(bytes / sizeof(wchar_t) + 1, L'\0');
-    if (RegQueryValueExW(key_, name, nullptr, nullptr, reinterpret_cast<BYTE*>(text.data()), &bytes) != ERROR_SUCCESS) {
+    if (RegQueryValueExW(key_, name, nullptr, nullptr, reinterpret_cast<BYTE*>(text.data()), &bytes) !=
+        ERROR_SUCCESS) {
       return {};
     }
     text.resize(wcslen(text.c_str()));
@@ -53,7 +55,9 @@ class RegistryKey {
   HKEY key_ = nullptr;
 };
 
-std::wstring ClassPath(const CLSID& id) { return L"CLSID\\" + GuidText(id); }
+std::wstring ClassPath(const CLSID& id) {
+  return L"CLSID\\" + GuidText(id);
+}
 
 bool FileExists(std::wstring path) {
   if (path.size() > 1 && path.front() == L'"') path = path.substr(1, path.find(L'"', 1) - 1);
@@ -76,7 +80,8 @@ bool IsForeign(const CLSID& id, HKEY classes) {
 // Whether a newer copy of ours than this one is registered and its file exists.
 bool IsNewerCopyOfOurs(const ControlRegistration& control, HKEY classes) {
   RegistryKey server;
-  if (!server.Open(classes, ClassPath(control.classId) + L"\\InprocServer32") || !server.Has(kMark)) return false;
+  if (!server.Open(classes, ClassPath(control.classId) + L"\\InprocServer32") || !server.Has(kMark))
+    return false;
   const std::wstring file = server.Get(nullptr);
   if (SamePath(file, control.modulePath) || !FileExists(file)) return false;
   return FileVersionOf(file) > control.moduleVersion;
@@ -123,7 +128,8 @@ void WriteClass(KeyWriter& writer, const ControlRegistration& control) {
   writer.Write(std::wstring(control.programId) + L"\\CurVer", version);
 }
 
-void WriteInterface(KeyWriter& writer, const ControlRegistration& control, const IID& id, const wchar_t* name) {
+void WriteInterface(KeyWriter& writer, const ControlRegistration& control, const IID& id,
+                    const wchar_t* name) {
   const std::wstring path = L"Interface\\" + GuidText(id);
   writer.Write(path, name, true);
   // The platform's own marshaller of dispatch interfaces.
@@ -141,14 +147,12 @@ void WriteTypeLibrary(KeyWriter& writer, const ControlRegistration& control) {
   writer.Write(path + L"\\1.0\\HELPDIR", ParentOfPath(control.modulePath));
 }
 
-// The keys that carry a mark, in the order in which they are removed: the class goes last, as it says whose the rest is.
+// The keys that carry a mark, in the order in which they are removed: the class goes last, as it says whose
+// the rest is.
 std::vector<std::wstring> MarkedKeys(const ControlRegistration& control) {
-  return {std::wstring(control.programId) + L".1",
-          control.programId,
-          L"Interface\\" + GuidText(control.dispatchId),
-          L"Interface\\" + GuidText(control.eventsId),
-          L"TypeLib\\" + GuidText(control.libraryId),
-          ClassPath(control.classId)};
+  return {std::wstring(control.programId) + L".1",       control.programId,
+          L"Interface\\" + GuidText(control.dispatchId), L"Interface\\" + GuidText(control.eventsId),
+          L"TypeLib\\" + GuidText(control.libraryId),    ClassPath(control.classId)};
 }
 
 }  // namespace
@@ -173,7 +177,8 @@ ULONGLONG FileVersionOf(const std::wstring& path) {
   return (static_cast<ULONGLONG>(info->dwFileVersionMS) << 32) | info->dwFileVersionLS;
 }
 
-RegistrationResult RegisterControl(const ControlRegistration& control, HKEY userClasses, HKEY machineClasses) {
+RegistrationResult RegisterControl(const ControlRegistration& control, HKEY userClasses,
+                                   HKEY machineClasses) {
   if (IsForeign(control.classId, userClasses) || IsForeign(control.classId, machineClasses) ||
       IsNewerCopyOfOurs(control, userClasses)) {
     return RegistrationResult::kLeftAlone;

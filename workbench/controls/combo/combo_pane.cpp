@@ -45,8 +45,9 @@ bool ComboPane::CreatePane(HWND parent, const RECT& rect) {
 }
 
 bool ComboPane::CreateCombo() {
-  combo_ = CreateWindowExW(0, WC_COMBOBOXEXW, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | CBS_DROPDOWN | CBS_AUTOHSCROLL,
-                           0, 0, 100, 400, hwnd(), reinterpret_cast<HMENU>(1), nullptr, nullptr);
+  combo_ = CreateWindowExW(0, WC_COMBOBOXEXW, L"",
+                           WS_CHILD | WS_VISIBLE | WS_TABSTOP | CBS_DROPDOWN | CBS_AUTOHSCROLL, 0, 0, 100,
+                           400, hwnd(), reinterpret_cast<HMENU>(1), nullptr, nullptr);
   if (!combo_) return false;
   SendMessageW(combo_, CBEM_SETUNICODEFORMAT, TRUE, 0);
   edit_ = reinterpret_cast<HWND>(SendMessageW(combo_, CBEM_GETEDITCONTROL, 0, 0));
@@ -172,6 +173,7 @@ void ComboPane::InsertPlace(int index, const Place& place) {
     const std::wstring drive = DisplayNameOf(place.location.pidl());
     if (!drive.empty()) text = drive;
   }
+  text += L' ';  // the row is measured a little too narrow: without it the last letter is cut
   COMBOBOXEXITEMW item = {};
   item.mask = CBEIF_TEXT | CBEIF_IMAGE | CBEIF_SELECTEDIMAGE | CBEIF_INDENT;
   item.iItem = index;
@@ -217,7 +219,8 @@ LRESULT ComboPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if (HIWORD(wParam) == CBN_DROPDOWN) FillList();
       // The box is still closing: the choice is carried out after it.
       if (HIWORD(wParam) == CBN_SELENDOK) PostMessageW(hwnd(), kChosenMessage, 0, 0);
-      if (HIWORD(wParam) == CBN_SELENDCANCEL || HIWORD(wParam) == CBN_CLOSEUP) PostMessageW(hwnd(), kChosenMessage, 1, 0);
+      if (HIWORD(wParam) == CBN_SELENDCANCEL || HIWORD(wParam) == CBN_CLOSEUP)
+        PostMessageW(hwnd(), kChosenMessage, 1, 0);
       if (HIWORD(wParam) == CBN_SETFOCUS) owner_.OnComboFocus();
       return 0;
     case kChosenMessage: {
@@ -242,7 +245,9 @@ LRESULT ComboPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   }
 }
 
-void ComboPane::Restore() { ShowLocation(current_); }
+void ComboPane::Restore() {
+  ShowLocation(current_);
+}
 
 void ComboPane::EnterText() {
   const int length = GetWindowTextLengthW(edit_);
@@ -252,8 +257,8 @@ void ComboPane::EnterText() {
   owner_.OnTextEntered(text);
 }
 
-// Completes what was typed from the places that the box knows; the added part is selected, so that typing goes on over
-// it.
+// Completes what was typed from the places that the box knows; the added part is selected, so that typing
+// goes on over it.
 void ComboPane::Complete() {
   const int length = GetWindowTextLengthW(edit_);
   std::wstring typed(static_cast<size_t>(length), L'\0');

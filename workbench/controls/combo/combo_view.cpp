@@ -26,7 +26,9 @@ std::wstring Expanded(const std::wstring& text) {
 ComboView::ComboView()
     : pane_(*this), folderView_([this](const Location& location) { OnPeerMoved(location); }) {}
 
-ComboView::~ComboView() { CloseOnce(); }
+ComboView::~ComboView() {
+  CloseOnce();
+}
 
 DispatchTable ComboView::Members() {
   using T = ComboView;
@@ -93,7 +95,8 @@ HRESULT ComboView::PutFolderView(Call& call) {
   const HRESULT result = call.Object(0, object);
   if (FAILED(result)) return result;
   if (closed()) return E_UNEXPECTED;
-  if (!folderView_.Connect(object)) throw CallError{E_NOINTERFACE, L"The object is not a folder view of this kind."};
+  if (!folderView_.Connect(object))
+    throw CallError{E_NOINTERFACE, L"The object is not a folder view of this kind."};
   folderViewObject_.reset();
   if (object) folderViewObject_ = ComRef<IUnknown>(object);
   return S_OK;
@@ -125,7 +128,9 @@ void ComboView::ApplyBorder() {
                SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-HRESULT ComboView::GetFont(Call& call) { return call.ReturnObject(font_.object().get()); }
+HRESULT ComboView::GetFont(Call& call) {
+  return call.ReturnObject(font_.object().get());
+}
 
 HRESULT ComboView::PutFont(Call& call) {
   IUnknown* object = nullptr;
@@ -160,14 +165,16 @@ void ComboView::OnTextEntered(const std::wstring& typed) {
     if (SamePath(path, place.Text())) return OnPlaceChosen(place);
   }
   if (!IsAbsolutePath(path)) {
-    return Refuse(typed, L"Type a whole path, beginning with a drive (C:\\) or a server (\\\\server\\share).");
+    return Refuse(typed,
+                  L"Type a whole path, beginning with a drive (C:\\) or a server (\\\\server\\share).");
   }
   const DWORD attributes = GetFileAttributesW(ExtendedPath(path).c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     const DWORD error = GetLastError();
     return Refuse(typed, FolderErrorText(error, path, SystemErrorText(error)));
   }
-  if (!(attributes & FILE_ATTRIBUTE_DIRECTORY)) return Refuse(typed, FolderErrorText(ERROR_DIRECTORY, path, L""));
+  if (!(attributes & FILE_ATTRIBUTE_DIRECTORY))
+    return Refuse(typed, FolderErrorText(ERROR_DIRECTORY, path, L""));
   // A folder that may not be opened is reported by the list, and the old path comes back.
   OnPlaceChosen(Location::FromPath(path));
 }

@@ -9,8 +9,8 @@
 
 namespace controls {
 
-// What the user sees of the rows, kept over a change of rows. Items are known by id while the listing stays, by name
-// when it is replaced.
+// What the user sees of the rows, kept over a change of rows. Items are known by id while the listing stays,
+// by name when it is replaced.
 struct FileView::SavedView {
   std::vector<ItemId> selected;
   std::vector<std::wstring> selectedNames;
@@ -22,9 +22,13 @@ struct FileView::SavedView {
   bool all = false;
 };
 
-FileView::FileView() : pane_(*this), model_(*this) { itemOwner_->view = this; }
+FileView::FileView() : pane_(*this), model_(*this) {
+  itemOwner_->view = this;
+}
 
-FileView::~FileView() { CloseOnce(); }
+FileView::~FileView() {
+  CloseOnce();
+}
 
 void* FileView::Interface(REFIID iid) {
   if (IsEqualIID(iid, kIidLocationPeer)) return static_cast<ILocationPeer*>(this);
@@ -266,10 +270,11 @@ std::wstring FileView::CellText(int row, int column) {
       return std::wstring(rows.store.name(id));
     case SortColumn::kSize:
       return rows.IsFolder(id) || (rows.IsVirtual() && record.modified == 0) ? std::wstring()
-                                                                            : SizeInKilobytes(record.size);
+                                                                             : SizeInKilobytes(record.size);
     case SortColumn::kType:
-      return rows.IsVirtual() && !(rows.AttributesOf(id) & SFGAO_FILESYSTEM) ? L"System Folder"
-                                                                             : model_.types().NameOf(record.type);
+      return rows.IsVirtual() && !(rows.AttributesOf(id) & SFGAO_FILESYSTEM)
+                 ? L"System Folder"
+                 : model_.types().NameOf(record.type);
     case SortColumn::kModified:
       return LocalDateTime(record.modified);
   }

@@ -1,13 +1,14 @@
 // What the user does in the file view.
 #include <windows.h>
+
 #include <shellapi.h>
 
 #include "workbench/controls/com/event_arguments.h"
 #include "workbench/controls/fileview/file_view.h"
-#include "workbench/controls/shell/item_menu.h"
 #include "workbench/controls/model/path_logic.h"
 #include "workbench/controls/shell/display_format.h"
 #include "workbench/controls/shell/file_commands.h"
+#include "workbench/controls/shell/item_menu.h"
 
 namespace controls {
 namespace {
@@ -380,6 +381,63 @@ bool FileView::RunOwnVerb(const std::string& verb) {
   return false;
 }
 
-void FileView::OnDrag(bool) {}
+namespace {
+
+// Drops when the button that began the drag is released; Escape and the other button cancel.
+class DropSource : public IDropSource {
+ public:
+  void* Interface(REFIID iid) {
+    static constexpr InterfaceRow<DropSource> kRows[] = {
+        Row<DropSource, IDropSource>(IID_IUnknown),
+        Row<DropSource, IDropSource>(IID_IDropSource),
+    };
+    return FindInterface(kRows, this, iid);
+  }
+  STDMETHODIMP QueryContinueDrag(BOOL escape, DWORD keys) override {
+    if (escape || (keys & other_)) return DRAGDROP_S_CANCEL;
+    return keys & button_ ? S_OK : DRAGDROP_S_DROP;
+  }
+  STDMETHODIMP GiveFeedback(DWORD) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
+
+ protected:
+  explicit DropSource(bool rightButton)
+      : button_(rightButton ? MK_RBUTTON : MK_LBUTTON), other_(rightButton ? MK_LBUTTON : MK_RBUTTON) {}
+  virtual ~DropSource() = default;
+
+ private:
+  DWORD button_;
+  DWORD other_;
+};
+
+}  // namespace
+
+// Drags the selected items out of the view; who receives them copies or moves them.
+void FileView::OnDrag(bool rightButton) {
+  if (!switches_.dragAndDrop) return;
+  const ComRef<IOleObject> self(this);
+  std::vector<UniquePidl> owned;
+  std::vector<LPCITEMIDLIST> children;
+  for (const int row : pane_.SelectedRows()) {
+    const Location item = listing().LocationOf(IdOfRow(row));
+    if (!item.pidl()) return ShowError(L"Items with such a path or name cannot be dragged.");
+    owned.push_back(ClonePidl(item.pidl()));
+    children.push_back(ILFindLastID(owned.back().get()));
+  }
+  if (owned.empty()) return;
+  LPCITEMIDLIST child = nullptr;
+  ComRef<IShellFolder> folder;
+  ComRef<IDataObject> data;
+  if (FAILED(SHBindToParent(owned.front().get(), IID_IShellFolder, folder.put_void(), &child)) ||
+      FAILED(folder->GetUIObjectOf(pane_.hwnd(), static_cast<UINT>(children.size()), children.data(),
+                                   IID_IDataObject, nullptr, data.put_void()))) {
+    return;
+  }
+  // The host may have initialised COM without OLE, which dragging needs.
+  if (FAILED(OleInitialize(nullptr))) return;
+  DWORD effect = 0;
+  DoDragDrop(data.get(), ComObject<DropSource>::Create(rightButton).get(),
+             DROPEFFECT_COPY | DROPEFFECT_MOVE | DROPEFFECT_LINK, &effect);
+  OleUninitialize();
+}
 
 }  // namespace controls

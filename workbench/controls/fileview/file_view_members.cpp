@@ -71,7 +71,9 @@ HRESULT FileView::PutFilterSwitch(Call& call, bool& value) {
   return result;
 }
 
-HRESULT FileView::GetView(Call& call) { return call.ReturnLong(static_cast<long>(view_)); }
+HRESULT FileView::GetView(Call& call) {
+  return call.ReturnLong(static_cast<long>(view_));
+}
 
 HRESULT FileView::PutView(Call& call) {
   long value = 0;
@@ -104,7 +106,9 @@ HRESULT FileView::GetListHandle(Call& call) {
   return call.ReturnLong(static_cast<long>(reinterpret_cast<LONG_PTR>(pane_.list())));
 }
 
-HRESULT FileView::GetThumbnailQuality(Call& call) { return call.ReturnLong(thumbnailQuality_); }
+HRESULT FileView::GetThumbnailQuality(Call& call) {
+  return call.ReturnLong(thumbnailQuality_);
+}
 
 HRESULT FileView::PutThumbnailQuality(Call& call) {
   long value = 0;
@@ -115,7 +119,9 @@ HRESULT FileView::PutThumbnailQuality(Call& call) {
   return S_OK;
 }
 
-HRESULT FileView::GetFont(Call& call) { return call.ReturnObject(font_.object().get()); }
+HRESULT FileView::GetFont(Call& call) {
+  return call.ReturnObject(font_.object().get());
+}
 
 HRESULT FileView::PutFont(Call& call) {
   IUnknown* object = nullptr;
@@ -160,8 +166,12 @@ HRESULT FileView::CallExecuteOnFolder(Call& call) {
   return FAILED(result) ? result : Execute(command, false);
 }
 
-HRESULT FileView::GetItemCount(Call& call) { return call.ReturnLong(RowCount()); }
-HRESULT FileView::GetSelectedCount(Call& call) { return call.ReturnLong(pane_.SelectedCount()); }
+HRESULT FileView::GetItemCount(Call& call) {
+  return call.ReturnLong(RowCount());
+}
+HRESULT FileView::GetSelectedCount(Call& call) {
+  return call.ReturnLong(pane_.SelectedCount());
+}
 
 HRESULT FileView::CallRefresh(Call&) {
   ClearError();
@@ -187,7 +197,8 @@ HRESULT FileView::CallAddMenuItem(Call& call) {
   HRESULT result = call.Text(0, caption);
   if (SUCCEEDED(result)) result = call.Text(1, verb);
   if (FAILED(result)) return result;
-  if (!menu_) throw CallError{E_UNEXPECTED, L"Items can be added only while the context menu is being built."};
+  if (!menu_)
+    throw CallError{E_UNEXPECTED, L"Items can be added only while the context menu is being built."};
   return call.ReturnLong(menu_->Add(caption, verb));
 }
 

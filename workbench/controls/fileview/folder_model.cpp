@@ -113,7 +113,8 @@ void FolderModel::OpenVirtual(const Location& folder, bool) {
   FinishFilling();
 }
 
-// The folder can be read: from now on it is the one that is shown. False when an event handler went elsewhere.
+// The folder can be read: from now on it is the one that is shown. False when an event handler went
+// elsewhere.
 bool FolderModel::CommitOpened() {
   opened_ = true;
   const std::shared_ptr<Listing> mine = filling_;
@@ -213,8 +214,8 @@ OwnOrder FolderModel::Order(const Listing& listing) {
   return OwnOrder(listing.store, rule_, &typeRanks_);
 }
 
-// Shows what was found since the last time. The first rows go up at once; later merges keep a distance that grows with
-// what they cost.
+// Shows what was found since the last time. The first rows go up at once; later merges keep a distance that
+// grows with what they cost.
 void FolderModel::MergeAdded(bool last) {
   const ULONGLONG now = GetTickCount64();
   if (added_.empty()) return;
@@ -279,7 +280,8 @@ void FolderModel::ApplyChanges(const ChangeSet& set) {
       if (accepted) moved.push_back(id);
       continue;
     }
-    const bool folderChanged = mine->store.IsFolder(found) != ((change.facts.attributes & kAttributeDirectory) != 0);
+    const bool folderChanged =
+        mine->store.IsFolder(found) != ((change.facts.attributes & kAttributeDirectory) != 0);
     mine->store.Update(found, change.facts);
     mine->store.at(found).type = types_.TypeOf(change.name, mine->store.IsFolder(found));
     factsChanged = true;
@@ -294,7 +296,8 @@ void FolderModel::ApplyChanges(const ChangeSet& set) {
   events_.RowsAboutToChange(false);
   for (const ItemId id : moved) mine->store.at(id).flags |= kItemMarked;
   mine->rows.RemoveIf([&](ItemId id) { return (mine->store.at(id).flags & (kItemGone | kItemMarked)) != 0; });
-  std::erase_if(added_, [&](ItemId id) { return (mine->store.at(id).flags & (kItemGone | kItemMarked)) != 0; });
+  std::erase_if(added_,
+                [&](ItemId id) { return (mine->store.at(id).flags & (kItemGone | kItemMarked)) != 0; });
   for (const ItemId id : moved) mine->store.at(id).flags &= static_cast<uint16_t>(~kItemMarked);
   if (sortedByContainer_) {
     for (const ItemId id : moved) mine->rows.Append(id);

@@ -22,7 +22,7 @@ struct VirtualEntry {
   SharedPidl pidl;    // absolute
   std::wstring path;  // empty when the item is on no file system
   ULONG attributes = 0;
-  int icon = -1;      // asked when it is first shown
+  int icon = -1;  // asked when it is first shown
 };
 
 // One reading of one folder. Item objects share it, so it may outlive the view's stay in the folder.
@@ -72,8 +72,8 @@ class FolderModel {
 
   // The window that gets the messages; null ends all work.
   void SetWindow(HWND window);
-  // Goes to a folder. The view stays where it is until the folder is known to be readable, which for most folders is
-  // before this returns.
+  // Goes to a folder. The view stays where it is until the folder is known to be readable, which for most
+  // folders is before this returns.
   void Open(const Location& folder);
   // Reads the folder again. The rows stay until the new ones are complete.
   void Refresh();
@@ -95,7 +95,8 @@ class FolderModel {
   // Takes over an order that was found by the container's comparisons.
   void AssignOrder(SortRule rule, std::vector<ItemId> rows);
 
-  // Takes an item over that was just made or renamed by this view, before the system reports it. The new item's id.
+  // Takes an item over that was just made or renamed by this view, before the system reports it. The new
+  // item's id.
   ItemId AddNow(const std::wstring& name, const ItemFacts& facts);
   void RenameNow(ItemId id, const std::wstring& name);
 

@@ -57,9 +57,10 @@ bool ListPane::CreatePane(HWND parent, const RECT& rect) {
 }
 
 bool ListPane::CreateList() {
-  const DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | LVS_OWNERDATA | LVS_SHAREIMAGELISTS |
-                      LVS_SHOWSELALWAYS | OwnStyleBits();
-  list_ = CreateWindowExW(0, WC_LISTVIEWW, L"", style, 0, 0, 0, 0, hwnd(), reinterpret_cast<HMENU>(1), nullptr, nullptr);
+  const DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | LVS_OWNERDATA |
+                      LVS_SHAREIMAGELISTS | LVS_SHOWSELALWAYS | OwnStyleBits();
+  list_ = CreateWindowExW(0, WC_LISTVIEWW, L"", style, 0, 0, 0, 0, hwnd(), reinterpret_cast<HMENU>(1),
+                          nullptr, nullptr);
   if (!list_) return false;
   // The container may subclass this window with either character set; the list keeps talking Unicode to us.
   SendMessageW(list_, LVM_SETUNICODEFORMAT, TRUE, 0);
@@ -112,9 +113,10 @@ void ListPane::ApplyListStyle() {
   if (options_.gridLines) extended |= LVS_EX_GRIDLINES;
   if (options_.fullRowSelect) extended |= LVS_EX_FULLROWSELECT;
   if (options_.infoTips) extended |= LVS_EX_INFOTIP;
-  SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE,
-               LVS_EX_HEADERDRAGDROP | LVS_EX_DOUBLEBUFFER | LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT | LVS_EX_INFOTIP,
-               static_cast<LPARAM>(extended));
+  SendMessageW(
+      list_, LVM_SETEXTENDEDLISTVIEWSTYLE,
+      LVS_EX_HEADERDRAGDROP | LVS_EX_DOUBLEBUFFER | LVS_EX_GRIDLINES | LVS_EX_FULLROWSELECT | LVS_EX_INFOTIP,
+      static_cast<LPARAM>(extended));
 }
 
 void ListPane::ApplyImages() {
@@ -133,7 +135,8 @@ void ListPane::SetView(ViewStyle view) {
   ApplyListStyle();
   ApplyImages();
   if (view == ViewStyle::kList) SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(Scale(220), 0));
-  if (view == ViewStyle::kReport) SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(Scale(kColumns[0].width), 0));
+  if (view == ViewStyle::kReport)
+    SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(Scale(kColumns[0].width), 0));
   if (view == ViewStyle::kLargeIcon || view == ViewStyle::kThumbnails) {
     const int cell = view == ViewStyle::kThumbnails ? kThumbnailCell + Scale(36) : Scale(90);
     const int line = view == ViewStyle::kThumbnails ? kThumbnailCell + Scale(46) : Scale(84);
@@ -196,7 +199,8 @@ void ListPane::Layout() {
   RECT client;
   GetClientRect(hwnd(), &client);
   const int listHeight = static_cast<int>(client.bottom) - StatusHeight();
-  SetWindowPos(list_, nullptr, 0, 0, client.right, listHeight > 0 ? listHeight : 0, SWP_NOZORDER | SWP_NOACTIVATE);
+  SetWindowPos(list_, nullptr, 0, 0, client.right, listHeight > 0 ? listHeight : 0,
+               SWP_NOZORDER | SWP_NOACTIVATE);
   RedrawStatus();
 }
 
@@ -243,8 +247,8 @@ bool ListPane::IsSelected(int row) const {
 }
 
 int ListPane::FocusedRow() const {
-  return list_ ? static_cast<int>(
-                     SendMessageW(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), MAKELPARAM(LVNI_FOCUSED, 0)))
+  return list_ ? static_cast<int>(SendMessageW(list_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1),
+                                               MAKELPARAM(LVNI_FOCUSED, 0)))
                : -1;
 }
 
@@ -271,7 +275,9 @@ void ListPane::ScrollTo(int topRow) {
   if (lines != 0) SendMessageW(list_, LVM_SCROLL, 0, lines * (row.bottom - row.top));
 }
 
-void ListPane::EnsureVisible(int row) { SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE); }
+void ListPane::EnsureVisible(int row) {
+  SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+}
 
 bool ListPane::EditLabel(int row) {
   SetFocus(list_);
@@ -285,7 +291,8 @@ POINT ListPane::RowPoint(int row) const {
   return {rect.left + 2, rect.bottom - 2};
 }
 
-// A large icon of the system in the middle of a 64-by-64 cell. Pictures of the files themselves come in here later.
+// A large icon of the system in the middle of a 64-by-64 cell. Pictures of the files themselves come in here
+// later.
 int ListPane::ThumbnailImage(int systemImage) {
   const auto index = static_cast<size_t>(systemImage < 0 ? 0 : systemImage);
   if (index >= thumbnailOf_.size()) thumbnailOf_.resize(index + 1, -1);
@@ -303,7 +310,8 @@ int ListPane::ThumbnailImage(int systemImage) {
   int height = 32;
   const HIMAGELIST large = SystemImages(true);
   ImageList_GetIconSize(large, &width, &height);
-  ImageList_Draw(large, systemImage, context, (kThumbnailCell - width) / 2, (kThumbnailCell - height) / 2, ILD_NORMAL);
+  ImageList_Draw(large, systemImage, context, (kThumbnailCell - width) / 2, (kThumbnailCell - height) / 2,
+                 ILD_NORMAL);
   GdiFlush();
   // The cell is opaque: what the icon left transparent shows the window's colour.
   auto* pixels = static_cast<DWORD*>(bits);
@@ -362,13 +370,15 @@ void ListPane::PaintEmptyText() {
   const HGDIOBJ old = SelectObject(context, font_ ? font_ : GetStockObject(DEFAULT_GUI_FONT));
   SetBkMode(context, TRANSPARENT);
   SetTextColor(context, GetSysColor(COLOR_GRAYTEXT));
-  DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &rect, DT_CENTER | DT_NOPREFIX | DT_WORDBREAK);
+  DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &rect,
+            DT_CENTER | DT_NOPREFIX | DT_WORDBREAK);
   SelectObject(context, old);
   ReleaseDC(list_, context);
 }
 
-// The list scrolls to each item that gets the focus. A program that selects and focuses thousands of items one by one
-// would wait for thousands of scrolls, so of focus changes that come together only the last is carried out.
+// The list scrolls to each item that gets the focus. A program that selects and focuses thousands of items
+// one by one would wait for thousands of scrolls, so of focus changes that come together only the last is
+// carried out.
 LRESULT ListPane::SetItemState(WPARAM row, LVITEMW item) {
   if ((item.stateMask & LVIS_FOCUSED) && row != static_cast<WPARAM>(-1)) {
     if (item.state & LVIS_FOCUSED) {

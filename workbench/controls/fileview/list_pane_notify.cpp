@@ -1,5 +1,6 @@
 // Messages of the file view's window and notifications of its list.
 #include <windows.h>
+
 #include <windowsx.h>
 
 #include <algorithm>
@@ -11,7 +12,9 @@ namespace {
 
 constexpr UINT kSelectionMessage = WM_APP + 20;
 
-bool KeyDown(int key) { return GetKeyState(key) < 0; }
+bool KeyDown(int key) {
+  return GetKeyState(key) < 0;
+}
 
 void CopyText(const std::wstring& text, wchar_t* to, int capacity) {
   if (!to || capacity <= 0) return;
@@ -96,7 +99,8 @@ LRESULT ListPane::OnNotify(NMHDR* header) {
 
 LRESULT ListPane::OnGetDispInfo(NMHDR* header) {
   LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(header)->item;
-  if (item.mask & LVIF_TEXT) CopyText(owner_.CellText(item.iItem, item.iSubItem), item.pszText, item.cchTextMax);
+  if (item.mask & LVIF_TEXT)
+    CopyText(owner_.CellText(item.iItem, item.iSubItem), item.pszText, item.cchTextMax);
   if (item.mask & LVIF_IMAGE) {
     const int image = owner_.CellImage(item.iItem);
     item.iImage = view_ == ViewStyle::kThumbnails && thumbnails_ ? ThumbnailImage(image) : image;

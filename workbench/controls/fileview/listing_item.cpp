@@ -17,9 +17,13 @@ ComRef<IDispatch> ListingItem::Parent() {
   return ComRef<IDispatch>::Attach(ComObject<LocationItem>::Create(listing_->folder).detach());
 }
 
-HRESULT ListingItem::InvokeDefault() { return owner_->view ? owner_->view->OpenItem(listing_, id_) : E_UNEXPECTED; }
+HRESULT ListingItem::InvokeDefault() {
+  return owner_->view ? owner_->view->OpenItem(listing_, id_) : E_UNEXPECTED;
+}
 
-bool ListingItem::Selected() const { return owner_->view && owner_->view->IsItemSelected(listing_, id_); }
+bool ListingItem::Selected() const {
+  return owner_->view && owner_->view->IsItemSelected(listing_, id_);
+}
 
 HRESULT ListingItem::SetSelected(bool selected) {
   return owner_->view ? owner_->view->SelectItem(listing_, id_, selected) : E_UNEXPECTED;

@@ -22,13 +22,15 @@ std::wstring NameIn(IShellFolder& folder, const ITEMIDLIST* child, SHGDNF form) 
 }
 
 VirtualItem Describe(const Location& folder, IShellFolder& bound, const ITEMIDLIST* child) {
-  constexpr ULONG kWanted = SFGAO_FOLDER | SFGAO_FILESYSTEM | SFGAO_LINK | SFGAO_FILESYSANCESTOR | SFGAO_HIDDEN |
-                            SFGAO_GHOSTED | SFGAO_CANCOPY | SFGAO_CANMOVE | SFGAO_CANRENAME | SFGAO_CANDELETE;
+  constexpr ULONG kWanted = SFGAO_FOLDER | SFGAO_FILESYSTEM | SFGAO_LINK | SFGAO_FILESYSANCESTOR |
+                            SFGAO_HIDDEN | SFGAO_GHOSTED | SFGAO_CANCOPY | SFGAO_CANMOVE | SFGAO_CANRENAME |
+                            SFGAO_CANDELETE;
   VirtualItem item;
   item.name = NameIn(bound, child, SHGDN_INFOLDER);
   ULONG attributes = kWanted;
   LPCITEMIDLIST children[] = {child};
-  if (SUCCEEDED(bound.GetAttributesOf(1, children, &attributes))) item.entry.attributes = attributes & kWanted;
+  if (SUCCEEDED(bound.GetAttributesOf(1, children, &attributes)))
+    item.entry.attributes = attributes & kWanted;
   item.entry.pidl = SharedPidl(UniquePidl(ILCombine(folder.pidl(), child)));
   if (item.entry.attributes & SFGAO_FILESYSTEM) item.entry.path = PathFromPidl(item.entry.pidl.get());
   WIN32_FIND_DATAW data = {};

@@ -17,7 +17,9 @@ constexpr DISPID kMenuCommand = 14;
 FolderView::FolderView()
     : pane_(*this), fileView_([this](const Location& location) { OnFileViewMoved(location); }) {}
 
-FolderView::~FolderView() { CloseOnce(); }
+FolderView::~FolderView() {
+  CloseOnce();
+}
 
 void* FolderView::Interface(REFIID iid) {
   if (IsEqualIID(iid, kIidLocationPeer)) return static_cast<ILocationPeer*>(this);
@@ -111,8 +113,8 @@ void FolderView::OnFileViewMoved(const Location& location) {
   if (!closed()) Arrive(location);
 }
 
-// The tree is at a place now, whoever moved it. Followers hear it even when it is the old one: somebody may have tried
-// to go elsewhere and must come back.
+// The tree is at a place now, whoever moved it. Followers hear it even when it is the old one: somebody may
+// have tried to go elsewhere and must come back.
 void FolderView::Arrive(const Location& location) {
   const ComRef<IOleObject> self(this);
   const bool moved = !(location == current_);
@@ -159,7 +161,8 @@ HRESULT FolderView::PutFileView(Call& call) {
   if (FAILED(result)) return result;
   if (closed()) return E_UNEXPECTED;
   const Location before = current_;
-  if (!fileView_.Connect(object)) throw CallError{E_NOINTERFACE, L"The object is not a file view of this kind."};
+  if (!fileView_.Connect(object))
+    throw CallError{E_NOINTERFACE, L"The object is not a file view of this kind."};
   fileViewObject_.reset();
   if (object) fileViewObject_ = ComRef<IUnknown>(object);
   // A tree that was somewhere before its file view was takes the file view along.
@@ -167,7 +170,9 @@ HRESULT FolderView::PutFileView(Call& call) {
   return S_OK;
 }
 
-HRESULT FolderView::GetFont(Call& call) { return call.ReturnObject(font_.object().get()); }
+HRESULT FolderView::GetFont(Call& call) {
+  return call.ReturnObject(font_.object().get());
+}
 
 HRESULT FolderView::PutFont(Call& call) {
   IUnknown* object = nullptr;
@@ -183,7 +188,8 @@ HRESULT FolderView::CallAddMenuItem(Call& call) {
   HRESULT result = call.Text(0, caption);
   if (SUCCEEDED(result)) result = call.Text(1, verb);
   if (FAILED(result)) return result;
-  if (!menu_) throw CallError{E_UNEXPECTED, L"Items can be added only while the context menu is being built."};
+  if (!menu_)
+    throw CallError{E_UNEXPECTED, L"Items can be added only while the context menu is being built."};
   return call.ReturnLong(menu_->Add(caption, verb));
 }
 

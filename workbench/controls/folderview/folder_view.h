@@ -15,7 +15,8 @@ class FolderView : public OleControl, public ILocationPeer, public TreePaneOwner
  public:
   void* Interface(REFIID iid);
 
-  // ILocationPeer: the tree passes a wish on to the file view that it is linked to and follows what comes of it.
+  // ILocationPeer: the tree passes a wish on to the file view that it is linked to and follows what comes of
+  // it.
   STDMETHODIMP TellLocation(ILocationSink* sink) override;
   STDMETHODIMP GoTo(const wchar_t* path, const ITEMIDLIST* pidl) override;
   STDMETHODIMP AdviseLocation(ILocationSink* sink) override;

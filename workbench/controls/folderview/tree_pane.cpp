@@ -1,6 +1,7 @@
 #include "workbench/controls/folderview/tree_pane.h"
 
 #include <windows.h>
+
 #include <windowsx.h>
 
 #include <algorithm>
@@ -15,7 +16,8 @@ namespace {
 
 constexpr wchar_t kClassName[] = L"SswareShellFolderView";
 constexpr UINT kReaderMessage = WM_APP + 1;
-constexpr DWORD kOwnStyleMask = TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | TVS_EDITLABELS;
+constexpr DWORD kOwnStyleMask =
+    TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | TVS_EDITLABELS;
 
 // Keeps program-made selection changes from being taken for the user's.
 class QuietScope {
@@ -39,7 +41,9 @@ std::wstring NodeName(const Location& location) {
 
 }  // namespace
 
-bool TreePane::CreatePane(HWND parent, const RECT& rect) { return Create(kClassName, parent, rect) && CreateTree(); }
+bool TreePane::CreatePane(HWND parent, const RECT& rect) {
+  return Create(kClassName, parent, rect) && CreateTree();
+}
 
 DWORD TreePane::OwnStyleBits() const {
   DWORD bits = 0;
@@ -51,8 +55,10 @@ DWORD TreePane::OwnStyleBits() const {
 }
 
 bool TreePane::CreateTree() {
-  const DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TVS_DISABLEDRAGDROP | OwnStyleBits();
-  tree_ = CreateWindowExW(0, WC_TREEVIEWW, L"", style, 0, 0, 0, 0, hwnd(), reinterpret_cast<HMENU>(1), nullptr, nullptr);
+  const DWORD style =
+      WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TVS_DISABLEDRAGDROP | OwnStyleBits();
+  tree_ = CreateWindowExW(0, WC_TREEVIEWW, L"", style, 0, 0, 0, 0, hwnd(), reinterpret_cast<HMENU>(1),
+                          nullptr, nullptr);
   if (!tree_) return false;
   SendMessageW(tree_, TVM_SETUNICODEFORMAT, TRUE, 0);
   SendMessageW(tree_, TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(SystemImages(false)));
@@ -75,7 +81,8 @@ void TreePane::SetFont(HFONT font) {
 }
 
 void TreePane::SetOptions(const Options& options) {
-  const bool contentsDiffer = options.files != options_.files || options.virtualFolders != options_.virtualFolders;
+  const bool contentsDiffer =
+      options.files != options_.files || options.virtualFolders != options_.virtualFolders;
   options_ = options;
   if (!tree_) return;
   const auto style = static_cast<DWORD>(GetWindowLongPtrW(tree_, GWL_STYLE));
@@ -105,14 +112,17 @@ TreePane::Node* TreePane::NodeOf(HTREEITEM item) const {
 }
 
 HTREEITEM TreePane::ChildOf(HTREEITEM item) const {
-  return reinterpret_cast<HTREEITEM>(SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item)));
+  return reinterpret_cast<HTREEITEM>(
+      SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_CHILD, reinterpret_cast<LPARAM>(item)));
 }
 
 HTREEITEM TreePane::NextOf(HTREEITEM item) const {
-  return reinterpret_cast<HTREEITEM>(SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_NEXT, reinterpret_cast<LPARAM>(item)));
+  return reinterpret_cast<HTREEITEM>(
+      SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_NEXT, reinterpret_cast<LPARAM>(item)));
 }
 
-HTREEITEM TreePane::Insert(HTREEITEM parent, HTREEITEM after, std::unique_ptr<Node> node, bool mayHaveChildren) {
+HTREEITEM TreePane::Insert(HTREEITEM parent, HTREEITEM after, std::unique_ptr<Node> node,
+                           bool mayHaveChildren) {
   TVINSERTSTRUCTW insert = {};
   insert.hParent = parent;
   insert.hInsertAfter = after;
@@ -258,7 +268,8 @@ void TreePane::PopulateVirtual(HTREEITEM item) {
     desktop->BindToObject(node->location.pidl(), nullptr, IID_IShellFolder, folder.put_void());
   }
   ComRef<IEnumIDList> list;
-  if (!folder || FAILED(folder->EnumObjects(hwnd(), SHCONTF_FOLDERS | SHCONTF_INCLUDEHIDDEN, list.put())) || !list) {
+  if (!folder || FAILED(folder->EnumObjects(hwnd(), SHCONTF_FOLDERS | SHCONTF_INCLUDEHIDDEN, list.put())) ||
+      !list) {
     if (!ChildOf(item)) SetChildCount(item, 0);
     return;
   }
@@ -271,7 +282,8 @@ void TreePane::PopulateVirtual(HTREEITEM item) {
     ULONG attributes = SFGAO_FILESYSTEM | SFGAO_FILESYSANCESTOR | SFGAO_FOLDER;
     folder->GetAttributesOf(1, children, &attributes);
     const bool onDisk = (attributes & (SFGAO_FILESYSTEM | SFGAO_FILESYSANCESTOR)) != 0;
-    if (!(attributes & SFGAO_FOLDER) || (!onDisk && !options_.virtualFolders) || FindChild(item, location)) continue;
+    if (!(attributes & SFGAO_FOLDER) || (!onDisk && !options_.virtualFolders) || FindChild(item, location))
+      continue;
     auto made = std::make_unique<Node>();
     made->location = location;
     made->name = DisplayNameOf(whole.get());
@@ -316,7 +328,8 @@ bool TreePane::ContinueReading(Reading& reading) {
       if (entry.facts.attributes & kAttributeDirectory) reading.names.emplace_back(batch.name(entry));
     }
   }
-  if (progress == FolderReader::Progress::kOpening || progress == FolderReader::Progress::kReading) return false;
+  if (progress == FolderReader::Progress::kOpening || progress == FolderReader::Progress::kReading)
+    return false;
   Node* node = NodeOf(reading.item);
   if (!node) return true;
   node->populated = true;

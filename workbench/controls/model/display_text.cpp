@@ -16,7 +16,9 @@ std::wstring GroupDigits(uint64_t value, std::wstring_view separator) {
   return result;
 }
 
-std::wstring SizeInKilobytes(uint64_t bytes) { return GroupDigits(bytes / 1024 + (bytes % 1024 != 0)) + L" KB"; }
+std::wstring SizeInKilobytes(uint64_t bytes) {
+  return GroupDigits(bytes / 1024 + (bytes % 1024 != 0)) + L" KB";
+}
 
 std::wstring ShortSize(uint64_t bytes) {
   if (bytes < 1024) return std::to_wstring(bytes) + (bytes == 1 ? L" byte" : L" bytes");
@@ -54,11 +56,11 @@ std::wstring StatusText(const StatusFacts& facts) {
 std::wstring FolderErrorText(uint32_t error, std::wstring_view path, std::wstring_view systemText) {
   const std::wstring quoted = L"\u201C" + std::wstring(path) + L"\u201D";
   switch (error) {
-    case 2:   // file not found
-    case 3:   // path not found
-    case 15:  // invalid drive
-    case 161: // bad path name
-    case 123: // invalid name
+    case 2:    // file not found
+    case 3:    // path not found
+    case 15:   // invalid drive
+    case 161:  // bad path name
+    case 123:  // invalid name
       return quoted + L" cannot be found.";
     case 5:  // access denied
       return L"You do not have permission to open " + quoted + L".";

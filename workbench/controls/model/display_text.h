@@ -30,8 +30,8 @@ struct StatusFacts {
 // The status line of a folder: "1,204 items", "1,204 items, 3 selected, 12.5 KB", "1,204 items, reading...".
 std::wstring StatusText(const StatusFacts& facts);
 
-// Why a folder could not be opened, as a sentence for the status line. systemText is the system's own wording, used for
-// error codes that have no sentence here; it may be empty.
+// Why a folder could not be opened, as a sentence for the status line. systemText is the system's own
+// wording, used for error codes that have no sentence here; it may be empty.
 std::wstring FolderErrorText(uint32_t error, std::wstring_view path, std::wstring_view systemText);
 
 }  // namespace controls

@@ -25,20 +25,21 @@ struct ItemRecord {
   uint32_t nameOffset = 0;
   uint16_t nameLength = 0;
   uint16_t flags = 0;
-  uint32_t type = 0;     // index of the caller's type table
-  int32_t sortKey = 0;   // the container's grouping key
+  uint32_t type = 0;    // index of the caller's type table
+  int32_t sortKey = 0;  // the container's grouping key
 };
 
 inline constexpr uint32_t kAttributeHidden = 0x2;
 inline constexpr uint32_t kAttributeSystem = 0x4;
 inline constexpr uint32_t kAttributeDirectory = 0x10;
 
-inline constexpr uint16_t kItemLeftOut = 1;    // the container's filter keeps it out of the view
-inline constexpr uint16_t kItemGone = 2;       // deleted or renamed on disk
+inline constexpr uint16_t kItemLeftOut = 1;  // the container's filter keeps it out of the view
+inline constexpr uint16_t kItemGone = 2;     // deleted or renamed on disk
 inline constexpr uint16_t kItemHasSortKey = 4;
-inline constexpr uint16_t kItemMarked = 8;     // scratch bit of one pass
+inline constexpr uint16_t kItemMarked = 8;  // scratch bit of one pass
 
-// Items in the order in which they were found. An id stays valid for the store's life; names never move to another id.
+// Items in the order in which they were found. An id stays valid for the store's life; names never move to
+// another id.
 class ItemStore {
  public:
   ItemId Add(std::wstring_view name, const ItemFacts& facts);
@@ -53,13 +54,17 @@ class ItemStore {
     return std::wstring_view(names_.data() + record.nameOffset, record.nameLength);
   }
   bool IsFolder(ItemId id) const { return (records_[id].attributes & kAttributeDirectory) != 0; }
-  bool IsDimmed(ItemId id) const { return (records_[id].attributes & (kAttributeHidden | kAttributeSystem)) != 0; }
+  bool IsDimmed(ItemId id) const {
+    return (records_[id].attributes & (kAttributeHidden | kAttributeSystem)) != 0;
+  }
 
-  // The item of this name (exact spelling first, then without regard to case) that is not gone; kNoItem when none.
-  // The first call builds an index; later additions keep it.
+  // The item of this name (exact spelling first, then without regard to case) that is not gone; kNoItem when
+  // none. The first call builds an index; later additions keep it.
   ItemId Find(std::wstring_view name);
 
-  size_t BytesUsed() const { return records_.capacity() * sizeof(ItemRecord) + names_.capacity() * sizeof(wchar_t); }
+  size_t BytesUsed() const {
+    return records_.capacity() * sizeof(ItemRecord) + names_.capacity() * sizeof(wchar_t);
+  }
 
  private:
   void BuildIndex(size_t buckets);

@@ -1,4 +1,5 @@
-// A stable merge sort that can be done a little at a time, for comparisons that are answered by somebody else.
+// A stable merge sort that can be done a little at a time, for comparisons that are answered by somebody
+// else.
 #pragma once
 
 #include <algorithm>
@@ -8,8 +9,9 @@
 
 namespace controls {
 
-// Sorts a list bottom-up. Step() does a limited number of comparisons and says whether the list is sorted; between two
-// steps the program may do anything. Runs that are in order already cost one comparison a pair of runs.
+// Sorts a list bottom-up. Step() does a limited number of comparisons and says whether the list is sorted;
+// between two steps the program may do anything. Runs that are in order already cost one comparison a pair of
+// runs.
 template <typename T>
 class MergeSorter {
  public:

@@ -6,7 +6,9 @@
 namespace controls {
 namespace {
 
-bool IsDigit(wchar_t character) { return character >= L'0' && character <= L'9'; }
+bool IsDigit(wchar_t character) {
+  return character >= L'0' && character <= L'9';
+}
 
 size_t SkipZeros(std::wstring_view text, size_t at) {
   while (at < text.size() && text[at] == L'0') ++at;

@@ -7,7 +7,9 @@
 namespace controls {
 namespace {
 
-bool IsSeparator(wchar_t character) { return character == L'\\' || character == L'/'; }
+bool IsSeparator(wchar_t character) {
+  return character == L'\\' || character == L'/';
+}
 
 bool IsDriveLetter(wchar_t character) {
   const wchar_t upper = FoldCase(character);
@@ -68,7 +70,9 @@ std::wstring ParentOfPath(std::wstring_view path) {
   return std::wstring(path.substr(0, std::max(separator, root)));
 }
 
-bool IsRootPath(std::wstring_view path) { return !path.empty() && RootLength(path) == path.size(); }
+bool IsRootPath(std::wstring_view path) {
+  return !path.empty() && RootLength(path) == path.size();
+}
 
 bool IsAbsolutePath(std::wstring_view path) {
   return (StartsWithDrive(path) && path.size() > 2 && IsSeparator(path[2])) || IsServerPath(path);
@@ -87,7 +91,9 @@ bool IsWithin(std::wstring_view path, std::wstring_view folder) {
   return path.size() == folder.size() || IsSeparator(folder.back()) || IsSeparator(path[folder.size()]);
 }
 
-bool SamePath(std::wstring_view first, std::wstring_view second) { return EqualsIgnoringCase(first, second); }
+bool SamePath(std::wstring_view first, std::wstring_view second) {
+  return EqualsIgnoringCase(first, second);
+}
 
 std::wstring ExtendedPath(std::wstring_view path) {
   if (path.starts_with(L"\\\\?\\")) return std::wstring(path);

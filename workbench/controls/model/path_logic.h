@@ -33,17 +33,20 @@ bool IsWithin(std::wstring_view path, std::wstring_view folder);
 
 bool SamePath(std::wstring_view first, std::wstring_view second);
 
-// The form that Windows takes literally: no length limit, no stripping of trailing dots and blanks, no device names.
+// The form that Windows takes literally: no length limit, no stripping of trailing dots and blanks, no device
+// names.
 std::wstring ExtendedPath(std::wstring_view path);
 
-// What a user typed or pasted as a folder, tidied: quotes and blanks around it go, "/" becomes "\", "file:///" goes,
-// "C:" becomes "C:\", separators at the end go (but not a root's). Names with a trailing dot keep it.
+// What a user typed or pasted as a folder, tidied: quotes and blanks around it go, "/" becomes "\",
+// "file:///" goes, "C:" becomes "C:\", separators at the end go (but not a root's). Names with a trailing dot
+// keep it.
 std::wstring TidyTypedPath(std::wstring_view typed);
 
 // A name that Windows treats as a device ("con", "nul.txt") or shortens silently ("name.", "name ").
 bool NeedsExtendedPath(std::wstring_view name);
 
-// Whether the shell's item lists can name this path: short enough, and no part that Windows would read as another name.
+// Whether the shell's item lists can name this path: short enough, and no part that Windows would read as
+// another name.
 bool ShellCanExpress(std::wstring_view path);
 
 // Why a name cannot be given to a file or folder, as a sentence; empty when it can.

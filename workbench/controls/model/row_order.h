@@ -17,8 +17,8 @@ struct SortRule {
   bool descending = false;
 };
 
-// The control's own order: folders first whatever the direction, then the column, equal values by name. typeRank gives
-// each type's place in the alphabet of the type names.
+// The control's own order: folders first whatever the direction, then the column, equal values by name.
+// typeRank gives each type's place in the alphabet of the type names.
 class OwnOrder {
  public:
   OwnOrder(const ItemStore& store, SortRule rule, const std::vector<uint32_t>* typeRank)

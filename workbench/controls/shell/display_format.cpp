@@ -7,7 +7,8 @@ std::wstring LocalDateTime(uint64_t fileTime) {
   const FILETIME time = {static_cast<DWORD>(fileTime), static_cast<DWORD>(fileTime >> 32)};
   SYSTEMTIME utc;
   SYSTEMTIME local;
-  if (!FileTimeToSystemTime(&time, &utc) || !SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local)) return {};
+  if (!FileTimeToSystemTime(&time, &utc) || !SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local))
+    return {};
   wchar_t date[64] = L"";
   wchar_t clock[64] = L"";
   GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &local, nullptr, date, 64);
@@ -17,8 +18,8 @@ std::wstring LocalDateTime(uint64_t fileTime) {
 
 std::wstring SystemErrorText(DWORD error) {
   wchar_t text[512] = L"";
-  const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,
-                                      text, 512, nullptr);
+  const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                      error, 0, text, 512, nullptr);
   std::wstring result(text, length);
   while (!result.empty() && (result.back() == L'\r' || result.back() == L'\n' || result.back() == L' ')) {
     result.pop_back();

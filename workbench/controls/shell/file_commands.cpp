@@ -1,6 +1,7 @@
 #include "workbench/controls/shell/file_commands.h"
 
 #include <windows.h>
+
 #include <shellapi.h>
 #include <shlobj.h>
 
@@ -14,7 +15,9 @@
 namespace controls {
 namespace {
 
-UINT DropEffectFormat() { return RegisterClipboardFormatW(L"Preferred DropEffect"); }
+UINT DropEffectFormat() {
+  return RegisterClipboardFormatW(L"Preferred DropEffect");
+}
 
 // Texts one after the other, each with its closing zero, and one zero more at the end.
 std::wstring DoubleZeroList(const std::vector<std::wstring>& paths) {
@@ -82,8 +85,8 @@ std::vector<std::wstring> FilesOnClipboard(bool& cut) {
   return paths;
 }
 
-OperationResult RunShellOperation(HWND owner, UINT operation, const std::wstring& from, const std::wstring* to,
-                                  FILEOP_FLAGS flags) {
+OperationResult RunShellOperation(HWND owner, UINT operation, const std::wstring& from,
+                                  const std::wstring* to, FILEOP_FLAGS flags) {
   SHFILEOPSTRUCTW request = {};
   request.hwnd = owner;
   request.wFunc = operation;
@@ -107,8 +110,9 @@ OperationResult Failure(const std::wstring& what, DWORD error) {
 
 OperationResult CannotExpress(const std::wstring& path) {
   OperationResult result;
-  result.error = L"\u201C" + std::wstring(NameOfPath(path)) +
-                 L"\u201D cannot be copied or moved by the system: its path is too long or its name is reserved.";
+  result.error =
+      L"\u201C" + std::wstring(NameOfPath(path)) +
+      L"\u201D cannot be copied or moved by the system: its path is too long or its name is reserved.";
   return result;
 }
 
@@ -133,8 +137,8 @@ std::wstring CopyName(const std::wstring& path) {
 
 // Deletes what the shell cannot name, after a question of our own. A folder must be empty.
 OperationResult DeleteLiterally(HWND owner, const std::wstring& path) {
-  const std::wstring question =
-      L"Permanently delete \u201C" + std::wstring(NameOfPath(path)) + L"\u201D? It cannot be moved to the recycle bin.";
+  const std::wstring question = L"Permanently delete \u201C" + std::wstring(NameOfPath(path)) +
+                                L"\u201D? It cannot be moved to the recycle bin.";
   OperationResult result;
   if (MessageBoxW(owner, question.c_str(), L"Delete", MB_YESNO | MB_ICONQUESTION) != IDYES) return result;
   const std::wstring literal = ExtendedPath(path);
@@ -158,9 +162,12 @@ bool PutOnClipboard(HWND owner, const std::vector<std::wstring>& paths, bool cut
   return true;
 }
 
-bool ClipboardHasFiles() { return IsClipboardFormatAvailable(CF_HDROP) != FALSE; }
+bool ClipboardHasFiles() {
+  return IsClipboardFormatAvailable(CF_HDROP) != FALSE;
+}
 
-OperationResult CopyInto(HWND owner, const std::vector<std::wstring>& paths, const std::wstring& folder, bool move) {
+OperationResult CopyInto(HWND owner, const std::vector<std::wstring>& paths, const std::wstring& folder,
+                         bool move) {
   if (!ShellCanExpress(folder)) return CannotExpress(folder);
   std::vector<std::wstring> sources;
   std::vector<std::wstring> targets;

@@ -8,7 +8,8 @@
 
 namespace controls {
 
-// Puts files on the clipboard, to be copied or moved by a later paste. False when the clipboard cannot be had.
+// Puts files on the clipboard, to be copied or moved by a later paste. False when the clipboard cannot be
+// had.
 bool PutOnClipboard(HWND owner, const std::vector<std::wstring>& paths, bool cut);
 
 // Whether a paste would find files.
@@ -20,10 +21,11 @@ struct OperationResult {
   std::wstring error;
 };
 
-// Copies or moves what is on the clipboard into folder; the system shows its own questions and progress. Files that are
-// copied into the folder they lie in get another name.
+// Copies or moves what is on the clipboard into folder; the system shows its own questions and progress.
+// Files that are copied into the folder they lie in get another name.
 OperationResult PasteInto(HWND owner, const std::wstring& folder);
-OperationResult CopyInto(HWND owner, const std::vector<std::wstring>& paths, const std::wstring& folder, bool move);
+OperationResult CopyInto(HWND owner, const std::vector<std::wstring>& paths, const std::wstring& folder,
+                         bool move);
 
 // Deletes after the system's question; permanently or to the bin.
 OperationResult DeleteFiles(HWND owner, const std::vector<std::wstring>& paths, bool permanently);

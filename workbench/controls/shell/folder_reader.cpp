@@ -9,7 +9,8 @@
 namespace controls {
 namespace {
 
-// The first batch is small, so that rows appear at once; the later ones are large, so that waking up costs nothing.
+// The first batch is small, so that rows appear at once; the later ones are large, so that waking up costs
+// nothing.
 constexpr size_t kFirstBatch = 200;
 constexpr size_t kLaterBatch = 4000;
 
@@ -17,7 +18,9 @@ bool IsDotName(const wchar_t* name) {
   return name[0] == L'.' && (name[1] == L'\0' || (name[1] == L'.' && name[2] == L'\0'));
 }
 
-uint64_t Join(DWORD high, DWORD low) { return (static_cast<uint64_t>(high) << 32) | low; }
+uint64_t Join(DWORD high, DWORD low) {
+  return (static_cast<uint64_t>(high) << 32) | low;
+}
 
 }  // namespace
 
@@ -30,7 +33,8 @@ ItemFacts FactsOf(const WIN32_FIND_DATAW& data) {
   ItemFacts facts;
   facts.attributes = data.dwFileAttributes;
   facts.modified = Join(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime);
-  if (!(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) facts.size = Join(data.nFileSizeHigh, data.nFileSizeLow);
+  if (!(data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+    facts.size = Join(data.nFileSizeHigh, data.nFileSizeLow);
   return facts;
 }
 
@@ -83,8 +87,8 @@ void FolderReader::Start(const std::wstring& path, bool foldersOnly, HWND window
 void FolderReader::Read(const std::shared_ptr<State>& state) {
   const std::wstring pattern = ExtendedPath(JoinPath(state->path, L"*"));
   WIN32_FIND_DATAW data;
-  const HANDLE find =
-      FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &data, FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH);
+  const HANDLE find = FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &data, FindExSearchNameMatch,
+                                       nullptr, FIND_FIRST_EX_LARGE_FETCH);
   if (find == INVALID_HANDLE_VALUE) {
     const DWORD error = GetLastError();
     // The root of an empty drive has not even the entry of itself.
@@ -127,9 +131,13 @@ void FolderReader::WaitUntilOpened(DWORD milliseconds) const {
   if (state_) WaitForSingleObject(state_->opened, milliseconds);
 }
 
-FolderReader::Progress FolderReader::progress() const { return state_ ? state_->progress.load() : Progress::kFinished; }
+FolderReader::Progress FolderReader::progress() const {
+  return state_ ? state_->progress.load() : Progress::kFinished;
+}
 
-DWORD FolderReader::error() const { return state_ ? state_->error.load() : 0; }
+DWORD FolderReader::error() const {
+  return state_ ? state_->error.load() : 0;
+}
 
 bool FolderReader::TakeBatch(ItemBatch& batch) {
   if (!state_) return false;

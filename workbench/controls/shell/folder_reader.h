@@ -24,7 +24,9 @@ struct ItemBatch {
   std::vector<Entry> entries;
 
   void Add(std::wstring_view name, const ItemFacts& facts);
-  std::wstring_view name(const Entry& entry) const { return {names.data() + entry.nameOffset, entry.nameLength}; }
+  std::wstring_view name(const Entry& entry) const {
+    return {names.data() + entry.nameOffset, entry.nameLength};
+  }
 };
 
 ItemFacts FactsOf(const WIN32_FIND_DATAW& data);
@@ -39,7 +41,8 @@ class FolderReader {
   FolderReader(const FolderReader&) = delete;
   FolderReader& operator=(const FolderReader&) = delete;
 
-  // Starts reading path; window gets message (posted) whenever there is something new. A reading that runs is cancelled.
+  // Starts reading path; window gets message (posted) whenever there is something new. A reading that runs is
+  // cancelled.
   void Start(const std::wstring& path, bool foldersOnly, HWND window, UINT message);
   // Ends the reading; no message comes after it. Never waits for the disk.
   void Cancel();

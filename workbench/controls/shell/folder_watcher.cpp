@@ -14,8 +14,9 @@ constexpr DWORD kQuietMs = 40;         // changes that follow within this time b
 constexpr ULONGLONG kLongestMs = 400;  // but a change is never held back longer, however busy the folder is
 constexpr size_t kMostNames = 2000;    // more are cheaper to read anew
 constexpr DWORD kBufferBytes = 64 * 1024;
-constexpr DWORD kWatched = FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_DIR_NAME | FILE_NOTIFY_CHANGE_ATTRIBUTES |
-                           FILE_NOTIFY_CHANGE_SIZE | FILE_NOTIFY_CHANGE_LAST_WRITE;
+constexpr DWORD kWatched = FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_DIR_NAME |
+                           FILE_NOTIFY_CHANGE_ATTRIBUTES | FILE_NOTIFY_CHANGE_SIZE |
+                           FILE_NOTIFY_CHANGE_LAST_WRITE;
 
 class OwnedHandle {
  public:
@@ -111,8 +112,9 @@ bool FolderWatcher::Take(ChangeSet& changes) {
 // On the worker thread.
 void FolderWatcher::Follow(const std::shared_ptr<State>& state) {
   const OwnedHandle folder(CreateFileW(ExtendedPath(state->path).c_str(), FILE_LIST_DIRECTORY,
-                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-                                       FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OVERLAPPED, nullptr));
+                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                       OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OVERLAPPED,
+                                       nullptr));
   const OwnedHandle done(CreateEventW(nullptr, TRUE, FALSE, nullptr));
   if (!folder.valid() || !done.valid()) return;
   // Aligned as notification records must be.
@@ -137,8 +139,8 @@ void FolderWatcher::Follow(const std::shared_ptr<State>& state) {
       overlapped = {};
       overlapped.hEvent = done.get();
       ResetEvent(done.get());
-      if (!ReadDirectoryChangesW(folder.get(), buffer.data(), kBufferBytes, FALSE, kWatched, nullptr, &overlapped,
-                                 nullptr)) {
+      if (!ReadDirectoryChangesW(folder.get(), buffer.data(), kBufferBytes, FALSE, kWatched, nullptr,
+                                 &overlapped, nullptr)) {
         break;
       }
       armed = true;

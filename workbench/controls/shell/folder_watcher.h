@@ -31,8 +31,8 @@ class FolderWatcher {
   FolderWatcher(const FolderWatcher&) = delete;
   FolderWatcher& operator=(const FolderWatcher&) = delete;
 
-  // Follows path from now on; window gets message (posted) when there is something to take. Changes that come close
-  // together are delivered together. A folder that cannot be followed just stays silent.
+  // Follows path from now on; window gets message (posted) when there is something to take. Changes that come
+  // close together are delivered together. A folder that cannot be followed just stays silent.
   void Start(const std::wstring& path, HWND window, UINT message);
   // No message comes after it. Never waits.
   void Stop();

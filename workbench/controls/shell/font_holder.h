@@ -2,8 +2,9 @@
 #pragma once
 
 #include <windows.h>
-#include <ole2.h>
+
 #include <ocidl.h>
+#include <ole2.h>
 #include <olectl.h>
 
 #include "workbench/controls/com/com_object.h"

@@ -2,8 +2,10 @@
 
 namespace controls {
 
-bool ItemMenu::AddShellEntries(HWND owner, IShellFolder& folder, UINT count, LPCITEMIDLIST* children, bool rename) {
-  if (FAILED(folder.GetUIObjectOf(owner, count, children, IID_IContextMenu, nullptr, shell_.put_void()))) return false;
+bool ItemMenu::AddShellEntries(HWND owner, IShellFolder& folder, UINT count, LPCITEMIDLIST* children,
+                               bool rename) {
+  if (FAILED(folder.GetUIObjectOf(owner, count, children, IID_IContextMenu, nullptr, shell_.put_void())))
+    return false;
   const UINT flags = CMF_NORMAL | (rename ? CMF_CANRENAME : 0u);
   const HRESULT filled = shell_->QueryContextMenu(menu_, 0, kFirstShell, kLastShell, flags);
   if (SUCCEEDED(filled) && GetMenuItemCount(menu_) > 0) return true;
@@ -18,7 +20,9 @@ void ItemMenu::AddOwn(const wchar_t* caption, const char* verb, bool enabled, bo
   if (isDefault) SetMenuDefaultItem(menu_, command, FALSE);
 }
 
-void ItemMenu::AddSeparator() { AppendMenuW(menu_, MF_SEPARATOR, 0, nullptr); }
+void ItemMenu::AddSeparator() {
+  AppendMenuW(menu_, MF_SEPARATOR, 0, nullptr);
+}
 
 long ItemMenu::Add(const std::wstring& caption, const std::wstring& verb) {
   if (verb == L"Separator") {
@@ -42,7 +46,8 @@ ItemMenu::Choice ItemMenu::Track(HWND owner, POINT screen) {
     choice.verb = ownVerbs_[choice.command - kFirstOwn];
   } else if (shell_) {
     char verb[64] = "";
-    if (SUCCEEDED(shell_->GetCommandString(choice.command - kFirstShell, GCS_VERBA, nullptr, verb, sizeof(verb)))) {
+    if (SUCCEEDED(
+            shell_->GetCommandString(choice.command - kFirstShell, GCS_VERBA, nullptr, verb, sizeof(verb)))) {
       choice.verb = verb;
     }
   }

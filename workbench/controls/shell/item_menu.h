@@ -2,6 +2,7 @@
 #pragma once
 
 #include <windows.h>
+
 #include <shlobj.h>
 
 #include <string>
@@ -13,8 +14,8 @@ namespace controls {
 
 class ItemMenu {
  public:
-  // Commands of the shell and of the control count from 1; those of the container from kFirstAdded. All fit into 15 bits,
-  // because containers may keep no more of them.
+  // Commands of the shell and of the control count from 1; those of the container from kFirstAdded. All fit
+  // into 15 bits, because containers may keep no more of them.
   static constexpr UINT kFirstShell = 1;
   static constexpr UINT kLastShell = 0x5FFF;
   static constexpr UINT kFirstOwn = 0x6000;
@@ -35,8 +36,8 @@ class ItemMenu {
   long Add(const std::wstring& caption, const std::wstring& verb);
 
   struct Choice {
-    UINT command = 0;   // 0: nothing was chosen
-    std::string verb;   // of an entry of the shell or the control; may be empty
+    UINT command = 0;  // 0: nothing was chosen
+    std::string verb;  // of an entry of the shell or the control; may be empty
     bool added = false;
   };
   Choice Track(HWND owner, POINT screen);

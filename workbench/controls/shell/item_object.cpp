@@ -58,8 +58,12 @@ STDMETHODIMP ItemObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS*
   return InvokeFromTable(Members(), this, L"Shell item", id, flags, params, result, exception, badArgument);
 }
 
-HRESULT ItemObject::GetPath(Call& call) { return call.ReturnText(Path()); }
-HRESULT ItemObject::GetDisplayName(Call& call) { return call.ReturnText(DisplayName()); }
+HRESULT ItemObject::GetPath(Call& call) {
+  return call.ReturnText(Path());
+}
+HRESULT ItemObject::GetDisplayName(Call& call) {
+  return call.ReturnText(DisplayName());
+}
 
 HRESULT ItemObject::GetSortKey(Call& call) {
   long key = 0;
@@ -72,7 +76,9 @@ HRESULT ItemObject::PutSortKey(Call& call) {
   return FAILED(converted) ? converted : SetSortKey(key);
 }
 
-HRESULT ItemObject::GetSelected(Call& call) { return call.ReturnBool(Selected()); }
+HRESULT ItemObject::GetSelected(Call& call) {
+  return call.ReturnBool(Selected());
+}
 
 HRESULT ItemObject::PutSelected(Call& call) {
   bool selected = false;
@@ -80,19 +86,27 @@ HRESULT ItemObject::PutSelected(Call& call) {
   return FAILED(converted) ? converted : SetSelected(selected);
 }
 
-HRESULT ItemObject::CallParent(Call& call) { return call.ReturnObject(Parent().get()); }
+HRESULT ItemObject::CallParent(Call& call) {
+  return call.ReturnObject(Parent().get());
+}
 
 HRESULT ItemObject::GetAttributes(Call& call) {
   long mask = 0;
   const HRESULT converted = call.Long(0, mask);
-  return FAILED(converted) ? converted : call.ReturnLong(static_cast<long>(Attributes(static_cast<ULONG>(mask))));
+  return FAILED(converted) ? converted
+                           : call.ReturnLong(static_cast<long>(Attributes(static_cast<ULONG>(mask))));
 }
 
-HRESULT ItemObject::CallDefault(Call&) { return InvokeDefault(); }
-HRESULT ItemObject::GetPidl(Call& call) { return call.ReturnAddress(Pidl()); }
+HRESULT ItemObject::CallDefault(Call&) {
+  return InvokeDefault();
+}
+HRESULT ItemObject::GetPidl(Call& call) {
+  return call.ReturnAddress(Pidl());
+}
 
 ULONG ShellAttributes(uint32_t fileAttributes, std::wstring_view name) {
-  ULONG attributes = SFGAO_FILESYSTEM | SFGAO_CANCOPY | SFGAO_CANMOVE | SFGAO_CANRENAME | SFGAO_CANDELETE | SFGAO_CANLINK;
+  ULONG attributes =
+      SFGAO_FILESYSTEM | SFGAO_CANCOPY | SFGAO_CANMOVE | SFGAO_CANRENAME | SFGAO_CANDELETE | SFGAO_CANLINK;
   if (fileAttributes & kAttributeDirectory) {
     attributes |= SFGAO_FOLDER | SFGAO_FILESYSANCESTOR;
   } else if (EqualsIgnoringCase(ExtensionOf(name), L"lnk")) {

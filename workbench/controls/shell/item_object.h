@@ -10,8 +10,8 @@
 
 namespace controls {
 
-// The dispatch face of an item; what it says comes from the derived class. Items may outlive their control; they then
-// still answer what needs no control.
+// The dispatch face of an item; what it says comes from the derived class. Items may outlive their control;
+// they then still answer what needs no control.
 class ItemObject : public IDispatch {
  public:
   void* Interface(REFIID iid);
@@ -57,8 +57,8 @@ class ItemObject : public IDispatch {
 // Attribute bits of a file-system item, from what enumeration gave.
 ULONG ShellAttributes(uint32_t fileAttributes, std::wstring_view name);
 
-// A folder by itself: a node of the tree, the current folder of a view. An empty location makes the item of "nothing",
-// whose texts are empty.
+// A folder by itself: a node of the tree, the current folder of a view. An empty location makes the item of
+// "nothing", whose texts are empty.
 class LocationItem : public ItemObject {
  public:
   using Open = std::function<HRESULT(const Location&)>;
@@ -72,7 +72,8 @@ class LocationItem : public ItemObject {
 
  protected:
   // open may be empty; it must not outlive what it uses.
-  explicit LocationItem(Location location, Open open = {}) : location_(std::move(location)), open_(std::move(open)) {}
+  explicit LocationItem(Location location, Open open = {})
+      : location_(std::move(location)), open_(std::move(open)) {}
 
  private:
   Location location_;

@@ -61,7 +61,9 @@ const ITEMIDLIST* Location::pidl() const {
   return pidl_.get();
 }
 
-std::wstring Location::Text() const { return path_.empty() ? DisplayNameOf(pidl_.get()) : path_; }
+std::wstring Location::Text() const {
+  return path_.empty() ? DisplayNameOf(pidl_.get()) : path_;
+}
 
 std::wstring Location::Name() const {
   return path_.empty() ? DisplayNameOf(pidl_.get()) : std::wstring(NameOfPath(path_));

@@ -13,8 +13,8 @@ class Location {
 
   // path: tidy and absolute. The folder need not exist.
   static Location FromPath(std::wstring path);
-  // The list is copied. The desktop and other folders that the shell makes itself stay virtual even where a directory
-  // stands behind them. Empty for null.
+  // The list is copied. The desktop and other folders that the shell makes itself stay virtual even where a
+  // directory stands behind them. Empty for null.
   static Location FromPidl(const ITEMIDLIST* pidl);
   static Location Desktop();
   static Location Computer();
@@ -26,8 +26,8 @@ class Location {
 
   // Empty for a virtual folder.
   const std::wstring& path() const { return path_; }
-  // Null when the shell has no name for a path (too long, odd names). Made at the first use; it lives as long as this
-  // location or a copy of it made afterwards.
+  // Null when the shell has no name for a path (too long, odd names). Made at the first use; it lives as long
+  // as this location or a copy of it made afterwards.
   const ITEMIDLIST* pidl() const;
 
   // The path, or a virtual folder's name as the user sees it.

@@ -31,7 +31,8 @@ Location LocationFromCall(const wchar_t* path, const ITEMIDLIST* pidl) {
 class LocationLink::Sink : public ILocationSink {
  public:
   void* Interface(REFIID iid) {
-    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, kIidLocationSink)) return static_cast<ILocationSink*>(this);
+    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, kIidLocationSink))
+      return static_cast<ILocationSink*>(this);
     return nullptr;
   }
   STDMETHODIMP LocationChanged(const wchar_t* path, const ITEMIDLIST* pidl) override {

@@ -26,8 +26,8 @@ class LocationSource {
 void TellLocation(ILocationSink& sink, const Location& location);
 Location LocationFromCall(const wchar_t* path, const ITEMIDLIST* pidl);
 
-// The end that follows: holds one reference to a peer and hears about its moves. The peer in turn only holds a small
-// object of this link, so two linked controls never keep each other alive.
+// The end that follows: holds one reference to a peer and hears about its moves. The peer in turn only holds
+// a small object of this link, so two linked controls never keep each other alive.
 class LocationLink {
  public:
   using Moved = std::function<void(const Location&)>;
@@ -37,8 +37,8 @@ class LocationLink {
   LocationLink(const LocationLink&) = delete;
   LocationLink& operator=(const LocationLink&) = delete;
 
-  // Follows object from now on and hears its present place at once. Null unlinks. False when the object is no control
-  // that can be followed; nothing is linked then.
+  // Follows object from now on and hears its present place at once. Null unlinks. False when the object is no
+  // control that can be followed; nothing is linked then.
   bool Connect(IUnknown* object);
   void Disconnect();
   bool connected() const { return static_cast<bool>(peer_); }

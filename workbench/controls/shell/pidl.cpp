@@ -1,6 +1,7 @@
 #include "workbench/controls/shell/pidl.h"
 
 #include <windows.h>
+
 #include <shlwapi.h>
 
 #include "workbench/controls/com/com_object.h"

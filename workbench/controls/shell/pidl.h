@@ -2,6 +2,7 @@
 #pragma once
 
 #include <windows.h>
+
 #include <shellapi.h>
 #include <shlobj.h>
 
@@ -18,10 +19,12 @@ using UniquePidl = std::unique_ptr<ITEMIDLIST, PidlDeleter>;
 // Lists are never changed once made, so copies share them.
 using SharedPidl = std::shared_ptr<ITEMIDLIST>;
 
-inline UniquePidl ClonePidl(const ITEMIDLIST* pidl) { return UniquePidl(pidl ? ILClone(pidl) : nullptr); }
+inline UniquePidl ClonePidl(const ITEMIDLIST* pidl) {
+  return UniquePidl(pidl ? ILClone(pidl) : nullptr);
+}
 
-// The list of a file-system path, without looking at the disk where the shell allows it; null when the shell has no
-// name for it.
+// The list of a file-system path, without looking at the disk where the shell allows it; null when the shell
+// has no name for it.
 UniquePidl PidlFromPath(const std::wstring& path);
 
 // The file-system path of a list; empty for things that are not on a file system.

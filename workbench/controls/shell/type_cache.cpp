@@ -1,6 +1,7 @@
 #include "workbench/controls/shell/type_cache.h"
 
 #include <windows.h>
+
 #include <shellapi.h>
 #include <shlobj.h>
 
@@ -64,8 +65,12 @@ TypeCache::Entry& TypeCache::Resolved(uint32_t type) {
   return entry;
 }
 
-const std::wstring& TypeCache::NameOf(uint32_t type) { return Resolved(type).name; }
-int TypeCache::IconOf(uint32_t type) { return Resolved(type).icon; }
+const std::wstring& TypeCache::NameOf(uint32_t type) {
+  return Resolved(type).name;
+}
+int TypeCache::IconOf(uint32_t type) {
+  return Resolved(type).icon;
+}
 
 std::vector<uint32_t> TypeCache::Ranks() {
   std::vector<uint32_t> order(entries_.size());
@@ -85,9 +90,9 @@ std::vector<uint32_t> TypeCache::Ranks() {
 
 HIMAGELIST SystemImages(bool large) {
   SHFILEINFOW info = {};
-  return reinterpret_cast<HIMAGELIST>(
-      SHGetFileInfoW(L"folder", FILE_ATTRIBUTE_DIRECTORY, &info, sizeof(info),
-                     SHGFI_USEFILEATTRIBUTES | SHGFI_SYSICONINDEX | (large ? SHGFI_LARGEICON : SHGFI_SMALLICON)));
+  return reinterpret_cast<HIMAGELIST>(SHGetFileInfoW(
+      L"folder", FILE_ATTRIBUTE_DIRECTORY, &info, sizeof(info),
+      SHGFI_USEFILEATTRIBUTES | SHGFI_SYSICONINDEX | (large ? SHGFI_LARGEICON : SHGFI_SMALLICON)));
 }
 
 int IconOfPidl(const ITEMIDLIST* pidl, bool open) {

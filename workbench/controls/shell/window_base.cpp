@@ -38,9 +38,14 @@ void WindowClassUse::Release() {
 }
 
 bool WindowBase::Create(const wchar_t* className, HWND parent, const RECT& rect) {
+  // Also makes sure that the library of the list, the tree and the box is loaded.
+  const INITCOMMONCONTROLSEX classes = {sizeof(classes),
+                                        ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_USEREX_CLASSES};
+  InitCommonControlsEx(&classes);
   if (!class_.Acquire(className, Procedure)) return false;
-  CreateWindowExW(WS_EX_CONTROLPARENT, className, L"", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, rect.left, rect.top,
-                  rect.right - rect.left, rect.bottom - rect.top, parent, nullptr, ModuleInstance(), this);
+  CreateWindowExW(WS_EX_CONTROLPARENT, className, L"", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS,
+                  rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, parent, nullptr,
+                  ModuleInstance(), this);
   return hwnd_ != nullptr;
 }
 
@@ -91,8 +96,8 @@ void Subclass::Attach(HWND window) {
   if (known != windows.end()) {
     known->second.subclass = this;
   } else {
-    const auto original =
-        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
+    const auto original = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)));
     if (!original) return;
     windows[window] = {original, this};
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <windows.h>
+
 #include <commctrl.h>
 
 #include <memory>
@@ -55,9 +56,9 @@ class WindowBase {
   HWND hwnd_ = nullptr;
 };
 
-// Takes part in another window's messages while it lives. The window procedure is replaced directly: the common
-// controls' own subclassing looks a window property up for each message, which is a call to another process under Wine,
-// and 100,000 selection messages must not take seconds.
+// Takes part in another window's messages while it lives. The window procedure is replaced directly: the
+// common controls' own subclassing looks a window property up for each message, which is a call to another
+// process under Wine, and 100,000 selection messages must not take seconds.
 class Subclass {
  public:
   Subclass() = default;

@@ -28,7 +28,8 @@ DWORD WINAPI Run(void* argument) {
 bool StartWorker(std::function<void()> work) {
   auto start = std::make_unique<Start>();
   start->work = std::move(work);
-  if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCWSTR>(&Run), &start->module)) {
+  if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, reinterpret_cast<LPCWSTR>(&Run),
+                          &start->module)) {
     return false;
   }
   ModuleLock::Add();

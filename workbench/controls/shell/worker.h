@@ -7,9 +7,9 @@
 
 namespace controls {
 
-// Runs work on a thread of its own that keeps the module loaded until it has ended; the module counts as in use
-// meanwhile. work must not throw, and must not touch windows (posting excepted) or COM objects. False when the system
-// has no thread to give.
+// Runs work on a thread of its own that keeps the module loaded until it has ended; the module counts as in
+// use meanwhile. work must not throw, and must not touch windows (posting excepted) or COM objects. False
+// when the system has no thread to give.
 bool StartWorker(std::function<void()> work);
 
 // Where a worker sends its "there is something": one message at a time, none after Close.
