@@ -44,7 +44,7 @@ fi
 wine_managed_windows N
 picture=$PWD/build/$preset/workbench.png
 state=$(mktemp)
-"$WINE" "$bin/workbench.exe" --ready-file "Z:${state//\//\\}" "$windows_folder" >/dev/null 2>&1 &
+"$WINE" "$bin/workbench.exe" --size 1560x960 --ready-file "Z:${state//\//\\}" "$windows_folder" >/dev/null 2>&1 &
 workbench_pid=$!
 for _ in $(seq 600); do
   grep -q ready "$state" 2>/dev/null && break

@@ -59,9 +59,9 @@ POEM = '''Das große Maß
 süße Grüße tun hier gut.
 '''
 
-MEMO = '''メモ
+MEMO = '''Η λίστα μου
 
-この名前と文は、八ビットの文字コードでは書けません。
+Αυτό το όνομα δεν γράφεται σε λατινική κωδικοσελίδα.
 '''
 
 CHORD = [(261.63, 0.0), (329.63, 0.12), (392.00, 0.24), (523.25, 0.36)]  # hertz, start in seconds
@@ -117,7 +117,7 @@ def files(others, when):
         'Documents/Scene settings.json': (json.dumps(SCENE_SETTINGS, indent=2) + '\n').encode(),
         'Documents/Sample page.html': PAGE.encode(),
         'Gr\u00fc\u00dfe.txt': POEM.encode('utf-8-sig').replace(b'\n', b'\r\n'),
-        '\u65e5\u672c\u8a9e\u306e\u30e1\u30e2.txt': MEMO.encode('utf-8-sig').replace(b'\n', b'\r\n'),
+        '\u0397 \u03bb\u03af\u03c3\u03c4\u03b1 \u03bc\u03bf\u03c5.txt': MEMO.encode('utf-8-sig').replace(b'\n', b'\r\n'),
         'Documents/Empty file.txt': b'',
         'Documents/File without extension': b'A file whose type only its content tells.\n',
         'Chime.wav': chime(),

@@ -120,7 +120,7 @@ STDMETHODIMP OleControl::SetObjectRects(LPCRECT position, LPCRECT) {
   if (!position) return E_POINTER;
   if (!window_) return S_OK;
   SetWindowPos(window_, nullptr, position->left, position->top, position->right - position->left,
-               position->bottom - position->top, SWP_NOZORDER | SWP_NOACTIVATE);
+               position->bottom - position->top, SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
   return S_OK;
 }
 

@@ -200,7 +200,7 @@ void ListPane::Layout() {
   GetClientRect(hwnd(), &client);
   const int listHeight = static_cast<int>(client.bottom) - StatusHeight();
   SetWindowPos(list_, nullptr, 0, 0, client.right, listHeight > 0 ? listHeight : 0,
-               SWP_NOZORDER | SWP_NOACTIVATE);
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
   RedrawStatus();
 }
 
