@@ -9,6 +9,7 @@
 #include "src/explorer/file_view_events.h"
 #include "src/explorer/layout.h"
 #include "src/explorer/toolbar_builder.h"
+#include "src/framework/com/com_error_text.h"
 #include "src/shellhost/file_view.h"
 #include "src/shellhost/folder_view.h"
 
@@ -41,19 +42,28 @@ bool ExplorerWindow::BuildFilePane() {
   if (fileView_ || comboView_) return true;
   if (filePaneTried_) return false;  // what could not be made once is not tried, and complained of, at every notification
   filePaneTried_ = true;
-  RegisterFilePaneControls();
-  comboView_ = CreateComboViewHost(window_.get());
-  if (!comboView_) return false;
-  fileView_ = CreateFileViewHost(window_.get(), PropertyList(), this, &DispatchFileViewEvent);
-  if (folderView_ != nullptr) SetFolderViewHost(folderView_);
-  return true;
+  try {
+    RegisterFilePaneControls();
+    comboView_ = CreateComboViewHost(window_.get());
+    if (!comboView_) return false;
+    fileView_ = CreateFileViewHost(window_.get(), PropertyList(), this, &DispatchFileViewEvent);
+    if (folderView_ != nullptr) SetFolderViewHost(folderView_);
+    return true;
+  } catch (const _com_error& error) {
+    // A control that refuses what every file view needs is no file view; the rest of the host goes on.
+    fileView_.reset();
+    comboView_.reset();
+    ReportComError("Error while building the file pane.", error);
+    return false;
+  }
 }
 
 void ExplorerWindow::SetFolderViewHost(ShellControlHost* folderView) {
   folderView_ = folderView;
   if (folderView == nullptr || !fileView_ || !comboView_) return;
   LinkShellControls(comboView_.get(), folderView, fileView_.get());
-  SetFocus(GetListWindow(fileView_.get()));
+  const HWND list = GetListWindow(fileView_.get());
+  if (list != nullptr) SetFocus(list);
 }
 
 int ExplorerWindow::ToolbarHeight() { return SizeToolbar(toolbar_); }

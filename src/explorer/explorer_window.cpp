@@ -158,6 +158,12 @@ LRESULT ExplorerWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARA
       return OnSize(lParam);
     case WM_ERASEBKGND:
       return OnEraseBackground(wParam);
+    case WM_DESTROY:
+      // Somebody else destroys the window: what lives in it goes while its windows still stand.
+      fileView_.reset();
+      comboView_.reset();
+      patternBox_.Destroy();
+      break;
     case WM_NCDESTROY:
       SetWindowLongPtrA(window, GWLP_USERDATA, 0);
       window_.release();  // destroyed by somebody else, or by the destructor just now
@@ -245,11 +251,14 @@ LRESULT ExplorerWindow::OnEraseBackground(WPARAM wParam) {
   FillRect(dc, &client, GetSysColorBrush(COLOR_BTNFACE));
   FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));
   client.top = toolbarHeight;
+  const HFONT font = reinterpret_cast<HFONT>(SendMessageA(toolbar_, WM_GETFONT, 0, 0));
+  const HGDIOBJ oldFont = font != nullptr ? SelectObject(dc, font) : nullptr;
   const COLORREF oldColor = SetTextColor(dc, RGB(0, 0, 0));
   const int oldMode = SetBkMode(dc, TRANSPARENT);
   DrawTextA(dc, kInitialText, -1, &client, DT_SINGLELINE | DT_CENTER | DT_VCENTER);
   SetBkMode(dc, oldMode);
   SetTextColor(dc, oldColor);
+  if (oldFont != nullptr) SelectObject(dc, oldFont);
   return 1;
 }
 

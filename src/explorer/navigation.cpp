@@ -115,6 +115,7 @@ void GoToPath(ExplorerState& state, const char* path) {
 }
 
 void RefreshUpButtons(ExplorerState& state) {
+  if (!state.folderViewHost) return;  // without a tree nobody knows; going up stays possible
   const bool hasParent = SelectedFolderHasParent(state.folderViewHost.get());
   EnableToolbarButton(state.toolbars.folders, kCommandUpOneLevel, hasParent);
   if (state.explorerWindow) EnableToolbarButton(state.explorerWindow->toolbar(), kCommandUpOneLevel, hasParent);

@@ -72,7 +72,7 @@ void PatternBox::CreateBalloon(HINSTANCE instance, HWND ownerWindow) {
 }
 
 void PatternBox::Destroy() {
-  if (balloon_ != nullptr) DestroyWindow(balloon_);
+  if (balloon_ != nullptr && IsWindow(balloon_)) DestroyWindow(balloon_);
   if (edit_ != nullptr && IsWindow(edit_)) {
     SetWindowLongPtrA(edit_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousProcedure_));
     RemovePropA(edit_, kBoxProperty);
@@ -87,8 +87,9 @@ void PatternBox::Clear() {
 LRESULT CALLBACK PatternBox::EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
   auto* const box = static_cast<PatternBox*>(GetPropA(edit, kBoxProperty));
   if (box == nullptr) return DefWindowProcA(edit, message, wParam, lParam);
-  if (message == WM_CHAR && wParam == VK_RETURN) return 0;  // a one-line box only beeps at it
-  const LRESULT result = CallWindowProcA(box->previousProcedure_, edit, message, wParam, lParam);
+  // Enter redoes the selection like every character; the one-line box itself would only beep at it.
+  const bool isEnter = message == WM_CHAR && wParam == VK_RETURN;
+  const LRESULT result = isEnter ? 0 : CallWindowProcA(box->previousProcedure_, edit, message, wParam, lParam);
   if (message != WM_CHAR) return result;
   try {
     const ModuleContext context;

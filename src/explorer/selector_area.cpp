@@ -62,7 +62,7 @@ bool CreateFolderTree(ExplorerState& state) {
 }
 
 void ApplyStartDirectory(ExplorerState& state) {
-  if (state.startDirectoryApplied || !state.explorerWindow) return;
+  if (state.startDirectoryApplied || !state.explorerWindow || state.explorerWindow->fileView() == nullptr) return;
   SetCurrentFolder(state.explorerWindow->fileView(), state.startDirectory.get());
   state.startDirectoryApplied = true;
 }
@@ -88,11 +88,7 @@ int SizeWithBracket(const ExplorerState& state, HWND toolbar) {
   return height;
 }
 
-}  // namespace
-
-bool EnsureSelectorArea(ExplorerState& state) {
-  if (state.folderViewHost) return true;
-  if (state.panelWindow == nullptr || !CreateFolderTree(state)) return false;
+void FurnishSelectorArea(ExplorerState& state) {
   state.shellUnusable = false;
   ExplorerWindow* const explorer = state.explorerWindow.get();
   if (explorer != nullptr) explorer->SetFolderViewHost(state.folderViewHost.get());
@@ -105,7 +101,21 @@ bool EnsureSelectorArea(ExplorerState& state) {
   ShowCurrentSelectorView(state);
   if (explorer != nullptr) explorer->ResynchronisePanes();
   ApplyStartDirectory(state);
-  return true;
+}
+
+}  // namespace
+
+bool EnsureSelectorArea(ExplorerState& state) {
+  if (state.folderViewHost) return true;
+  if (state.panelWindow == nullptr || !CreateFolderTree(state)) return false;
+  try {
+    FurnishSelectorArea(state);
+    return true;
+  } catch (...) {
+    // Half an area would look like a whole one to the next call: it goes, and the next call begins anew.
+    DestroySelectorArea(state);
+    throw;
+  }
 }
 
 void DestroySelectorArea(ExplorerState& state) {

@@ -65,8 +65,8 @@ void Initialize(Walk& walk, void** value) {
 }
 
 void NewInstance(Walk& walk, void** value) {
+  *value = &walk.app;  // also when the instance stops half-way
   walk.app.CreateInstance(walk.services, ModuleInstance());
-  *value = &walk.app;
 }
 
 void DestroyInstance(Walk& walk, void**) { walk.app.DestroyInstance(); }

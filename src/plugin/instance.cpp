@@ -3,6 +3,8 @@
 
 #include <shlobj.h>
 
+#include <exception>
+
 #include "src/explorer/autoload.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/file_view_events.h"
@@ -110,13 +112,21 @@ void CMainApp::ReleaseHostRegistration() {
   state_->hostRegistration = nullptr;
 }
 
+void CMainApp::SaveFavorites() {
+  try {
+    if (state_->favoritesPane) state_->favoritesPane->Save();
+  } catch (const std::exception&) {
+    // The file stays as it was; the teardown that follows must not be left half-way.
+  }
+}
+
 void CMainApp::DestroyInstance() {
   // 1. The host's registration.
   ReleaseHostRegistration();
   // 2. The history saves itself on its way out.
   state_->historyView.reset();
   // 3. The favourites, saved while their tree still stands.
-  if (state_->favoritesPane) state_->favoritesPane->Save();
+  SaveFavorites();
   state_->favoritesPane.reset();
   // 4. Selector toolbars and folder tree.
   DestroySelectorArea(*state_);
@@ -133,6 +143,7 @@ void CMainApp::DestroyInstance() {
   }
   host::Call<host::op::RemoveUtilityPanel>(state_->services, static_cast<const char*>(host::kPanelGuid));
   state_->ClearInstance();
+  state_->services = nullptr;
   if (oleInitialised_) OleUninitialize();
   oleInitialised_ = false;
 }

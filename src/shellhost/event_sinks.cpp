@@ -73,6 +73,7 @@ void OnDoubleClick(const EventCall& call, const EventArguments& arguments) {
   const auto q = arguments.Number(2);
   VARIANT_BOOL* const cancel = arguments.FlagReference(3);
   if (arguments.count() != 4 || !item || !p || !q || !cancel || !IsPlainFile(item)) return;
+  *cancel = VARIANT_FALSE;  // stands also when the callback throws
   const std::int64_t handled =
       call(ControlEvent::kFileDoubleClicked, item, *p, *q, TextOf(item, &ShellItem::GetFullPath));
   *cancel = handled ? VARIANT_TRUE : VARIANT_FALSE;

@@ -8,6 +8,7 @@
 #include "src/host/vc64_tx.h"
 #include "tests/support/explorer/blocked_class.h"
 #include "tests/support/explorer/explorer_fixture.h"
+#include "tests/support/scripted_control.h"
 #include "tests/support/wait_until.h"
 
 namespace {
@@ -225,6 +226,133 @@ TEST_F(InstanceTest, AMissingFileViewLeavesThePathBox) {
   EXPECT_EQ(fixture_.FileList(), nullptr);
   EXPECT_NE(fixture_.PanelChild(32000), nullptr);
   Destroy();
+}
+
+TEST_F(InstanceTest, APathBoxThatRefusesAPropertyEndsTheFilePaneAndIsReported) {
+  const IID comboDispatch = {0x20B7F96F, 0x5D6D, 0x436C, {0x8E, 0x1B, 0x2C, 0x69, 0x52, 0x8C, 0x19, 0xBE}};
+  const IID comboEvents = {0x10EAEFBF, 0xC1E8, 0x43E0, {0xA3, 0xFF, 0xF1, 0xEA, 0x28, 0x83, 0x92, 0x0D}};
+  test_support::ControlScript script;
+  script.dispatchId = comboDispatch;
+  script.eventId = comboEvents;
+  script.members[12] = [](WORD, DISPPARAMS*, VARIANT*) { return E_FAIL; };
+  CoInitialize(nullptr);
+  {
+    test_support::ScriptedClass combo(test_support::kComboViewClassId, script);
+    std::vector<void*> values;
+    fixture_.Start();
+    EXPECT_EQ(fixture_.SayWithHost({{"new_instance", nullptr}, {"menu_item_clicked", nullptr}}, &values), 1U);
+    EXPECT_NE(values[2], nullptr);
+    EXPECT_EQ(combo.created, 1);
+    EXPECT_EQ(combo.alive, 0);
+    EXPECT_EQ(CountBoxes("Fatal COM Error"), 1U);
+    EXPECT_NE(fixture_.ExplorerWindow(), nullptr);
+    EXPECT_EQ(fixture_.PanelChild(32000), nullptr);
+    Destroy();
+    EXPECT_EQ(fixture_.Panel(), nullptr);
+  }
+  CoUninitialize();
+}
+
+TEST_F(InstanceTest, AFolderTreeThatRefusesAnOptionIsMadeAnewTheNextTime) {
+  const IID treeDispatch = {0x5B17B3F2, 0x89DA, 0x4045, {0x8D, 0xE1, 0xC4, 0xBA, 0xEE, 0x6F, 0xCC, 0x46}};
+  const IID treeEvents = {0x6755F807, 0x572E, 0x4D81, {0x97, 0x61, 0x35, 0x48, 0xE3, 0x41, 0xCF, 0x55}};
+  test_support::ControlScript script;
+  script.dispatchId = treeDispatch;
+  script.eventId = treeEvents;
+  script.members[4] = [](WORD, DISPPARAMS*, VARIANT*) { return E_FAIL; };
+  CoInitialize(nullptr);
+  {
+    test_support::ScriptedClass tree(test_support::kFolderViewClassId, script);
+    Create();
+    EXPECT_GE(tree.created, 1);
+    EXPECT_EQ(tree.alive, 0);
+    EXPECT_EQ(fixture_.PanelChild(32001), nullptr);
+    EXPECT_NE(fixture_.FileList(), nullptr);
+  }
+  fixture_.SayWithHost({{"showhistorypanel", nullptr}});
+  EXPECT_NE(fixture_.FolderTree(), nullptr);
+  EXPECT_NE(fixture_.PanelChild(32002), nullptr);
+  Destroy();
+  CoUninitialize();
+}
+
+TEST_F(InstanceTest, AWindowThatWasNeverPlacedGetsNineTenthsOfHalfTheHostsHeight) {
+  fixture_.Start();
+  std::string size;
+  std::string position;
+  fixture_.services().Override<host::op::GetStoredRectangle>([](const char* guid, RECT* rect) {
+    EXPECT_STREQ(guid, "{D7B2E549-0DDC-47e7-81D5-B21C30B4943A}");
+    *rect = {10, 20, 809, 320};
+    return 1;
+  });
+  fixture_.services().Override<host::op::SetWindowSize>([&](HWND, int width, int height, int code) {
+    size = std::to_string(width) + " " + std::to_string(height) + " " + std::to_string(code);
+  });
+  fixture_.services().Override<host::op::SetWindowPosition>([&](HWND, int left, int top) {
+    position = std::to_string(left) + " " + std::to_string(top);
+  });
+  fixture_.SayWithHost({{"new_instance", nullptr}});
+  EXPECT_EQ(size, "800 135 3");
+  EXPECT_EQ(position, "10 20");
+  Destroy();
+}
+
+TEST_F(InstanceTest, AWindowThatTheHostPlacedIsLeftThere) {
+  fixture_.Start();
+  fixture_.services().Override<host::op::CreateDockedWindow>(
+      [](const char*, HWND, const char*, const char*, auto, auto, auto, auto, auto, auto, auto, auto,
+         host::DockedWindowPlacement* placement) {
+        placement->hasPlacement = 1;
+        return 1;
+      });
+  fixture_.SayWithHost({{"new_instance", nullptr}});
+  EXPECT_EQ(fixture_.services().CountCalls("SetWindowSize"), 0);
+  EXPECT_EQ(fixture_.services().CountCalls("SetWindowPosition"), 0);
+  Destroy();
+}
+
+TEST_F(InstanceTest, TheHostsDefaultMethodIsAskedForWhenTheUserWantsIt) {
+  fixture_.directory().AddFile(L"profile.ini", "[Explore]\nNewWindowCreationMethod=7\n");
+  Create();
+  EXPECT_EQ(fixture_.services().CountCalls("GetDefaultCreationMethod"), 1);
+  Destroy();
+}
+
+TEST_F(InstanceTest, WhileTheHostShowsAPopUpForTheFirstTimeItsNotificationsWait) {
+  fixture_.Start();
+  const UINT message = host::Call<host::op::GetNotificationMessage>(fixture_.services().services());
+  LRESULT toggled = -1;
+  LRESULT erased = -1;
+  fixture_.services().Override<host::op::GetWindowState>([](HWND) { return host::kStateExpanded; });
+  fixture_.services().Override<host::op::ShowManagedWindow>([&](HWND window, std::int32_t) {
+    toggled = SendMessageA(window, message, host::kNotifyToggle, 0);
+    const HDC dc = GetDC(window);
+    erased = SendMessageA(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(dc), 0);
+    ReleaseDC(window, dc);
+  });
+  fixture_.SayWithHost({{"new_instance", nullptr}});
+  EXPECT_EQ(toggled, 0);
+  EXPECT_EQ(erased, 0);
+  const HWND window = fixture_.ExplorerWindow();
+  EXPECT_EQ(SendMessageA(window, message, host::kNotifyToggle, 0), 1);
+  Destroy();
+}
+
+TEST_F(InstanceTest, AHostThatDestroysTheWindowItselfCanStillTearDown) {
+  Create();
+  DestroyWindow(fixture_.ExplorerWindow());
+  fixture_.workbench().Pump();
+  EXPECT_EQ(fixture_.SayWithHost({{"showhistorypanel", nullptr}}), 0U);
+  Destroy();
+  EXPECT_TRUE(UserFileExists("favorites.dat"));
+}
+
+TEST_F(InstanceTest, AfterTeardownTheHostIsNotCalledAnyMore) {
+  Create();
+  Destroy();
+  fixture_.services().ClearCalls();
+  EXPECT_EQ(fixture_.Say({{"showhistorypanel", nullptr}}), 0U);
+  EXPECT_THAT(fixture_.services().calls(), IsEmpty());
 }
 
 TEST_F(InstanceTest, DestroyWithoutAnInstanceDoesNoHarm) {

@@ -66,6 +66,17 @@ TEST_F(LoadingTest, ASingleClickLoadsWhenTheUserWantsIt) {
   ASSERT_TRUE(WaitUntil([&] { return Documents() == 1; }));
 }
 
+TEST_F(LoadingTest, WithSingleClickLoadingADoubleClickLoadsNothingMore) {
+  fixture_.directory().AddFile(L"profile.ini", "[Explore]\nFileView_SingleClickFileLoading=1\n");
+  Begin();
+  fixture_.DoubleClickFile("notes.txt");
+  ASSERT_TRUE(WaitUntil([&] { return Documents() == 1; }));
+  test_support::PumpMessages();
+  // Opened by the click; the double click is the control's own.
+  EXPECT_EQ(SendMessageA(fixture_.PanelChild(32000), LB_GETCOUNT, 0, 0), 1);
+  EXPECT_EQ(Documents(), 1U);
+}
+
 TEST_F(LoadingTest, AFolderIsOpenedAndNotLoaded) {
   fixture_.directory().AddFile(L"files\\below\\inner.obj");
   Begin();

@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <windows.h>
 
+#include <objbase.h>
+
 #include <algorithm>
 #include <set>
 #include <string>
@@ -76,6 +78,20 @@ TEST_F(ModuleFileTest, TheToolbarStripHoldsThirtyEightPictures) {
   DeleteObject(bitmap);
   EXPECT_GE(info.bmWidth, 38 * 16);
   EXPECT_EQ(info.bmHeight, 15);
+}
+
+TEST(ModuleLoadTest, IsRefusedOnAThreadOfTheOtherApartmentModel) {
+  HMODULE loaded = reinterpret_cast<HMODULE>(1);
+  const auto load = [](void* result) -> DWORD {
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    *static_cast<HMODULE*>(result) = LoadLibraryA("ui_file_explorer.dll");
+    CoUninitialize();
+    return 0;
+  };
+  const HANDLE thread = CreateThread(nullptr, 0, load, &loaded, 0, nullptr);
+  WaitForSingleObject(thread, INFINITE);
+  CloseHandle(thread);
+  EXPECT_EQ(loaded, nullptr);
 }
 
 struct Tooltip {
