@@ -11,9 +11,10 @@ tools/install-dependencies.sh
 
 preset=windows-debug
 jobs=$(nproc)
-cmake --preset native-sanitized >/dev/null
+extra=${EXTRA_TESTS_DIR:+$(cd "$EXTRA_TESTS_DIR" && pwd)}
+cmake --preset native-sanitized -DEXTRA_TESTS_DIR="$extra" >/dev/null
 cmake --build --preset native-sanitized -j "$jobs"
-cmake --preset "$preset" ${EXTRA_TESTS_DIR:+-DEXTRA_TESTS_DIR="$EXTRA_TESTS_DIR"} >/dev/null
+cmake --preset "$preset" -DEXTRA_TESTS_DIR="$extra" >/dev/null
 cmake --build --preset "$preset" -j "$jobs"
 
 finish() {

@@ -1,8 +1,13 @@
 // What the module changes in its host's process, and what it leaves behind: nothing.
 #include <gtest/gtest.h>
 
+#include <windows.h>
+
+#include <objbase.h>
+
 #include <string>
 
+#include "src/host/vc64_tx.h"
 #include "tests/support/explorer/explorer_fixture.h"
 #include "tests/support/explorer/leak_count.h"
 #include "tests/support/explorer/process_state.h"
@@ -14,6 +19,24 @@ using test_support::CaptureProcessState;
 using test_support::CountLeaks;
 using test_support::LeakCount;
 using test_support::ProcessState;
+
+// The counts below are worth nothing unless they see what they are to count.
+TEST(ResidueTest, TheCountSeesWindowsGdiObjectsAndMemory) {
+  const LeakCount before = CountLeaks();
+  const HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
+  const HWND window = CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+  void* const hostBlock = Tx_Alloc_Memory(8);
+  void* const taskBlock = CoTaskMemAlloc(8);
+  const LeakCount with = CountLeaks();
+  EXPECT_EQ(with.gdiObjects, before.gdiObjects + 1);
+  EXPECT_GT(with.windows, before.windows);
+  EXPECT_EQ(with.hostAllocations, before.hostAllocations + 1);
+  EXPECT_EQ(with.taskAllocations, before.taskAllocations + 1);
+  CoTaskMemFree(taskBlock);
+  Tx_Free_Memory(hostBlock);
+  DestroyWindow(window);
+  DeleteObject(brush);
+}
 
 TEST(ResidueTest, NoEntryChangesTheProcess) {
   test_support::ExplorerFixture fixture;
