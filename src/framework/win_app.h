@@ -31,6 +31,8 @@ class CWinApp {
   CWinApp(const CWinApp&) = delete;
   CWinApp& operator=(const CWinApp&) = delete;
 
+  const char* name() const { return name_; }
+
   // The module's application object, or null.
   static CWinApp* Current();
 

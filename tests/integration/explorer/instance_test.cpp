@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -159,10 +160,15 @@ TEST_F(InstanceTest, TeardownSavesWhatTheUserHas) {
 
 TEST_F(InstanceTest, WithoutAPerUserDirectoryNothingIsSavedAndTheViewsGoAllTheSame) {
   fixture_.directory().AddFile(L"user", "a file where the directory should be");
+  // Links are then kept under their bare names, in the current directory: that is the test's own.
+  std::array<char, MAX_PATH> before = {};
+  GetCurrentDirectoryA(MAX_PATH, before.data());
+  SetCurrentDirectoryA(fixture_.directory().narrow().c_str());
   Create();
   const HWND tree = fixture_.PanelChild(104);
   ASSERT_NE(tree, nullptr);
   Destroy();
+  SetCurrentDirectoryA(before.data());
   EXPECT_FALSE(IsWindow(tree));
   EXPECT_FALSE(UserFileExists("favorites.dat"));
 }

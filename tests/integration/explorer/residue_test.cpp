@@ -99,6 +99,16 @@ TEST(ResidueTest, TwoHundredInstancesLeaveNothingBehind) {
   const LeakCount before = CountLeaks();
   for (int i = 0; i < kRounds; ++i) round();
   EXPECT_EQ(CountLeaks(), before);
+  // No object of a control is alive: every reference was given back.
+  for (const char* const file :
+       {"ssware_shellfileview64.ocx", "ssware_shellfolderview64.ocx", "ssware_shellcombo64.ocx"}) {
+    const HMODULE server = GetModuleHandleA(file);
+    ASSERT_NE(server, nullptr) << file;
+    using CanUnload = HRESULT(WINAPI*)();
+    const auto canUnload =
+        reinterpret_cast<CanUnload>(reinterpret_cast<void*>(GetProcAddress(server, "DllCanUnloadNow")));
+    EXPECT_EQ(canUnload(), S_OK) << file;
+  }
 }
 
 }  // namespace
