@@ -1,6 +1,7 @@
 #include "src/explorer/file_view_events.h"
 
 #include "src/explorer/autoload.h"
+#include "src/explorer/context_menu_events.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/navigation.h"
@@ -72,12 +73,13 @@ void ApplyDefaults(ExplorerWindow& window, ControlEvent code) {
 
 }  // namespace
 
-std::int64_t FileViewEventHook(ExplorerWindow& window, ControlEvent code, ShellControlHost*, IDispatch*, std::int64_t,
-                               std::int64_t, std::int64_t, std::int64_t, const char* path, bool* handled) {
+std::int64_t FileViewEventHook(ExplorerWindow& window, ControlEvent code, ShellControlHost* host, IDispatch* object,
+                               std::int64_t a, std::int64_t, std::int64_t, std::int64_t, const char* path,
+                               bool* handled) {
   for (const HookRow& row : kHooks) {
     if (row.code == code) return row.handler(window, path, handled);
   }
-  return 0;
+  return HandleFileViewMenuEvent(window, code, host, object, a, path);
 }
 
 std::int64_t DispatchFileViewEvent(std::int16_t code, ShellControlHost* host, IDispatch* object, std::int64_t a,
@@ -95,9 +97,11 @@ std::int64_t DispatchFileViewEvent(std::int16_t code, ShellControlHost* host, ID
   return 0;
 }
 
-std::int64_t DispatchFolderViewEvent(std::int16_t, ShellControlHost*, IDispatch*, std::int64_t, std::int64_t,
-                                     std::int64_t, std::int64_t, const char*) {
-  return 0;  // the folder tree's own context menu and navigation stand as they are
+std::int64_t DispatchFolderViewEvent(std::int16_t code, ShellControlHost* host, IDispatch* object, std::int64_t a,
+                                     std::int64_t, std::int64_t, std::int64_t, const char* path) {
+  if (host == nullptr || host->owner == nullptr) return 0;
+  const ModuleContext context;
+  return HandleFolderViewMenuEvent(*host->owner, static_cast<ControlEvent>(code), host, object, a, path);
 }
 
 }  // namespace file_explorer

@@ -47,7 +47,7 @@ const ListMemory& HostListMemory() {
 bool ShellOperations::CopyOrMove(bool move, int count, SourceList sources) {
   // Held during the operation, though the lists are freed by other means.
   ComPtr<IMalloc> allocator;
-  if (FAILED(functions_.getMalloc(&allocator)) || !allocator) return false;
+  if (FAILED(functions_.getMalloc(allocator.ReleaseAndGetAddressOf())) || !allocator) return false;
 
   std::array<char, MAX_PATH> displayName = {};
   BROWSEINFOA request = {};
