@@ -123,6 +123,21 @@ bool Exists(const std::wstring& path) {
   return GetFileAttributesW(ExtendedPath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+// The shell does not ask everywhere before a moved item takes the place of another one, so the question is put here.
+// False when the user wants to keep any of the targets.
+bool MayReplace(HWND owner, const std::vector<std::wstring>& targets, bool& asked) {
+  for (const std::wstring& target : targets) {
+    if (!Exists(target)) continue;
+    asked = true;
+    const std::wstring question = L"There is already an item named \u201C" + std::wstring(NameOfPath(target)) +
+                                  L"\u201D in this folder.\n\nDo you want to replace it?";
+    if (MessageBoxW(owner, question.c_str(), L"Move", MB_YESNO | MB_ICONEXCLAMATION | MB_DEFBUTTON2) != IDYES) {
+      return false;
+    }
+  }
+  return true;
+}
+
 // A free name for a copy beside its source: "name - Copy.ext", "name - Copy (2).ext".
 std::wstring CopyName(const std::wstring& path) {
   const std::wstring folder = ParentOfPath(path);
@@ -184,10 +199,13 @@ OperationResult CopyInto(HWND owner, const std::vector<std::wstring>& paths, con
   }
   OperationResult result;
   if (sources.empty()) return result;
+  bool asked = false;
+  if (move && !MayReplace(owner, targets, asked)) return result;
   const std::wstring from = DoubleZeroList(sources);
   const std::wstring to = DoubleZeroList(targets);
+  const FILEOP_FLAGS answered = asked ? FOF_NOCONFIRMATION : 0;
   return RunShellOperation(owner, move ? FO_MOVE : FO_COPY, from, &to,
-                           FOF_ALLOWUNDO | FOF_NOCONFIRMMKDIR | FOF_MULTIDESTFILES);
+                           FOF_ALLOWUNDO | FOF_NOCONFIRMMKDIR | FOF_MULTIDESTFILES | answered);
 }
 
 OperationResult PasteInto(HWND owner, const std::wstring& folder) {

@@ -53,7 +53,7 @@ std::vector<std::wstring> PathsOf(HGLOBAL fileList) {
   for (UINT i = 0; i < count; ++i) {
     std::wstring path(DragQueryFileW(drop, i, nullptr, 0), L'\0');
     DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size() + 1));
-    paths.push_back(std::move(path));
+    if (!path.empty()) paths.push_back(std::move(path));
   }
   return paths;
 }

@@ -25,21 +25,21 @@ std::string ItemMenu::ShellVerb(UINT command) const {
   return verb;
 }
 
-// Opening is the default, and a second entry that opens another window of the shell's own has no place here.
+// Opening is the default; it may stand there twice under different names, and a second entry that opens another window
+// of the shell's own has no place here.
 void ItemMenu::TidyShellEntries() {
   UINT open = 0;
-  UINT explore = 0;
-  const int count = GetMenuItemCount(menu_);
-  for (int i = 0; i < count; ++i) {
+  for (int i = GetMenuItemCount(menu_) - 1; i >= 0; --i) {
     const UINT command = GetMenuItemID(menu_, i);
     if (command < kFirstShell || command > kLastShell) continue;
     const std::string verb = ShellVerb(command);
-    if (verb == "open") open = command;
-    if (verb == "explore") explore = command;
+    if (verb == "explore" || (verb == "open" && open != 0)) {
+      DeleteMenu(menu_, static_cast<UINT>(i), MF_BYPOSITION);
+    } else if (verb == "open") {
+      open = command;
+    }
   }
-  if (open == 0) return;
-  if (explore != 0) DeleteMenu(menu_, explore, MF_BYCOMMAND);
-  SetMenuDefaultItem(menu_, open, FALSE);
+  if (open != 0) SetMenuDefaultItem(menu_, open, FALSE);
 }
 
 void ItemMenu::AddOwn(const wchar_t* caption, const char* verb, bool enabled, bool isDefault) {

@@ -1,0 +1,120 @@
+// The explorer on a folder of real files, with what the tests of file operations ask of it.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "src/framework/command_ids.h"
+#include "tests/integration/fileops/modal_driver.h"
+#include "tests/support/explorer/explorer_fixture.h"
+#include "tests/support/wait_until.h"
+
+namespace fileops_test {
+
+using test_support::WaitUntil;
+
+class FileOpsTest : public testing::Test {
+ protected:
+  // Starts the explorer on directory()\files, the folder tree in front.
+  void Start(size_t files) {
+    fixture_.Start();
+    ASSERT_TRUE(fixture_.LoadExplorer());
+    ASSERT_EQ(fixture_.SayWithHost({{"showfolderviewpanel", nullptr}}), 0U);
+    ASSERT_TRUE(fixture_.WaitForFiles(files));
+    ASSERT_TRUE(WaitUntil([this] { return SelectedNode() == "files"; })) << SelectedNode();
+  }
+  void Option(const char* key, const char* value) {
+    WritePrivateProfileStringA("Explore", key, value, fixture_.ProfilePath().c_str());
+  }
+
+  HWND list() const { return fixture_.FileList(); }
+  HWND tree() const { return fixture_.FolderTree(); }
+  std::string Path(const std::string& name) { return fixture_.FilesFolder() + "\\" + name; }
+  static bool Exists(const std::string& path) {
+    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+  }
+  std::string Content(const std::string& path) {
+    std::string text;
+    const HANDLE file =
+        CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    char buffer[256];
+    DWORD read = 0;
+    if (file == INVALID_HANDLE_VALUE) return "(none)";
+    if (ReadFile(file, buffer, sizeof(buffer), &read, nullptr)) text.assign(buffer, read);
+    CloseHandle(file);
+    return text;
+  }
+  bool Shows(const std::string& name) { return fixture_.WaitForFile(name); }
+  bool Loses(const std::string& name) {
+    return WaitUntil([&] { return fixture_.IndexOf(name) < 0; });
+  }
+
+  // Selects these names and nothing else.
+  void Select(const std::vector<std::string>& names) {
+    LVITEMA item = {};
+    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageA(list(), LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
+    item.state = item.stateMask;
+    for (const std::string& name : names) {
+      ASSERT_GE(fixture_.IndexOf(name), 0) << name;
+      SendMessageA(list(), LVM_SETITEMSTATE, static_cast<WPARAM>(fixture_.IndexOf(name)),
+                   reinterpret_cast<LPARAM>(&item));
+    }
+    test_support::PumpMessages();
+  }
+  // A command of the explorer's toolbar.
+  void Command(int command) {
+    SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, static_cast<WPARAM>(command),
+                 reinterpret_cast<LPARAM>(fixture_.CommandToolbar()));
+  }
+  bool GoTo(const std::string& name, size_t files) {
+    fixture_.DoubleClickFile(name);
+    return WaitUntil([&] { return SelectedNode() == name; }) && fixture_.WaitForFiles(files);
+  }
+
+  std::string NodeText(HTREEITEM item) const {
+    char text[512] = "";
+    TVITEMA data = {};
+    data.mask = TVIF_TEXT | TVIF_HANDLE;
+    data.hItem = item;
+    data.pszText = text;
+    data.cchTextMax = sizeof(text);
+    if (item == nullptr || !SendMessageA(tree(), TVM_GETITEMA, 0, reinterpret_cast<LPARAM>(&data))) return {};
+    return data.pszText;
+  }
+  HTREEITEM NextNode(UINT relation, HTREEITEM item = nullptr) const {
+    return reinterpret_cast<HTREEITEM>(
+        SendMessageA(tree(), TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(item)));
+  }
+  std::string SelectedNode() const { return NodeText(NextNode(TVGN_CARET)); }
+  std::vector<std::string> ChildrenOf(HTREEITEM parent) const {
+    std::vector<std::string> names;
+    for (HTREEITEM child = NextNode(TVGN_CHILD, parent); child != nullptr;
+         child = NextNode(TVGN_NEXT, child)) {
+      names.push_back(NodeText(child));
+    }
+    return names;
+  }
+  HTREEITEM ChildOf(HTREEITEM parent, const std::string& name) const {
+    for (HTREEITEM child = NextNode(TVGN_CHILD, parent); child != nullptr;
+         child = NextNode(TVGN_NEXT, child)) {
+      if (NodeText(child) == name) return child;
+    }
+    return nullptr;
+  }
+  // Opens the selected folder in the tree; true when its children are the given ones.
+  bool ExpandSelected(const std::vector<std::string>& children) {
+    SendMessageA(tree(), TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(NextNode(TVGN_CARET)));
+    return WaitUntil([&] { return ChildrenOf(NextNode(TVGN_CARET)) == children; });
+  }
+
+  test_support::ExplorerFixture fixture_;
+  ModalDriver driver_;
+};
+
+}  // namespace fileops_test
