@@ -131,7 +131,16 @@ void ListPane::SetView(ViewStyle view) {
   if (view == ViewStyle::kThumbnails && !thumbnails_) {
     thumbnails_ = ImageList_Create(kThumbnailCell, kThumbnailCell, ILC_COLOR32, 16, 64);
   }
-  const Quiet quiet(*this);
+  {
+    const Quiet quiet(*this);
+    ApplyView();
+  }
+  // Scroll bars that went while nothing was drawn have left their picture behind.
+  RedrawWindow(list_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
+}
+
+void ListPane::ApplyView() {
+  const ViewStyle view = view_;
   ApplyListStyle();
   ApplyImages();
   if (view == ViewStyle::kList) SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(Scale(220), 0));

@@ -126,6 +126,7 @@ class ListPane : public WindowBase {
   void PaintEmptyText();
   void ApplyListStyle();
   void ApplyImages();
+  void ApplyView();
   DWORD OwnStyleBits() const;
   int StatusHeight() const;
   int Scale(int pixels) const;
