@@ -132,8 +132,8 @@ bool ReadFavoritesFile(const std::string& path, const FavoritesFileCalls& calls,
 
 void WriteFavoritesFile(const std::string& path, const FavoritesFileCalls& calls, const FavoriteList& list,
                         FavoriteRecord* first) {
-  // Opening the file empties it. What it gets is made before, so that as little as possible happens until it is whole
-  // again.
+  // Opening the file empties it. What it gets is made before, so that as little as possible happens until it
+  // is whole again.
   for (const auto& record : list.records()) record->isWritten = record->isDeleted;
   const std::string text = TextOfEntries(list, first);
   const UniqueFile file(calls.open(path.c_str(), "wt"));

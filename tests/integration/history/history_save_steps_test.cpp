@@ -1,4 +1,5 @@
-// What is left of the history when the process is ended, or a call fails, at each step of a save. Prints a table.
+// What is left of the history when the process is ended, or a call fails, at each step of a save. Prints a
+// table.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -46,11 +47,13 @@ class HistorySaveStepsTest : public testing::Test {
     char program[MAX_PATH] = "";
     GetModuleFileNameA(nullptr, program, MAX_PATH);
     std::string command(program);
-    command = "\"" + command.substr(0, command.rfind('\\')) + "\\history_saver.exe\" \"" + folder.Folder() + "\" " + how;
+    command = "\"" + command.substr(0, command.rfind('\\')) + "\\history_saver.exe\" \"" + folder.Folder() +
+              "\" " + how;
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process)) {
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                        &process)) {
       ADD_FAILURE() << command << " does not start";
       return ERROR_FILE_NOT_FOUND;
     }
@@ -83,7 +86,8 @@ class HistorySaveStepsTest : public testing::Test {
 
   void PrintRow(const char* what, const char* note) const {
     std::printf("%-34s %-6s %zu of 3 old, %zu of 2 new   %zu of 3 old       %s\n", StepName().c_str(), what,
-                Count(Load("history.dat"), 0), Count(Load("history.dat"), 3), Count(Load("history.bak"), 0), note);
+                Count(Load("history.dat"), 0), Count(Load("history.dat"), 3), Count(Load("history.bak"), 0),
+                note);
   }
   // How many of the old (from 0) or the new (from 3) names are there.
   static size_t Count(const Names& names, size_t from) {
@@ -106,7 +110,8 @@ TEST_F(HistorySaveStepsTest, AKillAtAnyStepLeavesEveryOldEntryInTheFileOrItsBack
     ASSERT_EQ(result, kKilled);
     const Names loaded = Load("history.dat");
     const bool isRenamed = StepName().starts_with("write") || StepName() == "(done)";
-    PrintRow("killed", isRenamed && loaded.size() < 3 ? "allowed: the old file is the backup" : "nothing is lost");
+    PrintRow("killed",
+             isRenamed && loaded.size() < 3 ? "allowed: the old file is the backup" : "nothing is lost");
     if (!isRenamed) {
       EXPECT_EQ(folder.Get("history.dat"), kOld) << StepName();
       continue;
@@ -148,9 +153,11 @@ TEST_F(HistorySaveStepsTest, AKillOnTheWayBackLeavesTheBackup) {
   constexpr int kFailingWrite = 8;
   for (int later = 1; later <= 3; ++later) {
     Prepare();
-    ASSERT_EQ(Save("fail " + std::to_string(kFailingWrite) + " " + std::to_string(kFailingWrite + later)), kKilled);
+    ASSERT_EQ(Save("fail " + std::to_string(kFailingWrite) + " " + std::to_string(kFailingWrite + later)),
+              kKilled);
     const bool isBack = StepName() == "(done)";
-    PrintRow("killed", isBack ? "nothing is lost: the old file is back" : "allowed: the old file is the backup");
+    PrintRow("killed",
+             isBack ? "nothing is lost: the old file is back" : "allowed: the old file is the backup");
     EXPECT_EQ(folder.Get(isBack ? "history.dat" : "history.bak"), kOld) << StepName();
   }
 }

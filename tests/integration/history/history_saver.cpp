@@ -1,8 +1,10 @@
-// history_saver.exe FOLDER HOW STEP [LAST]: loads FOLDER\history.dat, adds two paths and saves again, through a file
-// that lets something happen at a step of the save. Its steps are the calls that a save makes, counted from 0.
+// history_saver.exe FOLDER HOW STEP [LAST]: loads FOLDER\history.dat, adds two paths and saves again, through
+// a file that lets something happen at a step of the save. Its steps are the calls that a save makes, counted
+// from 0.
 //   kill STEP        ends the process before the step
 //   fail STEP        the step fails; LAST, when given, is a later step before which the process is ended
-// The name of that step is left in FOLDER\step.txt. The result is 0 when the save came to its end without one.
+// The name of that step is left in FOLDER\step.txt. The result is 0 when the save came to its end without
+// one.
 #include <windows.h>
 
 #include <cstdlib>
