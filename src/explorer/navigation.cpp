@@ -14,6 +14,7 @@
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/goto_directory.h"
+#include "src/explorer/options_command.h"
 #include "src/explorer/selector_area.h"
 #include "src/explorer/toolbar_builder.h"
 #include "src/settings/directory_links.h"
@@ -72,13 +73,6 @@ void ShowFolderAnew(ExplorerWindow& window) {
   RefreshView(window.fileView());
 }
 
-void ApplyChangedOptions(ExplorerWindow& window) {
-  window.state().RedrawBracket();
-  ReloadFileTypes(window);
-  ApplyViewOptions(window.state());
-  RefreshView(window.fileView());
-}
-
 struct NavigationRow {
   int command;
   void (*handler)(ExplorerWindow& window);
@@ -91,12 +85,12 @@ constexpr NavigationRow kNavigation[] = {
     {kCommandHomeDirectory, GoHome},
     {kCommandHistoryView, ShowHistory},
     {kCommandFavoritesView, ShowFavorites},
+    {kCommandOptions, ShowOptionsDialog},
 };
 
 // What follows when a command's dialog has closed.
 constexpr NavigationRow kAfterwards[] = {
     {kCommandSelectionMasks, ShowFolderAnew},
-    {kCommandOptions, ApplyChangedOptions},
 };
 
 bool RunRow(std::span<const NavigationRow> rows, ExplorerWindow& window, int command) {
