@@ -9,7 +9,6 @@
 #include <span>
 
 #include "src/explorer/command_tables.h"
-#include "src/explorer/control_options.h"
 #include "src/explorer/directory_path.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
