@@ -1,4 +1,5 @@
-// Visits of modal dialogs: while a dialog's own message loop runs, a timer finds it and lets the test act on it.
+// Visits of modal dialogs: while a dialog's own message loop runs, a timer finds it and lets the test act on
+// it.
 //
 //   DialogVisits visits;
 //   visits.Expect("Explore Options", IDOK, [](HWND dialog) { ... });
@@ -23,9 +24,9 @@ class DialogVisits {
   DialogVisits(const DialogVisits&) = delete;
   DialogVisits& operator=(const DialogVisits&) = delete;
 
-  // The next dialog of this thread with that caption gets `visit`, and afterwards, when it is still there, the command
-  // `close`. Dialogs are visited in the order in which they are expected; one may come up during another's visit. A
-  // dialog that stays open for ten seconds all the same is ended, and the test fails.
+  // The next dialog of this thread with that caption gets `visit`, and afterwards, when it is still there,
+  // the command `close`. Dialogs are visited in the order in which they are expected; one may come up during
+  // another's visit. A dialog that stays open for ten seconds all the same is ended, and the test fails.
   void Expect(std::string caption, int close, std::function<void(HWND dialog)> visit);
 
   // Whether every dialog that was expected came.
@@ -51,8 +52,8 @@ class DialogVisits {
   UINT_PTR timer_ = 0;
 };
 
-// Posts a key to the window that has the focus and lets the dialog's keyboard handling see it, as its own message loop
-// would.
+// Posts a key to the window that has the focus and lets the dialog's keyboard handling see it, as its own
+// message loop would.
 void TypeKey(HWND dialog, WPARAM key);
 // The same for a letter while Alt is held down.
 void TypeAccessKey(HWND dialog, char letter);

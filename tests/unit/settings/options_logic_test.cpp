@@ -28,7 +28,8 @@ TEST(OptionsLists, TheSecondMethodIsFiveAndNeverOne) {
 
 TEST(OptionsLists, AnyMethodButFiveIsShownAsTheFirst) {
   EXPECT_EQ(CreationMethodIndex(5), 1);
-  for (const std::uint16_t method : {0, 1, 3, 4, 6, 65535}) EXPECT_EQ(CreationMethodIndex(method), 0) << method;
+  for (const std::uint16_t method : {0, 1, 3, 4, 6, 65535})
+    EXPECT_EQ(CreationMethodIndex(method), 0) << method;
 }
 
 TEST(OptionsCheckBoxes, EachEditsTheOptionOfItsProfileKey) {
@@ -37,13 +38,20 @@ TEST(OptionsCheckBoxes, EachEditsTheOptionOfItsProfileKey) {
     const char* key;
   };
   const Row rows[] = {
-      {915, "GroupRelatedFilesTogetherOnFileView"}, {914, "CreateOneNewWindowPerZIPFile"},
-      {913, "TreeView_ShowFiles"},                  {912, "TreeView_ShowVirtualFolders"},
-      {911, "TreeView_ShowHiddenFiles"},            {910, "TreeView_AllowDragandDrop"},
-      {909, "FileView_ShowFolders"},                {908, "FileView_ShowVirtualFolders"},
-      {907, "FileView_ShowHiddenItems"},            {905, "FileView_AllowDragandDrop"},
-      {906, "FileView_ShowGridLines"},              {922, "FileView_SingleClickFileLoading"},
-      {903, "ComboView_ShowFullPath"},              {904, "ComboView_ShowVirtualFolders"},
+      {915, "GroupRelatedFilesTogetherOnFileView"},
+      {914, "CreateOneNewWindowPerZIPFile"},
+      {913, "TreeView_ShowFiles"},
+      {912, "TreeView_ShowVirtualFolders"},
+      {911, "TreeView_ShowHiddenFiles"},
+      {910, "TreeView_AllowDragandDrop"},
+      {909, "FileView_ShowFolders"},
+      {908, "FileView_ShowVirtualFolders"},
+      {907, "FileView_ShowHiddenItems"},
+      {905, "FileView_AllowDragandDrop"},
+      {906, "FileView_ShowGridLines"},
+      {922, "FileView_SingleClickFileLoading"},
+      {903, "ComboView_ShowFullPath"},
+      {904, "ComboView_ShowVirtualFolders"},
       {902, "ComboView_EnaFilenameCompletion"},
   };
   EXPECT_EQ(OptionsCheckBoxes().size(), std::size(rows));
@@ -51,7 +59,8 @@ TEST(OptionsCheckBoxes, EachEditsTheOptionOfItsProfileKey) {
     const OptionsCheckBox* const box = FindOptionsCheckBox(row.id);
     ASSERT_NE(box, nullptr) << row.id;
     for (const IntegerSetting& setting : IntegerSettings()) {
-      EXPECT_EQ(setting.flag == box->flag, std::string(setting.key) == row.key) << row.id << ' ' << setting.key;
+      EXPECT_EQ(setting.flag == box->flag, std::string(setting.key) == row.key)
+          << row.id << ' ' << setting.key;
     }
   }
 }
@@ -90,7 +99,8 @@ TEST(OptionsCheckBoxes, FlippingChangesNothingElse) {
 TEST(OfferedCategories, WithEveryTypeRegisteredAreAllTenInOrder) {
   const std::vector<FileCategory> offered = OfferedCategories([](std::uint32_t) { return true; });
   ASSERT_EQ(offered.size(), 10U);
-  for (int i = 0; i < kFileCategoryCount; ++i) EXPECT_EQ(static_cast<int>(offered[static_cast<size_t>(i)]), i);
+  for (int i = 0; i < kFileCategoryCount; ++i)
+    EXPECT_EQ(static_cast<int>(offered[static_cast<size_t>(i)]), i);
 }
 
 TEST(OfferedCategories, WithNoTypeRegisteredAreObjectsAndBitmaps) {
@@ -102,8 +112,8 @@ TEST(OfferedCategories, KeepTheirNumbersWhenOthersAreLeftOut) {
   const auto withoutText = [](std::uint32_t typeBit) { return typeBit != 64; };
   EXPECT_THAT(OfferedCategories(withoutText),
               ElementsAre(FileCategory::Object3D, FileCategory::Bitmap2D, FileCategory::Vector2D,
-                          FileCategory::Archive, FileCategory::Video, FileCategory::Audio, FileCategory::Spreadsheet,
-                          FileCategory::Database, FileCategory::Presentation));
+                          FileCategory::Archive, FileCategory::Video, FileCategory::Audio,
+                          FileCategory::Spreadsheet, FileCategory::Database, FileCategory::Presentation));
 }
 
 TEST(OfferedCategories, AskForEachTypeBitButTheFirstTwo) {
