@@ -11,6 +11,7 @@
 #include "src/explorer/directory_path.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
+#include "src/explorer/masks_command.h"
 #include "src/explorer/selector_area.h"
 #include "src/explorer/toolbar_builder.h"
 #include "src/settings/directory_links.h"
@@ -65,6 +66,7 @@ struct NavigationRow {
 constexpr NavigationRow kNavigation[] = {
     {kCommandUpOneLevel, GoUp},          {kCommandRefresh, Refresh},           {kCommandHomeDirectory, GoHome},
     {kCommandHistoryView, ShowHistory},  {kCommandFavoritesView, ShowFavorites}, {kCommandGoToHome, SendGoHome},
+    {kCommandSelectionMasks, ShowMasksDialog},
 };
 
 bool RunNavigation(ExplorerWindow& window, int command) {
