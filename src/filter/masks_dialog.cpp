@@ -99,6 +99,8 @@ class DialogWindow {
     static constexpr CommandRow kRows[] = {
         {IDOK, BN_CLICKED, &DialogWindow::OnOk},
         {kResetButton, BN_CLICKED, &DialogWindow::OnReset},
+        {kInclusionCombo, CBN_KILLFOCUS, &DialogWindow::OnLeaveInclusion},
+        {kExclusionCombo, CBN_KILLFOCUS, &DialogWindow::OnLeaveExclusion},
         {kTypeFilterList, CBN_SELCHANGE, &DialogWindow::OnTypeFilter},
         {kShowFolders, BN_CLICKED, &DialogWindow::OnShowFolders},
         {kShowVirtualFolders, BN_CLICKED, &DialogWindow::OnShowVirtualFolders},
@@ -122,6 +124,14 @@ class DialogWindow {
     }
     dialog_.save();
     EndDialog(window_, IDOK);
+  }
+
+  // Not every system takes the selection away from a box that loses the focus.
+  void OnLeaveInclusion() {
+    SendDlgItemMessageA(window_, kInclusionCombo, CB_SETEDITSEL, 0, MAKELPARAM(0, 0));
+  }
+  void OnLeaveExclusion() {
+    SendDlgItemMessageA(window_, kExclusionCombo, CB_SETEDITSEL, 0, MAKELPARAM(0, 0));
   }
 
   void OnReset() { FillMasks(true); }

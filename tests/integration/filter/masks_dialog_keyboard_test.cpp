@@ -37,6 +37,18 @@ TEST_F(MasksDialogKeyboardTest, TypingReplacesTheInclusionAndEnterStoresIt) {
   EXPECT_EQ(saves, 1);
 }
 
+TEST_F(MasksDialogKeyboardTest, ABoxThatIsLeftShowsNoSelection) {
+  StoreLists("abc", "xyz");
+  Open([](HWND dialog) {
+    EXPECT_EQ(SendDlgItemMessageA(dialog, 1000, CB_GETEDITSEL, 0, 0), MAKELONG(0, 3));
+    Key(dialog, VK_TAB);
+    EXPECT_EQ(SendDlgItemMessageA(dialog, 1000, CB_GETEDITSEL, 0, 0), 0);
+    EXPECT_EQ(SendDlgItemMessageA(dialog, 1001, CB_GETEDITSEL, 0, 0), MAKELONG(0, 3));
+    Key(dialog, VK_TAB);
+    EXPECT_EQ(SendDlgItemMessageA(dialog, 1001, CB_GETEDITSEL, 0, 0), 0);
+  });
+}
+
 TEST_F(MasksDialogKeyboardTest, EscapeLeavesItOpenDeliberately) {
   Open([this](HWND dialog) {
     for (const int id : {1000, 1003, 909, 1}) {
