@@ -42,6 +42,7 @@ HWND FileView::CreateControlWindow(HWND parent, const RECT& rect) {
   pane_.SetView(view_);
   pane_.ShowSort(model_.sortRule());
   model_.SetWindow(pane_.hwnd());
+  drops_.Register(pane_.list(), *this);
   if (!wanted_.empty()) {
     // Not from inside the activation: the container's site is not ready for events yet.
     PostMessageW(pane_.hwnd(), kReaderMessage, 1, 0);
@@ -50,11 +51,13 @@ HWND FileView::CreateControlWindow(HWND parent, const RECT& rect) {
 }
 
 void FileView::DestroyControlWindow() {
+  drops_.Revoke();
   model_.SetWindow(nullptr);
   pane_.Destroy();
 }
 
 void FileView::OnPaneDestroyed() {
+  drops_.Revoke();
   model_.SetWindow(nullptr);
   sorter_.reset();
   ForgetWindow();
@@ -62,6 +65,8 @@ void FileView::OnPaneDestroyed() {
 
 // Lets go of everybody who knows this control, before its window goes.
 void FileView::OnClose() {
+  drops_.Revoke();
+  dropped_.clear();
   itemOwner_->view = nullptr;
   followers_.AnnounceClosing();
   model_.SetWindow(nullptr);
@@ -131,6 +136,8 @@ void FileView::OnPaneMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     Navigate(wanted);
   } else if (message == kReaderMessage) {
     model_.OnReaderMessage();
+  } else if (message == kDropMessage) {
+    CarryOutDrop();
   } else if (message == kWatcherMessage) {
     model_.OnWatcherMessage();
   } else if (message == WM_TIMER && wParam == kSliceTimer) {

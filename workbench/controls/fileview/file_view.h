@@ -10,6 +10,7 @@
 #include "workbench/controls/fileview/list_pane.h"
 #include "workbench/controls/fileview/listing_item.h"
 #include "workbench/controls/model/merge_sorter.h"
+#include "workbench/controls/shell/file_drop.h"
 #include "workbench/controls/shell/font_holder.h"
 #include "workbench/controls/shell/location_link.h"
 
@@ -31,7 +32,8 @@ class FileView : public OleControl,
                  public ILocationPeer,
                  public FolderModelEvents,
                  public ListPaneOwner,
-                 public ListingItemView {
+                 public ListingItemView,
+                 public DropView {
  public:
   void* Interface(REFIID iid);
 
@@ -115,6 +117,13 @@ class FileView : public OleControl,
   void OnPaneMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void OnPaneDestroyed() override;
 
+  // DropView
+  bool TakesDrops() override { return switches_.dragAndDrop && !closed(); }
+  std::wstring DropFolderAt(POINT screen) override;
+  void ShowDropTarget(POINT screen, bool taken) override;
+  void HideDropTarget() override { pane_.SetDropRow(-1); }
+  void OnFilesDropped(DroppedFiles files) override;
+
   // ListingItemView
   HRESULT OpenItem(const std::shared_ptr<Listing>& listing, ItemId id) override;
   bool IsItemSelected(const std::shared_ptr<Listing>& listing, ItemId id) const override;
@@ -168,10 +177,14 @@ class FileView : public OleControl,
   bool CreateNewFolder(bool edit);
   void RunMenu(int row, POINT point);
   bool RunOwnVerb(const std::string& verb);
+  bool IsDropRow(int row) const;
+  void CarryOutDrop();
   void UpdateStatus();
   void RestoreByName();
 
   ListPane pane_;
+  DropRegistration drops_;
+  std::vector<DroppedFiles> dropped_;  // wait for the end of the drag
   FolderModel model_;
   ListPane::Options options_;
   FileViewSwitches switches_;

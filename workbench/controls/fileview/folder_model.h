@@ -67,6 +67,7 @@ class FolderModelEvents {
 // Window messages that the owner's window passes on.
 inline constexpr UINT kReaderMessage = WM_APP + 1;
 inline constexpr UINT kWatcherMessage = WM_APP + 2;
+inline constexpr UINT kDropMessage = WM_APP + 3;
 inline constexpr UINT_PTR kSliceTimer = 1;
 inline constexpr UINT_PTR kSortTimer = 2;
 
