@@ -80,11 +80,11 @@ STDMETHODIMP FileView::TellLocation(ILocationSink* sink) {
   });
 }
 
-STDMETHODIMP FileView::GoTo(const wchar_t* path, const ITEMIDLIST* pidl) {
+STDMETHODIMP FileView::GoTo(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) {
   return Guarded([&] {
     if (closed()) return E_UNEXPECTED;
     const ComRef<IOleObject> self(this);
-    const Location location = LocationFromCall(path, pidl);
+    const Location location = LocationFromCall(path, pidl, archiveLength);
     if (location.empty()) return E_INVALIDARG;
     if (!(location == listing().folder)) {
       Navigate(location);
@@ -208,6 +208,7 @@ void FileView::RowsChanged(bool replaced) {
   if (replaced) {
     saved_ = std::make_unique<SavedView>(*saved);
     RestoreByName();
+    error_.clear();  // what was wrong with the folder no longer is
     *saved = *saved_;
     saved_.reset();
   }
@@ -274,7 +275,8 @@ std::wstring FileView::CellText(int row, int column) {
     case SortColumn::kType:
       return rows.IsVirtual() && !(rows.AttributesOf(id) & SFGAO_FILESYSTEM)
                  ? L"System Folder"
-                 : model_.types().NameOf(record.type);
+                 : model_.types().NameOf(record.type) +
+                       (record.attributes & kAttributeDamaged ? L" (damaged)" : L"");
     case SortColumn::kModified:
       return LocalDateTime(record.modified);
   }
@@ -342,7 +344,10 @@ std::wstring FileView::StatusText(bool& isError) {
 std::wstring FileView::EmptyText() {
   if (model_.reading()) return L"Reading the folder\u2026";
   if (listing().folder.empty()) return error_;
-  return error_.empty() ? std::wstring(L"This folder is empty.") : error_;
+  if (!error_.empty()) return error_;
+  const Location& folder = listing().folder;
+  return folder.InArchive() && !folder.IsInsideArchive() ? L"This archive is empty."
+                                                         : L"This folder is empty.";
 }
 
 void FileView::ShowError(const std::wstring& text) {

@@ -37,7 +37,7 @@ class FileView : public OleControl,
 
   // ILocationPeer
   STDMETHODIMP TellLocation(ILocationSink* sink) override;
-  STDMETHODIMP GoTo(const wchar_t* path, const ITEMIDLIST* pidl) override;
+  STDMETHODIMP GoTo(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) override;
   STDMETHODIMP AdviseLocation(ILocationSink* sink) override;
   STDMETHODIMP UnadviseLocation(ILocationSink* sink) override;
 
@@ -60,6 +60,7 @@ class FileView : public OleControl,
   HRESULT PutSwitch(Call& call) {
     return call.Bool(0, switches_.*Switch);
   }
+  HRESULT PutZipFolders(Call& call);
   HRESULT PutVirtualFolders(Call& call) { return PutFilterSwitch(call, switches_.virtualFolders); }
   HRESULT PutFolders(Call& call) { return PutFilterSwitch(call, switches_.folders); }
   HRESULT GetView(Call& call);

@@ -21,6 +21,8 @@ class TreePaneOwner {
  public:
   // The user moved to another node.
   virtual void OnNodeSelected(const Location& location) = 0;
+  // The user clicked on the node that is selected already.
+  virtual void OnNodeClicked(const Location& location) = 0;
   virtual void OnTreeContextMenu(const Location& location, POINT screen) = 0;
   virtual bool MayRenameNode(const Location& location) = 0;
   // False when the folder keeps its name.
@@ -113,6 +115,7 @@ class TreePane : public WindowBase {
   LRESULT OnEndLabelEdit(NMHDR* header);
   LRESULT OnKeyDown(NMHDR* header);
   LRESULT OnSetFocus(NMHDR* header);
+  LRESULT OnClick(NMHDR* header);
   LRESULT OnRightClick(NMHDR* header);
   void OnContext(LPARAM lParam);
 
