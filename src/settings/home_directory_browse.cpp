@@ -28,8 +28,14 @@ std::string FileSystemPath(LPCITEMIDLIST folder) {
   return path;
 }
 
-void Preselect(HWND dialog, LPARAM home) {
-  if (home != 0) SendMessageA(dialog, BFFM_SETSELECTIONA, FALSE, home);
+// By path where there is one: a list that was made earlier need not be the one by which the browser finds the
+// folder now, since lists carry dates too.
+void Preselect(HWND dialog, LPCITEMIDLIST home) {
+  if (home == nullptr) return;
+  const std::string path = FileSystemPath(home);
+  const bool byPath = !path.empty();
+  SendMessageA(dialog, BFFM_SETSELECTIONA, byPath,
+               byPath ? reinterpret_cast<LPARAM>(path.c_str()) : reinterpret_cast<LPARAM>(home));
 }
 
 // The line above the tree says which folder is selected.
@@ -41,7 +47,7 @@ void ShowSelectedPath(HWND dialog, LPCITEMIDLIST folder) {
 int CALLBACK OnBrowseEvent(HWND dialog, UINT event, LPARAM value, LPARAM home) {
   const ModuleContext context;
   try {
-    if (event == BFFM_INITIALIZED) Preselect(dialog, home);
+    if (event == BFFM_INITIALIZED) Preselect(dialog, reinterpret_cast<LPCITEMIDLIST>(home));
     if (event == BFFM_SELCHANGED) ShowSelectedPath(dialog, reinterpret_cast<LPCITEMIDLIST>(value));
   } catch (...) {
     // The dialog goes on without the text.
