@@ -22,6 +22,7 @@ constexpr char kSortingMethodKey[] = "HistorySortingMethod";
 constexpr char kShowIconsKey[] = "HistoryShowIcons";
 constexpr int kFontPoints = 9;
 constexpr int kPointsPerInch = 72;
+constexpr LPARAM kContextMenuByKey = -1;  // in place of the mouse's position
 
 int ReadNumber(const std::string& profile, const char* key) {
   char text[32] = "0";
@@ -221,7 +222,7 @@ const HistoryEntry* CHistoryView::EntryOfRow(int row) const {
   return data == LB_ERR ? nullptr : reinterpret_cast<const HistoryEntry*>(data);
 }
 
-bool CHistoryView::HandleMessage(HWND, UINT message, WPARAM wParam, LPARAM lParam) {
+bool CHistoryView::HandleMessage(HWND panel, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_COMMAND && LOWORD(wParam) == controlId_) {
     if (HIWORD(wParam) == LBN_SELCHANGE) OnSelectionChanged();
     return true;
@@ -230,7 +231,26 @@ bool CHistoryView::HandleMessage(HWND, UINT message, WPARAM wParam, LPARAM lPara
     OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
     return true;
   }
+  const bool isByKey = lParam == kContextMenuByKey;
+  if (message == WM_CONTEXTMENU && reinterpret_cast<HWND>(wParam) == window() && isByKey) {
+    ShowSortingMenu(panel, BelowSelectedRow());
+    return true;
+  }
   return false;
+}
+
+// On the screen; the list's corner when no row is selected or in sight.
+POINT CHistoryView::BelowSelectedRow() const {
+  RECT row = {};
+  RECT area = {};
+  GetClientRect(window(), &area);
+  const LRESULT selected = SendMessageA(window(), LB_GETCURSEL, 0, 0);
+  if (selected >= 0) {
+    SendMessageA(window(), LB_GETITEMRECT, static_cast<WPARAM>(selected), reinterpret_cast<LPARAM>(&row));
+  }
+  POINT point = {0, std::clamp<LONG>(row.bottom, 0, area.bottom)};
+  ClientToScreen(window(), &point);
+  return point;
 }
 
 void CHistoryView::OnSelectionChanged() {

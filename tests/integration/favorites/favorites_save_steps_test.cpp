@@ -44,7 +44,7 @@ class FavoritesSaveStepsTest : public FavoritesFixture {
     PROCESS_INFORMATION process = {};
     if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                         &process)) {
-      ADD_FAILURE() << command << " does not start";
+      ADD_FAILURE() << command << " does not start: error " << GetLastError();
       return ERROR_FILE_NOT_FOUND;
     }
     WaitForSingleObject(process.hProcess, INFINITE);

@@ -54,7 +54,7 @@ class HistorySaveStepsTest : public testing::Test {
     PROCESS_INFORMATION process = {};
     if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                         &process)) {
-      ADD_FAILURE() << command << " does not start";
+      ADD_FAILURE() << command << " does not start: error " << GetLastError();
       return ERROR_FILE_NOT_FOUND;
     }
     WaitForSingleObject(process.hProcess, INFINITE);
