@@ -38,6 +38,12 @@ void Cut(ExplorerWindow& window, int) { ExecuteOnSelection(window.fileView(), Sh
 void Copy(ExplorerWindow& window, int) { ExecuteOnSelection(window.fileView(), ShellCommand::kCopy); }
 void Paste(ExplorerWindow& window, int) { ExecuteOnFolder(window.fileView(), ShellCommand::kPaste); }
 void Rename(ExplorerWindow& window, int) { ExecuteOnSelection(window.fileView(), ShellCommand::kRename); }
+void MoveFiles(ExplorerWindow& window, int) {
+  window.state().shellOperations.CopyOrMoveSelection(window.fileView(), true);
+}
+void CopyFiles(ExplorerWindow& window, int) {
+  window.state().shellOperations.CopyOrMoveSelection(window.fileView(), false);
+}
 void Delete(ExplorerWindow& window, int) { ExecuteOnSelection(window.fileView(), ShellCommand::kDelete); }
 
 void ShowHelp(ExplorerWindow& window, int) {
@@ -64,6 +70,8 @@ constexpr CommandRow kCommands[] = {
     {kCommandCut, Cut},
     {kCommandCopy, Copy},
     {kCommandPaste, Paste},
+    {kCommandMoveTo, MoveFiles},
+    {kCommandCopyTo, CopyFiles},
     {kCommandRename, Rename},
     {kCommandDelete, Delete},
     {kCommandHelp, ShowHelp},

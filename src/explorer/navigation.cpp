@@ -6,14 +6,14 @@
 
 #include <array>
 #include <cstring>
-#include <span>
 
 #include "src/explorer/command_tables.h"
-#include "src/explorer/control_options.h"
 #include "src/explorer/directory_path.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/goto_directory.h"
+#include "src/explorer/masks_command.h"
+#include "src/explorer/options_command.h"
 #include "src/explorer/selector_area.h"
 #include "src/explorer/toolbar_builder.h"
 #include "src/settings/directory_links.h"
@@ -65,20 +65,6 @@ void ReloadFileTypes(ExplorerWindow& window) {
   if (list != nullptr) InvalidateRect(list, nullptr, TRUE);
 }
 
-// Another choice of files: every item is asked about anew.
-void ShowFolderAnew(ExplorerWindow& window) {
-  const unique_pidl folder = ClonePidl(GetCurrentFolder(window.fileView()));
-  SetCurrentFolder(window.fileView(), folder.get());
-  RefreshView(window.fileView());
-}
-
-void ApplyChangedOptions(ExplorerWindow& window) {
-  window.state().RedrawBracket();
-  ReloadFileTypes(window);
-  ApplyViewOptions(window.state());
-  RefreshView(window.fileView());
-}
-
 struct NavigationRow {
   int command;
   void (*handler)(ExplorerWindow& window);
@@ -91,29 +77,17 @@ constexpr NavigationRow kNavigation[] = {
     {kCommandHomeDirectory, GoHome},
     {kCommandHistoryView, ShowHistory},
     {kCommandFavoritesView, ShowFavorites},
+    {kCommandOptions, ShowOptionsDialog},
+    {kCommandSelectionMasks, ShowMasksDialog},
 };
 
-// What follows when a command's dialog has closed.
-constexpr NavigationRow kAfterwards[] = {
-    {kCommandSelectionMasks, ShowFolderAnew},
-    {kCommandOptions, ApplyChangedOptions},
-};
-
-bool RunRow(std::span<const NavigationRow> rows, ExplorerWindow& window, int command) {
-  for (const NavigationRow& row : rows) {
+bool RunNavigation(ExplorerWindow& window, int command) {
+  for (const NavigationRow& row : kNavigation) {
     if (row.command != command) continue;
     row.handler(window);
     return true;
   }
-  return false;
-}
-
-bool RunNavigation(ExplorerWindow& window, int command) {
-  const ExplorerState& state = window.state();
-  if (!RunRow(kNavigation, window, command)) return RunGoToCommand(window, command);
-  // A dialog runs a message loop of its own, in which the explorer may end.
-  if (state.explorerWindow.get() == &window) RunRow(kAfterwards, window, command);
-  return true;
+  return RunGoToCommand(window, command);
 }
 
 void SendDropDownCommand(ExplorerWindow& window, LPARAM lParam) {
