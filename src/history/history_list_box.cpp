@@ -53,6 +53,7 @@ LRESULT CALLBACK HistoryListBox::SubclassProc(HWND window, UINT message, WPARAM 
 }
 
 bool HistoryListBox::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+  if (message == WM_PAINT && beforePaint_) beforePaint_();
   if (message == WM_KEYDOWN) return OnKeyDown(wParam);
   if (message == WM_CHAR) return OnCharacter(wParam);
   if (message == WM_GETDLGCODE && wParam == VK_RETURN) {

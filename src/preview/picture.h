@@ -18,6 +18,13 @@ struct Picture {
   }
 };
 
+struct Preview {
+  Picture picture;
+  // By the shell: at most as large as it was asked for, and to be copied as it is. Else exactly that large, what
+  // the file shows in the middle.
+  bool isFromShell = false;
+};
+
 // The picture over a colour (0xRRGGBB), opaque.
 Picture Flatten(const Picture& picture, std::uint32_t background);
 
