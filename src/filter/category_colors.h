@@ -5,8 +5,8 @@
 
 namespace file_explorer {
 
-// Puts the host's colours back to its factory defaults and reads them into *colors. A category for which the host
-// gives no colour keeps the one it has.
+// Puts the host's colours back to its factory defaults and reads them into *colors. A category for which the
+// host gives no colour keeps the one it has.
 void ResetAndFetchCategoryColors(CategoryColors* colors);
 
 // Hands all ten colours to the host, in category order.

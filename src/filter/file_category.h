@@ -1,4 +1,5 @@
-// The ten categories of files, with the names and numbers under which the host, the profile and the dialogs know them.
+// The ten categories of files, with the names and numbers under which the host, the profile and the dialogs
+// know them.
 #pragma once
 
 #include <array>
@@ -47,11 +48,15 @@ struct CategoryColor {
 
 using CategoryColors = std::array<CategoryColor, kFileCategoryCount>;
 
+// The colour as the system's drawing calls take it, 0x00BBGGRR. Each part times 255 is cut to a whole number,
+// never rounded, and of that the low eight bits count.
+std::uint32_t ColorReference(const CategoryColor& color);
+
 // The text in which a colour is kept: three numbers with single blanks between them.
 std::string FormatCategoryColor(const CategoryColor& color);
 
-// Reads the numbers of text into color, from the left. Parts that the text does not give keep their value; an empty
-// text changes nothing. Neither range nor the rest of the text is checked.
+// Reads the numbers of text into color, from the left. Parts that the text does not give keep their value; an
+// empty text changes nothing. Neither range nor the rest of the text is checked.
 void ParseCategoryColor(const std::string& text, CategoryColor* color);
 
 }  // namespace file_explorer

@@ -25,10 +25,10 @@ class HistoryListBox {
   void SetBeforePaint(std::function<void()> beforePaint) { beforePaint_ = std::move(beforePaint); }
 
  private:
-  static LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                       DWORD_PTR self);
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   // True when the message is dealt with and *result is its answer.
   bool HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
+  LRESULT CallPrevious(UINT message, WPARAM wParam, LPARAM lParam) const;
   bool OnKeyDown(WPARAM key);
   bool OnCharacter(WPARAM letter);
   void MoveTo(int row);
@@ -38,6 +38,7 @@ class HistoryListBox {
 
   unique_hwnd window_;
   std::function<void()> beforePaint_;
+  WNDPROC previous_ = nullptr;  // the system's procedure of the list box
 };
 
 }  // namespace file_explorer
