@@ -154,6 +154,7 @@ void FileView::FolderOpened() {
   saved_.reset();
   error_.clear();
   nextSelected_ = -1;
+  pane_.thumbnails().OnFolderLeft();
   {
     const ListPane::Quiet quiet(pane_);
     pane_.SelectAll(false);
@@ -303,6 +304,15 @@ int FileView::CellImage(int row) {
 bool FileView::RowDimmed(int row) {
   const ItemId id = IdOfRow(row);
   return id != kNoItem && listing().store.IsDimmed(id);
+}
+
+std::optional<ThumbnailSubject> FileView::Thumbnail(int row) {
+  const ItemId id = IdOfRow(row);
+  if (id == kNoItem || listing().IsFolder(id)) return std::nullopt;
+  const ItemRecord& record = listing().store.at(id);
+  const std::wstring path = listing().PathOf(id);
+  if (path.empty()) return std::nullopt;
+  return ThumbnailSubject{path, record.modified * 31 + record.size + 1};
 }
 
 int FileView::FindRow(int start, const std::wstring& prefix, bool partial, bool wrap) {

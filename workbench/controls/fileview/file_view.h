@@ -101,6 +101,7 @@ class FileView : public OleControl,
   std::wstring CellText(int row, int column) override;
   int CellImage(int row) override;
   bool RowDimmed(int row) override;
+  std::optional<ThumbnailSubject> Thumbnail(int row) override;
   int FindRow(int start, const std::wstring& prefix, bool partial, bool wrap) override;
   void OnRowClicked(int row, POINT point) override;
   void OnRowActivated(int row, POINT point) override;
