@@ -1,3 +1,4 @@
+#include "workbench/controls/fileview/container_sort.h"
 #include "workbench/controls/fileview/file_view.h"
 
 #include "workbench/controls/com/class_server.h"
@@ -56,7 +57,7 @@ void FileView::DestroyControlWindow() {
 
 void FileView::OnPaneDestroyed() {
   model_.SetWindow(nullptr);
-  sorter_.reset();
+  sort_.reset();
   ForgetWindow();
 }
 
@@ -65,7 +66,7 @@ void FileView::OnClose() {
   itemOwner_->view = nullptr;
   followers_.AnnounceClosing();
   model_.SetWindow(nullptr);
-  sorter_.reset();
+  sort_.reset();
   askedItem_.reset();
   events().RemoveAll();
 }
@@ -136,14 +137,14 @@ void FileView::OnPaneMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   } else if (message == WM_TIMER && wParam == kSliceTimer) {
     model_.OnSliceTimer();
   } else if (message == WM_TIMER && wParam == kSortTimer) {
-    ContinueContainerSort();
+    ContinueContainerSort(false);
   }
 }
 
 // FolderModelEvents
 
 void FileView::FolderOpened() {
-  sorter_.reset();
+  sort_.reset();
   saved_.reset();
   error_.clear();
   nextSelected_ = -1;
@@ -246,7 +247,8 @@ void FileView::FillFinished() {
 }
 
 void FileView::ChangesApplied() {
-  if (model_.sortedByContainer() && FireBeforeSort(static_cast<int>(model_.sortRule().column))) {
+  // A sort that is under way knows nothing of what has come and gone.
+  if ((sort_ || model_.sortedByContainer()) && FireBeforeSort(static_cast<int>(model_.sortRule().column))) {
     BeginContainerSort(model_.sortRule());
   }
   FireContentChanged();

@@ -131,18 +131,22 @@ void ListPane::SetView(ViewStyle view) {
   if (view == ViewStyle::kThumbnails && !thumbnails_) {
     thumbnails_ = ImageList_Create(kThumbnailCell, kThumbnailCell, ILC_COLOR32, 16, 64);
   }
-  const Quiet quiet(*this);
-  ApplyListStyle();
-  ApplyImages();
-  if (view == ViewStyle::kList) SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(Scale(220), 0));
-  if (view == ViewStyle::kReport)
-    SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(Scale(kColumns[0].width), 0));
-  if (view == ViewStyle::kLargeIcon || view == ViewStyle::kThumbnails) {
-    const int cell = view == ViewStyle::kThumbnails ? kThumbnailCell + Scale(36) : Scale(90);
-    const int line = view == ViewStyle::kThumbnails ? kThumbnailCell + Scale(46) : Scale(84);
-    SendMessageW(list_, LVM_SETICONSPACING, 0, MAKELPARAM(cell, line));
+  {
+    const Quiet quiet(*this);
+    ApplyListStyle();
+    ApplyImages();
+    if (view == ViewStyle::kList) SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(Scale(220), 0));
+    if (view == ViewStyle::kReport)
+      SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(Scale(kColumns[0].width), 0));
+    if (view == ViewStyle::kLargeIcon || view == ViewStyle::kThumbnails) {
+      const int cell = view == ViewStyle::kThumbnails ? kThumbnailCell + Scale(36) : Scale(90);
+      const int line = view == ViewStyle::kThumbnails ? kThumbnailCell + Scale(46) : Scale(84);
+      SendMessageW(list_, LVM_SETICONSPACING, 0, MAKELPARAM(cell, line));
+    }
+    SendMessageW(list_, LVM_ARRANGE, LVA_DEFAULT, 0);
   }
-  SendMessageW(list_, LVM_ARRANGE, LVA_DEFAULT, 0);
+  // The scroll bars of the old view may have gone: what they covered is drawn anew, too.
+  RedrawWindow(list_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
 }
 
 void ListPane::SetOptions(const Options& options) {
