@@ -96,8 +96,6 @@ class GroupSortView : public testing::Test {
       0x5D1B7A10, 0x2C44, 0x4E0E, {0x9A, 0x61, 0x0B, 0x77, 0x1F, 0x28, 0xD3, 0x55}};
 
   void SetUp() override {
-    static const HRESULT kInitialized = OleInitialize(nullptr);
-    ASSERT_TRUE(SUCCEEDED(kInitialized));
     const INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&classes);
     list_ = CreateWindowExA(0, WC_LISTVIEWA, "", WS_POPUP | LVS_REPORT, 0, 0, 100, 100, nullptr, nullptr,
@@ -148,6 +146,15 @@ class GroupSortView : public testing::Test {
     return item;
   }
 
+  // Kept until the process ends: closing the last apartment takes Wine two seconds.
+  struct Apartment {
+    Apartment() {
+      static const HRESULT kInitialized = OleInitialize(nullptr);
+      EXPECT_TRUE(SUCCEEDED(kInitialized));
+    }
+  };
+
+  Apartment apartment_;  // before the class, which is registered in it
   test_support::ScriptedClass control_{kClass, {}};
   ShellControlHost host_;
   std::vector<Item> items_;
