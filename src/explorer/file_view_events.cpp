@@ -3,9 +3,10 @@
 #include <optional>
 
 #include "src/explorer/autoload.h"
+#include "src/explorer/context_menu_events.h"
+#include "src/explorer/directory_path.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
-#include "src/explorer/directory_path.h"
 #include "src/explorer/navigation.h"
 #include "src/explorer/toolbar_states.h"
 #include "src/filter/file_filter.h"
@@ -83,10 +84,6 @@ std::int64_t OnItemAboutToShow(const Event& event, bool* handled) {
   return 0;
 }
 
-// The place where the context menus of both controls get their items (kFileMenuOpening, kFolderMenuOpening) and carry
-// out what was chosen (kMenuCommand).
-std::int64_t OnContextMenuEvent(const Event&, bool*) { return 0; }
-
 std::int64_t OnSorting(const Event& event, bool* handled) {
   *handled = true;
   constexpr std::int64_t kNameColumn = 0;
@@ -114,8 +111,6 @@ constexpr HookRow kHooks[] = {
     {ControlEvent::kFileClicked, OnClicked},
     {ControlEvent::kFileDoubleClicked, OnDoubleClicked},
     {ControlEvent::kFolderChanged, OnFolderChanged},
-    {ControlEvent::kMenuCommand, OnContextMenuEvent},
-    {ControlEvent::kFileMenuOpening, OnContextMenuEvent},
     {ControlEvent::kSorting, OnSorting},
 };
 
@@ -158,7 +153,7 @@ std::int64_t FileViewEventHook(ExplorerWindow& window, ControlEvent code, ShellC
   for (const HookRow& row : kHooks) {
     if (row.code == code) return row.handler({window, host, object, a, b, path}, handled);
   }
-  return 0;
+  return HandleFileViewMenuEvent(window, code, host, object, a, path);
 }
 
 std::int64_t DispatchFileViewEvent(std::int16_t code, ShellControlHost* host, IDispatch* object, std::int64_t a,
@@ -181,13 +176,10 @@ std::int64_t DispatchFileViewEvent(std::int16_t code, ShellControlHost* host, ID
 }
 
 std::int64_t DispatchFolderViewEvent(std::int16_t code, ShellControlHost* host, IDispatch* object, std::int64_t a,
-                                     std::int64_t b, std::int64_t, std::int64_t, const char* path) {
+                                     std::int64_t, std::int64_t, std::int64_t, const char* path) {
   if (host == nullptr || host->owner == nullptr) return 0;
-  const ControlEvent event = static_cast<ControlEvent>(code);
-  if (event != ControlEvent::kFolderMenuOpening && event != ControlEvent::kMenuCommand) return 0;
   const ModuleContext context;
-  bool handled = false;
-  return OnContextMenuEvent({*host->owner, host, object, a, b, path}, &handled);
+  return HandleFolderViewMenuEvent(*host->owner, static_cast<ControlEvent>(code), host, object, a, path);
 }
 
 }  // namespace file_explorer

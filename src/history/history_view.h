@@ -67,8 +67,8 @@ class CHistoryView {
   bool HandleCommand(int command, HWND toolbar, HWND commandWindow);
 
   // The panel window's procedure offers every message: true when it was one of the list box's and is dealt
-  // with.
-  bool HandleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  // with. The menu key opens the sorting menu, whose choice goes to the panel as a command.
+  bool HandleMessage(HWND panel, UINT message, WPARAM wParam, LPARAM lParam);
 
   HWND window() const;
   const HistoryList& history() const { return *history_; }
@@ -86,9 +86,10 @@ class CHistoryView {
   void ApplyRowHeight();
   void SortAndRefill();
   void Refill();
-  void InsertRow(const NameMeasure& measure, int index, const HistoryEntry& entry);
+  void InsertRow(int index, const HistoryEntry& entry);
   void WidenTo(int extent);
   const HistoryEntry* EntryOfRow(int row) const;
+  POINT BelowSelectedRow() const;
   void OnSelectionChanged();
   void OnDrawItem(const DRAWITEMSTRUCT& item) const;
 
