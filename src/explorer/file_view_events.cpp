@@ -1,5 +1,7 @@
 #include "src/explorer/file_view_events.h"
 
+#include <optional>
+
 #include "src/explorer/autoload.h"
 #include "src/explorer/context_menu_events.h"
 #include "src/explorer/directory_path.h"
@@ -151,9 +153,11 @@ std::int64_t FileViewEventHook(ExplorerWindow& window, ControlEvent code, ShellC
 std::int64_t DispatchFileViewEvent(std::int16_t code, ShellControlHost* host, IDispatch* object, std::int64_t a,
                                    std::int64_t b, std::int64_t c, std::int64_t d, const char* path) {
   if (host == nullptr || host->owner == nullptr) return 0;
-  const ModuleContext context;
   ExplorerWindow& window = *host->owner;
   const ControlEvent event = static_cast<ControlEvent>(code);
+  // Comparing is done millions of times, and needs nothing of the module's own but the code.
+  std::optional<ModuleContext> context;
+  if (event != ControlEvent::kCompareItems) context.emplace();
   // What was read for a sort holds no longer than the sort.
   if (event != ControlEvent::kCompareItems) window.groupSort().Forget();
   if (window.fileViewEventHook() != nullptr) {

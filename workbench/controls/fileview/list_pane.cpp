@@ -147,7 +147,7 @@ void ListPane::ApplyView() {
   if (view == ViewStyle::kReport)
     SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(Scale(kColumns[0].width), 0));
   if (view == ViewStyle::kLargeIcon || view == ViewStyle::kThumbnails) {
-    const int cell = view == ViewStyle::kThumbnails ? thumbnails_.cell() + Scale(24) : Scale(90);
+    const int cell = view == ViewStyle::kThumbnails ? thumbnails_.cell() + Scale(36) : Scale(90);
     const int line = view == ViewStyle::kThumbnails ? thumbnails_.cell() + Scale(46) : Scale(84);
     SendMessageW(list_, LVM_SETICONSPACING, 0, MAKELPARAM(cell, line));
   }
