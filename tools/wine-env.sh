@@ -18,6 +18,8 @@ wine_env_for() {
     return 1
   fi
   export WINEPREFIX="${EXPLORER_WINEPREFIX:-$build/wineprefix}"
+  # What is deleted to the recycle bin lands in the prefix, not in the user's own bin.
+  export XDG_DATA_HOME="$WINEPREFIX/xdg-data"
   [ -f "$WINEPREFIX/.ready" ] || make_wine_prefix || return 1
   # The server stays for a minute after its last program, so that the next one starts at once.
   "$WINESERVER" -p60 </dev/null >/dev/null 2>&1 || true

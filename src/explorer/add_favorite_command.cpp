@@ -15,11 +15,12 @@ std::string PathOf(const ShellItem& item) {
 
 }  // namespace
 
-void AddToFavorites(ExplorerState& state, bool fromFolderTree) {
+void AddToFavorites(ExplorerState& state, bool fromFolderTree, const std::string& explicitPath) {
   if (!state.favoritesPane) return;
   ShellControlHost* const fileView = state.explorerWindow ? state.explorerWindow->fileView() : nullptr;
   ShellControlHost* const folderView = state.folderViewHost.get();
   AddFavoriteSources sources;
+  sources.explicitPath = explicitPath;
   sources.fromFolderTree = fromFolderTree;
   sources.folderTreePath = [folderView] { return PathOf(GetSelectedFolder(folderView)); };
   sources.fileViewSelectionCount = [fileView] { return static_cast<int>(GetSelectedCount(fileView)); };

@@ -28,6 +28,8 @@ void ExplorerState::ClearInstance() {
   settings = ExplorerSettings();
   toolbars = SelectorToolbars();
   currentView = SelectorView::Folders;
+  fileViewMenu = MenuItems();
+  folderViewMenu = MenuItems();
   startDirectoryApplied = false;
   shellUnusable = false;
   panelWindow = nullptr;

@@ -8,6 +8,8 @@
 
 #include "src/framework/command_ids.h"
 #include "src/favorites/favorites_pane.h"
+#include "src/fileops/menu_items.h"
+#include "src/fileops/shell_operations.h"
 #include "src/framework/unique_handle.h"
 #include "src/history/history_view.h"
 #include "src/host/host_services.h"
@@ -57,6 +59,9 @@ struct ExplorerState {
   unique_himagelist selectorImages;
   std::unique_ptr<ShellControlHost> folderViewHost;
   SelectorView currentView = SelectorView::Folders;
+  MenuItems fileViewMenu;  // the explorer's items in the context menus, each control's for itself
+  MenuItems folderViewMenu;
+  ShellOperations shellOperations;  // with the destination chosen last, whatever instance it was chosen in
   bool startDirectoryApplied = false;
   bool shellUnusable = false;  // the folder tree could not be made
 

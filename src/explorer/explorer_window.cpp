@@ -42,9 +42,8 @@ ExplorerWindow::~ExplorerWindow() {
   // The mode is kept also when it did not change, and before the windows go.
   state_.store.WriteNumber(kDisplayModeKey, displayMode_);
   messageHook_ = nullptr;
-  // The controls go before the window that contains them, the file view before the combo box that follows it.
-  fileView_.reset();
-  comboView_.reset();
+  // The controls go before the window that contains them.
+  DestroyFilePane();
   patternBox_.Destroy();
   window_.reset();
 }
@@ -160,8 +159,7 @@ LRESULT ExplorerWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARA
       return OnEraseBackground(wParam);
     case WM_DESTROY:
       // Somebody else destroys the window: what lives in it goes while its windows still stand.
-      fileView_.reset();
-      comboView_.reset();
+      DestroyFilePane();
       patternBox_.Destroy();
       break;
     case WM_NCDESTROY:

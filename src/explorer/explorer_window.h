@@ -8,6 +8,8 @@
 #include <string>
 
 #include "src/framework/command_ids.h"
+#include "src/explorer/group_sort.h"
+#include "src/explorer/item_colors.h"
 #include "src/explorer/pattern_box.h"
 #include "src/framework/unique_handle.h"
 #include "src/shellhost/shell_controls.h"
@@ -72,6 +74,7 @@ class ExplorerWindow {
   HWND toolbar() const { return toolbar_; }
   int displayMode() const { return displayMode_; }
   PatternBox& patternBox() { return patternBox_; }
+  GroupSort& groupSort() { return groupSort_; }
   ShellControlHost* fileView() const { return fileView_.get(); }
   ShellControlHost* comboView() const { return comboView_.get(); }
   LPCITEMIDLIST startDirectory() const { return startDirectory_.get(); }
@@ -98,6 +101,7 @@ class ExplorerWindow {
   bool BuildFilePane();
   int ToolbarHeight();
   void PlaceForTheFirstTime(std::uint16_t creationMethod);
+  void DestroyFilePane();
 
   ExplorerState& state_;
   int displayMode_;
@@ -118,6 +122,8 @@ class ExplorerWindow {
   PatternBox patternBox_;
   std::unique_ptr<ShellControlHost> comboView_;
   std::unique_ptr<ShellControlHost> fileView_;
+  GroupSort groupSort_;
+  ItemColors itemColors_;
 };
 
 }  // namespace file_explorer

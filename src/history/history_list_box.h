@@ -20,10 +20,10 @@ class HistoryListBox {
   HWND window() const { return window_.get(); }
 
  private:
-  static LRESULT CALLBACK SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                       DWORD_PTR self);
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   // True when the message is dealt with and *result is its answer.
   bool HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
+  LRESULT CallPrevious(UINT message, WPARAM wParam, LPARAM lParam) const;
   bool OnKeyDown(WPARAM key);
   bool OnCharacter(WPARAM letter);
   void MoveTo(int row);
@@ -32,6 +32,7 @@ class HistoryListBox {
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
   unique_hwnd window_;
+  WNDPROC previous_ = nullptr;  // the system's procedure of the list box
 };
 
 }  // namespace file_explorer

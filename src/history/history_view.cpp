@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <utility>
@@ -141,7 +142,9 @@ bool CHistoryView::AddPathToHistory(const char* path) {
   if (result == HistoryList::AddResult::kRefused) return false;
   if (result == HistoryList::AddResult::kAppended && sortingMethod_ == kSortNewestFirst) {
     // On top of the view, but last in the list until it is sorted again.
-    InsertRow(NameMeasure(window(), font_.get()), 0, *history_->entries().back());
+    const HistoryEntry& added = *history_->entries().back();
+    InsertRow(0, added);
+    WidenTo(NameMeasure(window(), font_.get()).ExtentOf(added, showIcons_));
   } else {
     SortAndRefill();
   }
@@ -189,13 +192,17 @@ void CHistoryView::Refill() {
   SendMessageA(box, WM_SETREDRAW, FALSE, 0);
   SendMessageA(box, LB_INITSTORAGE, history_->size(), 0);
   const NameMeasure measure(box, font_.get());
-  for (const auto& entry : history_->entries()) InsertRow(measure, -1, *entry);
+  int widest = 0;  // told to the list box once: it lays its scroll bars out each time
+  for (const auto& entry : history_->entries()) {
+    widest = std::max(widest, measure.ExtentOf(*entry, showIcons_));
+    InsertRow(-1, *entry);
+  }
+  WidenTo(widest);
   SendMessageA(box, WM_SETREDRAW, TRUE, 0);
   InvalidateRect(box, nullptr, TRUE);
 }
 
-void CHistoryView::InsertRow(const NameMeasure& measure, int index, const HistoryEntry& entry) {
-  WidenTo(measure.ExtentOf(entry, showIcons_));
+void CHistoryView::InsertRow(int index, const HistoryEntry& entry) {
   const LRESULT row = SendMessageA(window(), LB_INSERTSTRING, static_cast<WPARAM>(index),
                                    reinterpret_cast<LPARAM>(entry.displayName.c_str()));
   if (row >= 0) {

@@ -86,7 +86,7 @@ class CHistoryView {
   void ApplyRowHeight();
   void SortAndRefill();
   void Refill();
-  void InsertRow(const NameMeasure& measure, int index, const HistoryEntry& entry);
+  void InsertRow(int index, const HistoryEntry& entry);
   void WidenTo(int extent);
   const HistoryEntry* EntryOfRow(int row) const;
   void OnSelectionChanged();

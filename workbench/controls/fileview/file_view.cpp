@@ -42,6 +42,7 @@ HWND FileView::CreateControlWindow(HWND parent, const RECT& rect) {
   pane_.SetView(view_);
   pane_.ShowSort(model_.sortRule());
   model_.SetWindow(pane_.hwnd());
+  drops_.Register(pane_.list(), *this);
   if (!wanted_.empty()) {
     // Not from inside the activation: the container's site is not ready for events yet.
     PostMessageW(pane_.hwnd(), kReaderMessage, 1, 0);
@@ -50,11 +51,13 @@ HWND FileView::CreateControlWindow(HWND parent, const RECT& rect) {
 }
 
 void FileView::DestroyControlWindow() {
+  drops_.Revoke();
   model_.SetWindow(nullptr);
   pane_.Destroy();
 }
 
 void FileView::OnPaneDestroyed() {
+  drops_.Revoke();
   model_.SetWindow(nullptr);
   sorter_.reset();
   ForgetWindow();
@@ -62,6 +65,8 @@ void FileView::OnPaneDestroyed() {
 
 // Lets go of everybody who knows this control, before its window goes.
 void FileView::OnClose() {
+  drops_.Revoke();
+  dropped_.clear();
   itemOwner_->view = nullptr;
   followers_.AnnounceClosing();
   model_.SetWindow(nullptr);
@@ -80,11 +85,11 @@ STDMETHODIMP FileView::TellLocation(ILocationSink* sink) {
   });
 }
 
-STDMETHODIMP FileView::GoTo(const wchar_t* path, const ITEMIDLIST* pidl) {
+STDMETHODIMP FileView::GoTo(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) {
   return Guarded([&] {
     if (closed()) return E_UNEXPECTED;
     const ComRef<IOleObject> self(this);
-    const Location location = LocationFromCall(path, pidl);
+    const Location location = LocationFromCall(path, pidl, archiveLength);
     if (location.empty()) return E_INVALIDARG;
     if (!(location == listing().folder)) {
       Navigate(location);
@@ -131,6 +136,8 @@ void FileView::OnPaneMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     Navigate(wanted);
   } else if (message == kReaderMessage) {
     model_.OnReaderMessage();
+  } else if (message == kDropMessage) {
+    CarryOutDrop();
   } else if (message == kWatcherMessage) {
     model_.OnWatcherMessage();
   } else if (message == WM_TIMER && wParam == kSliceTimer) {
@@ -208,6 +215,7 @@ void FileView::RowsChanged(bool replaced) {
   if (replaced) {
     saved_ = std::make_unique<SavedView>(*saved);
     RestoreByName();
+    error_.clear();  // what was wrong with the folder no longer is
     *saved = *saved_;
     saved_.reset();
   }
@@ -274,7 +282,8 @@ std::wstring FileView::CellText(int row, int column) {
     case SortColumn::kType:
       return rows.IsVirtual() && !(rows.AttributesOf(id) & SFGAO_FILESYSTEM)
                  ? L"System Folder"
-                 : model_.types().NameOf(record.type);
+                 : model_.types().NameOf(record.type) +
+                       (record.attributes & kAttributeDamaged ? L" (damaged)" : L"");
     case SortColumn::kModified:
       return LocalDateTime(record.modified);
   }
@@ -342,7 +351,10 @@ std::wstring FileView::StatusText(bool& isError) {
 std::wstring FileView::EmptyText() {
   if (model_.reading()) return L"Reading the folder\u2026";
   if (listing().folder.empty()) return error_;
-  return error_.empty() ? std::wstring(L"This folder is empty.") : error_;
+  if (!error_.empty()) return error_;
+  const Location& folder = listing().folder;
+  return folder.InArchive() && !folder.IsInsideArchive() ? L"This archive is empty."
+                                                         : L"This folder is empty.";
 }
 
 void FileView::ShowError(const std::wstring& text) {

@@ -10,6 +10,7 @@
 #include "workbench/controls/fileview/list_pane.h"
 #include "workbench/controls/fileview/listing_item.h"
 #include "workbench/controls/model/merge_sorter.h"
+#include "workbench/controls/shell/file_drop.h"
 #include "workbench/controls/shell/font_holder.h"
 #include "workbench/controls/shell/location_link.h"
 
@@ -31,13 +32,14 @@ class FileView : public OleControl,
                  public ILocationPeer,
                  public FolderModelEvents,
                  public ListPaneOwner,
-                 public ListingItemView {
+                 public ListingItemView,
+                 public DropView {
  public:
   void* Interface(REFIID iid);
 
   // ILocationPeer
   STDMETHODIMP TellLocation(ILocationSink* sink) override;
-  STDMETHODIMP GoTo(const wchar_t* path, const ITEMIDLIST* pidl) override;
+  STDMETHODIMP GoTo(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) override;
   STDMETHODIMP AdviseLocation(ILocationSink* sink) override;
   STDMETHODIMP UnadviseLocation(ILocationSink* sink) override;
 
@@ -60,6 +62,7 @@ class FileView : public OleControl,
   HRESULT PutSwitch(Call& call) {
     return call.Bool(0, switches_.*Switch);
   }
+  HRESULT PutZipFolders(Call& call);
   HRESULT PutVirtualFolders(Call& call) { return PutFilterSwitch(call, switches_.virtualFolders); }
   HRESULT PutFolders(Call& call) { return PutFilterSwitch(call, switches_.folders); }
   HRESULT GetView(Call& call);
@@ -114,6 +117,13 @@ class FileView : public OleControl,
   void OnPaneMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void OnPaneDestroyed() override;
 
+  // DropView
+  bool TakesDrops() override { return switches_.dragAndDrop && !closed(); }
+  std::wstring DropFolderAt(POINT screen) override;
+  void ShowDropTarget(POINT screen, bool taken) override;
+  void HideDropTarget() override { pane_.SetDropRow(-1); }
+  void OnFilesDropped(DroppedFiles files) override;
+
   // ListingItemView
   HRESULT OpenItem(const std::shared_ptr<Listing>& listing, ItemId id) override;
   bool IsItemSelected(const std::shared_ptr<Listing>& listing, ItemId id) const override;
@@ -167,10 +177,14 @@ class FileView : public OleControl,
   bool CreateNewFolder(bool edit);
   void RunMenu(int row, POINT point);
   bool RunOwnVerb(const std::string& verb);
+  bool IsDropRow(int row) const;
+  void CarryOutDrop();
   void UpdateStatus();
   void RestoreByName();
 
   ListPane pane_;
+  DropRegistration drops_;
+  std::vector<DroppedFiles> dropped_;  // wait for the end of the drag
   FolderModel model_;
   ListPane::Options options_;
   FileViewSwitches switches_;

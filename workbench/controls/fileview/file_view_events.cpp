@@ -37,8 +37,11 @@ ComRef<IDispatch> FileView::EmptyItem() {
 // Runs for each item of a folder: one object serves all of them as long as no sink keeps it.
 bool FileView::AcceptItem(const std::shared_ptr<Listing>& listing, ItemId id) {
   const ULONG attributes = listing->AttributesOf(id);
-  if (!switches_.folders && (attributes & SFGAO_FOLDER)) return false;
-  if (!switches_.virtualFolders && !(attributes & (SFGAO_FILESYSTEM | SFGAO_FILESYSANCESTOR))) return false;
+  // Archives stay in a view without folders: they are files too.
+  if (!switches_.folders && listing->IsFolder(id)) return false;
+  if (!switches_.virtualFolders && !listing->folder.InArchive() &&
+      !(attributes & (SFGAO_FILESYSTEM | SFGAO_FILESYSANCESTOR)))
+    return false;
   if (!events().HasSinks() || eventsFrozen()) return true;
   if (askedItem_) {
     askedItem_->AddRef();

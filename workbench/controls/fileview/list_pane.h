@@ -101,6 +101,10 @@ class ListPane : public WindowBase {
   bool IsSelected(int row) const;
   bool EditLabel(int row);
   POINT RowPoint(int row) const;
+  // The row at a point of the screen; -1 for none.
+  int RowAt(POINT screen) const;
+  // The row that is marked as the target of a drop; -1 for none.
+  void SetDropRow(int row);
 
  protected:
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -156,6 +160,7 @@ class ListPane : public WindowBase {
   ViewStyle view_ = ViewStyle::kReport;
   Options options_;
   int quiet_ = 0;
+  int dropRow_ = -1;
   int pendingFocus_ = -1;  // the row that gets the focus when the messages that wait have been handled
   bool selectionPosted_ = false;
   bool applyingStyle_ = false;

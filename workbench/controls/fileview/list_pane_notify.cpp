@@ -4,6 +4,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "workbench/controls/fileview/list_pane.h"
 
@@ -171,6 +172,10 @@ LRESULT ListPane::OnCustomDraw(NMHDR* header) {
     case CDDS_ITEMPREPAINT: {
       const int row = static_cast<int>(draw->nmcd.dwItemSpec);
       if (owner_.RowDimmed(row) && !IsSelected(row)) draw->clrText = GetSysColor(COLOR_GRAYTEXT);
+      if (row == dropRow_) {
+        draw->clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
+        draw->clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
+      }
       return CDRF_DODEFAULT;
     }
     default:
@@ -193,6 +198,25 @@ LRESULT ListPane::OnSetFocus(NMHDR*) {
   return 0;
 }
 
+int ListPane::RowAt(POINT screen) const {
+  if (!list_) return -1;
+  LVHITTESTINFO hit = {};
+  hit.pt = screen;
+  ScreenToClient(list_, &hit.pt);
+  const int row = static_cast<int>(SendMessageW(list_, LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+  return (hit.flags & LVHT_ONITEM) ? row : -1;
+}
+
+void ListPane::SetDropRow(int row) {
+  if (row == dropRow_) return;
+  const int old = std::exchange(dropRow_, row);
+  if (!list_) return;
+  for (const int changed : {old, row}) {
+    if (changed >= 0) SendMessageW(list_, LVM_REDRAWITEMS, static_cast<WPARAM>(changed), changed);
+  }
+  UpdateWindow(list_);
+}
+
 void ListPane::OnContext(LPARAM lParam) {
   POINT point = {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
   if (point.x == -1 && point.y == -1) {
@@ -203,11 +227,7 @@ void ListPane::OnContext(LPARAM lParam) {
     owner_.OnContextMenu(row, point);
     return;
   }
-  LVHITTESTINFO hit = {};
-  hit.pt = point;
-  ScreenToClient(list_, &hit.pt);
-  const int row = static_cast<int>(SendMessageW(list_, LVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
-  owner_.OnContextMenu((hit.flags & LVHT_ONITEM) ? row : -1, point);
+  owner_.OnContextMenu(RowAt(point), point);
 }
 
 }  // namespace controls

@@ -1,8 +1,14 @@
 #include "workbench/controls/folderview/folder_view.h"
 
+#include <windows.h>
+
+#include <shellapi.h>
+
 #include "workbench/controls/com/event_arguments.h"
 #include "workbench/controls/model/path_logic.h"
+#include "workbench/controls/shell/display_format.h"
 #include "workbench/controls/shell/file_commands.h"
+#include "workbench/controls/shell/file_drag.h"
 #include "workbench/controls/shell/item_object.h"
 
 namespace controls {
@@ -11,6 +17,7 @@ namespace {
 constexpr DISPID kFolderSelected = 1;
 constexpr DISPID kMenuBuilding = 13;
 constexpr DISPID kMenuCommand = 14;
+constexpr UINT kDropMessage = WM_APP + 10;
 
 }  // namespace
 
@@ -64,12 +71,26 @@ DispatchTable FolderView::Members() {
 HWND FolderView::CreateControlWindow(HWND parent, const RECT& rect) {
   if (!pane_.CreatePane(parent, rect)) return nullptr;
   pane_.SetOptions(options_);
+  pane_.SetDragging(dragAndDrop_);
+  drops_.Register(pane_.tree(), *this);
   pane_.SetFont(font_.handle());
-  if (!current_.empty()) pane_.SelectLocation(current_);
+  if (!current_.empty()) pane_.SelectLocation(current_.Holder());
   return pane_.hwnd();
 }
 
+void FolderView::DestroyControlWindow() {
+  drops_.Revoke();
+  pane_.Destroy();
+}
+
+void FolderView::OnTreeDestroyed() {
+  drops_.Revoke();
+  ForgetWindow();
+}
+
 void FolderView::OnClose() {
+  drops_.Revoke();
+  dropped_.clear();
   fileView_.Disconnect();
   fileViewObject_.reset();
   followers_.AnnounceClosing();
@@ -86,11 +107,11 @@ STDMETHODIMP FolderView::TellLocation(ILocationSink* sink) {
   });
 }
 
-STDMETHODIMP FolderView::GoTo(const wchar_t* path, const ITEMIDLIST* pidl) {
+STDMETHODIMP FolderView::GoTo(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) {
   return Guarded([&] {
     if (closed()) return E_UNEXPECTED;
     const ComRef<IOleObject> self(this);
-    const Location location = LocationFromCall(path, pidl);
+    const Location location = LocationFromCall(path, pidl, archiveLength);
     if (location.empty()) return E_INVALIDARG;
     if (!fileView_.GoTo(location)) Arrive(location);
     return S_OK;
@@ -119,7 +140,8 @@ void FolderView::Arrive(const Location& location) {
   const ComRef<IOleObject> self(this);
   const bool moved = !(location == current_);
   current_ = location;
-  pane_.SelectLocation(location);
+  // The tree shows folders on disk: inside an archive it stays on the folder that holds it.
+  pane_.SelectLocation(location.Holder());
   followers_.Announce(location);
   if (!moved || eventsFrozen()) return;
   const ComRef<IDispatch> item = ItemOf(location);
@@ -135,6 +157,12 @@ void FolderView::OnNodeSelected(const Location& location) {
   if (!fileView_.GoTo(location)) Arrive(location);
 }
 
+// The selected node says nothing new, but the list may be in an archive of its folder: then it comes back.
+void FolderView::OnNodeClicked(const Location& location) {
+  const ComRef<IOleObject> self(this);
+  if (current_.InArchive() && location == current_.Holder()) OnNodeSelected(location);
+}
+
 ComRef<IDispatch> FolderView::ItemOf(const Location& location) {
   return ComRef<IDispatch>::Attach(ComObject<LocationItem>::Create(location).detach());
 }
@@ -145,6 +173,12 @@ HRESULT FolderView::GetSelectedFolder(Call& call) {
   Location location = pane_.selected();
   if (location.empty()) location = current_;
   return call.ReturnObject(location.empty() ? nullptr : ItemOf(location).get());
+}
+
+HRESULT FolderView::PutDragAndDrop(Call& call) {
+  const HRESULT result = call.Bool(0, dragAndDrop_);
+  if (SUCCEEDED(result)) pane_.SetDragging(dragAndDrop_);
+  return result;
 }
 
 HRESULT FolderView::GetTreeHandle(Call& call) {
@@ -194,7 +228,7 @@ HRESULT FolderView::CallAddMenuItem(Call& call) {
 }
 
 HRESULT FolderView::CallNewFolder(Call&) {
-  NewFolderUnder(pane_.selected());
+  NewFolderUnder(pane_.selectedFolder());
   return S_OK;
 }
 
@@ -235,6 +269,9 @@ void FolderView::Report(const std::wstring& text) {
 bool FolderView::OnTreeKey(UINT key) {
   const ComRef<IOleObject> self(this);
   switch (key) {
+    case VK_RETURN:
+      OnNodeClicked(pane_.selected());
+      return true;
     case VK_F2:
       pane_.EditSelected();
       return true;
@@ -249,23 +286,26 @@ bool FolderView::OnTreeKey(UINT key) {
   }
 }
 
-void FolderView::OnTreeContextMenu(const Location& location, POINT screen) {
+void FolderView::AddMenuEntries(ItemMenu& menu, const Location& location, bool isFile) {
+  menu.AddOwn(L"&Open", isFile ? "openfile" : "open", true, true);
+  if (!isFile) menu.AddOwn(L"R&efresh", "refresh");
+  if (!location.IsFileSystem()) return;
+  const bool changeable = MayRenameNode(location);
+  menu.AddSeparator();
+  menu.AddOwn(L"Cu&t", "cut", changeable);
+  menu.AddOwn(L"&Copy", "copy", changeable);
+  if (!isFile) menu.AddOwn(L"&Paste", "paste", ClipboardHasFiles());
+  menu.AddSeparator();
+  menu.AddOwn(L"&Delete", "delete", changeable);
+  menu.AddOwn(L"Rena&me", "rename", changeable);
+  if (!isFile) menu.AddOwn(L"Ne&w Folder", "newfolder");
+}
+
+void FolderView::OnTreeContextMenu(const Location& location, bool isFile, POINT screen) {
   const ComRef<IOleObject> self(this);
   if (!contextMenu_) return;
   ItemMenu menu;
-  const bool changeable = MayRenameNode(location);
-  menu.AddOwn(L"&Open", "open", true, true);
-  menu.AddOwn(L"R&efresh", "refresh");
-  if (location.IsFileSystem()) {
-    menu.AddSeparator();
-    menu.AddOwn(L"Cu&t", "cut", changeable);
-    menu.AddOwn(L"&Copy", "copy", changeable);
-    menu.AddOwn(L"&Paste", "paste", ClipboardHasFiles());
-    menu.AddSeparator();
-    menu.AddOwn(L"&Delete", "delete", changeable);
-    menu.AddOwn(L"Rena&me", "rename", changeable);
-    menu.AddOwn(L"Ne&w Folder", "newfolder");
-  }
+  AddMenuEntries(menu, location, isFile);
   const ComRef<IDispatch> item = ItemOf(location);
   menu_ = &menu;
   EventArguments<1> building;
@@ -281,12 +321,72 @@ void FolderView::OnTreeContextMenu(const Location& location, POINT screen) {
   events().Fire(kMenuCommand, chosen.values(), chosen.count());
 }
 
+void FolderView::Delete(const Location& location) {
+  const OperationResult result = DeleteFiles(GetAncestor(pane_.hwnd(), GA_ROOT), {location.path()}, false);
+  if (!result.error.empty()) return Report(result.error);
+  if (!result.done || closed()) return;
+  const Location parent = location.Parent();
+  if (current_.IsFileSystem() && IsWithin(current_.path(), location.path())) OnNodeSelected(parent);
+  pane_.SelectLocation(parent);
+  pane_.RefreshSelected();
+}
+
+// The shell's default verb.
+void FolderView::OnFileOpened(const Location& location) {
+  const ComRef<IOleObject> self(this);
+  SHELLEXECUTEINFOW request = {};
+  request.cbSize = sizeof(request);
+  request.fMask = SEE_MASK_FLAG_NO_UI;
+  request.hwnd = pane_.hwnd();
+  request.lpFile = location.path().c_str();
+  request.nShow = SW_SHOWNORMAL;
+  if (ShellExecuteExW(&request)) return;
+  const DWORD error = GetLastError();
+  Report(L"\u201C" + location.Name() + L"\u201D cannot be opened: " + SystemErrorText(error));
+}
+
+// Whoever was in a folder that has gone, or below it, goes to the one above.
+void FolderView::OnNodeGone(const Location& location) {
+  if (!current_.IsFileSystem() || !IsWithin(current_.path(), location.path())) return;
+  const ComRef<IOleObject> self(this);
+  const Location parent = location.Parent();
+  if (!fileView_.GoTo(parent)) Arrive(parent);
+}
+
+// Drag and drop
+
+void FolderView::OnTreeDrag(const Location& location, bool mayMove, bool rightButton) {
+  const ComRef<IOleObject> self(this);
+  const DWORD move = mayMove ? DROPEFFECT_MOVE : DROPEFFECT_NONE;
+  DragFiles({location.path()}, DROPEFFECT_COPY | DROPEFFECT_LINK | move, rightButton);
+}
+
+void FolderView::OnFilesDropped(DroppedFiles files) {
+  dropped_.push_back(std::move(files));
+  PostMessageW(pane_.hwnd(), kDropMessage, 0, 0);
+}
+
+void FolderView::OnTreeMessage(UINT message) {
+  if (message != kDropMessage || dropped_.empty()) return;
+  const ComRef<IOleObject> self(this);
+  const DroppedFiles files = std::move(dropped_.front());
+  dropped_.erase(dropped_.begin());
+  DropAction action = files.action;
+  if (files.ask) action = AskDropAction(pane_.hwnd(), files.point, action == DropAction::kMove);
+  if (action == DropAction::kNone || closed()) return;
+  const OperationResult result =
+      CopyInto(GetAncestor(pane_.hwnd(), GA_ROOT), files.paths, files.folder, action == DropAction::kMove);
+  if (!result.error.empty()) Report(result.error);
+}
+
 void FolderView::RunVerb(const std::string& verb, const Location& location) {
   const HWND owner = GetAncestor(pane_.hwnd(), GA_ROOT);
   OperationResult result;
   if (verb == "open") {
     pane_.SelectLocation(location);
     OnNodeSelected(location);
+  } else if (verb == "openfile") {
+    OnFileOpened(location);
   } else if (verb == "refresh") {
     pane_.RefreshSelected();
   } else if (verb == "cut" || verb == "copy") {
@@ -294,16 +394,10 @@ void FolderView::RunVerb(const std::string& verb, const Location& location) {
   } else if (verb == "paste") {
     result = PasteInto(owner, location.path());
   } else if (verb == "delete" && MayRenameNode(location)) {
-    result = DeleteFiles(owner, {location.path()}, false);
-    if (result.done) {
-      const Location parent = location.Parent();
-      if (current_.IsFileSystem() && IsWithin(current_.path(), location.path())) OnNodeSelected(parent);
-      pane_.SelectLocation(parent);
-      pane_.RefreshSelected();
-    }
+    Delete(location);
   } else if (verb == "rename") {
     pane_.SelectLocation(location);
-    OnNodeSelected(location);
+    OnNodeSelected(pane_.selectedFolder());
     pane_.EditSelected();
   } else if (verb == "newfolder") {
     pane_.SelectLocation(location);

@@ -15,21 +15,11 @@ namespace controls {
 namespace {
 
 constexpr wchar_t kClassName[] = L"SswareShellFolderView";
-constexpr UINT kReaderMessage = WM_APP + 1;
-constexpr DWORD kOwnStyleMask =
-    TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS | TVS_EDITLABELS;
-
-// Keeps program-made selection changes from being taken for the user's.
-class QuietScope {
- public:
-  explicit QuietScope(int& counter) : counter_(counter) { ++counter_; }
-  ~QuietScope() { --counter_; }
-  QuietScope(const QuietScope&) = delete;
-  QuietScope& operator=(const QuietScope&) = delete;
-
- private:
-  int& counter_;
-};
+constexpr UINT kFirstOwnerMessage = WM_APP + 10;
+constexpr UINT_PTR kHoverTimer = 1;
+constexpr UINT kHoverMs = 700;
+constexpr DWORD kOwnStyleMask = TVS_HASLINES | TVS_LINESATROOT | TVS_HASBUTTONS | TVS_SHOWSELALWAYS |
+                                TVS_EDITLABELS | TVS_DISABLEDRAGDROP;
 
 std::wstring NodeName(const Location& location) {
   if (location.IsFileSystem() && IsRootPath(location.path()) && location.pidl()) {
@@ -51,12 +41,12 @@ DWORD TreePane::OwnStyleBits() const {
   if (options_.buttons) bits |= TVS_HASBUTTONS | TVS_LINESATROOT;
   if (options_.showSelectionAlways) bits |= TVS_SHOWSELALWAYS;
   if (options_.inPlaceRename) bits |= TVS_EDITLABELS;
+  if (!dragging_) bits |= TVS_DISABLEDRAGDROP;
   return bits;
 }
 
 bool TreePane::CreateTree() {
-  const DWORD style =
-      WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | TVS_DISABLEDRAGDROP | OwnStyleBits();
+  const DWORD style = WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPSIBLINGS | OwnStyleBits();
   tree_ = CreateWindowExW(0, WC_TREEVIEWW, L"", style, 0, 0, 0, 0, hwnd(), reinterpret_cast<HMENU>(1),
                           nullptr, nullptr);
   if (!tree_) return false;
@@ -80,6 +70,11 @@ void TreePane::SetFont(HFONT font) {
   if (tree_) SendMessageW(tree_, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);
 }
 
+void TreePane::SetDragging(bool on) {
+  dragging_ = on;
+  SetOptions(options_);
+}
+
 void TreePane::SetOptions(const Options& options) {
   const bool contentsDiffer =
       options.files != options_.files || options.virtualFolders != options_.virtualFolders;
@@ -94,6 +89,7 @@ void TreePane::SetOptions(const Options& options) {
   const Location place = selected();
   const QuietScope quiet(quiet_);
   readings_.clear();
+  watches_.clear();
   SendMessageW(tree_, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
   auto root = std::make_unique<Node>();
   root->location = Location::Desktop();
@@ -163,7 +159,7 @@ HTREEITEM TreePane::EnsureChild(HTREEITEM parent, const Location& location) {
   HTREEITEM after = TVI_FIRST;
   for (HTREEITEM child = ChildOf(parent); child; child = NextOf(child)) {
     const Node* other = NodeOf(child);
-    if (!other || CompareNatural(other->name, node->name) > 0) break;
+    if (!other || other->isFile || CompareNatural(other->name, node->name) > 0) break;
     after = child;
   }
   SetChildCount(parent, 1);
@@ -184,6 +180,8 @@ HTREEITEM TreePane::EnsureItem(const Location& location) {
 void TreePane::SelectLocation(const Location& location) {
   if (!tree_) return;
   if (selected() == location) return;
+  // A selected file stays when its folder is meant.
+  if (SelectedIsFile() && selectedFolder() == location) return;
   const QuietScope quiet(quiet_);
   const HTREEITEM item = EnsureItem(location);
   if (!item) return;
@@ -192,10 +190,31 @@ void TreePane::SelectLocation(const Location& location) {
   SendMessageW(tree_, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
 }
 
+HTREEITEM TreePane::Caret() const {
+  return reinterpret_cast<HTREEITEM>(SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_CARET, 0));
+}
+
+HTREEITEM TreePane::FolderItem() const {
+  const HTREEITEM item = Caret();
+  const Node* node = NodeOf(item);
+  if (!node || !node->isFile) return item;
+  return reinterpret_cast<HTREEITEM>(
+      SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_PARENT, reinterpret_cast<LPARAM>(item)));
+}
+
 Location TreePane::selected() const {
-  if (!tree_) return {};
-  const Node* node = NodeOf(reinterpret_cast<HTREEITEM>(SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_CARET, 0)));
+  const Node* node = tree_ ? NodeOf(Caret()) : nullptr;
   return node ? node->location : Location();
+}
+
+Location TreePane::selectedFolder() const {
+  const Node* node = tree_ ? NodeOf(FolderItem()) : nullptr;
+  return node ? node->location : Location();
+}
+
+bool TreePane::SelectedIsFile() const {
+  const Node* node = tree_ ? NodeOf(Caret()) : nullptr;
+  return node && node->isFile;
 }
 
 bool TreePane::EditSelected() {
@@ -206,7 +225,7 @@ bool TreePane::EditSelected() {
 }
 
 void TreePane::EditNewFolder(const Location& folder) {
-  const auto parent = reinterpret_cast<HTREEITEM>(SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_CARET, 0));
+  const HTREEITEM parent = FolderItem();
   if (!parent) return;
   const HTREEITEM item = EnsureChild(parent, folder);
   SendMessageW(tree_, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(parent));
@@ -216,7 +235,7 @@ void TreePane::EditNewFolder(const Location& folder) {
 }
 
 void TreePane::RefreshSelected() {
-  const auto item = reinterpret_cast<HTREEITEM>(SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_CARET, 0));
+  const HTREEITEM item = FolderItem();
   Node* node = NodeOf(item);
   if (!node) return;
   const QuietScope quiet(quiet_);
@@ -241,134 +260,58 @@ void TreePane::RenameNode(const Location& from, const Location& to) {
   SendMessageW(tree_, TVM_EXPAND, TVE_COLLAPSE | TVE_COLLAPSERESET, reinterpret_cast<LPARAM>(found));
   node->location = to;
   node->name = NodeName(to);
-  node->populated = false;
-  SetChildCount(found, 1);
+  if (!node->isFile) {
+    node->populated = false;
+    SetChildCount(found, 1);
+    if (IsWatched(found)) {
+      UnwatchItem(found);
+      WatchItem(found);
+    }
+  }
   InvalidateRect(tree_, nullptr, TRUE);
 }
 
-// Reading
-
-void TreePane::Populate(HTREEITEM item) {
-  Node* node = NodeOf(item);
-  if (!node || node->populated) return;
-  if (node->location.IsFileSystem()) {
-    StartReading(item);
-  } else {
-    PopulateVirtual(item);
-  }
+HTREEITEM TreePane::ItemAt(POINT screen) const {
+  TVHITTESTINFO hit = {};
+  hit.pt = screen;
+  ScreenToClient(tree_, &hit.pt);
+  return reinterpret_cast<HTREEITEM>(SendMessageW(tree_, TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
 }
 
-void TreePane::PopulateVirtual(HTREEITEM item) {
-  Node* node = NodeOf(item);
-  node->populated = true;
-  ComRef<IShellFolder> folder;
-  SHGetDesktopFolder(folder.put());
-  if (folder && !node->location.IsDesktop()) {
-    const ComRef<IShellFolder> desktop = folder;
-    desktop->BindToObject(node->location.pidl(), nullptr, IID_IShellFolder, folder.put_void());
-  }
-  ComRef<IEnumIDList> list;
-  if (!folder || FAILED(folder->EnumObjects(hwnd(), SHCONTF_FOLDERS | SHCONTF_INCLUDEHIDDEN, list.put())) ||
-      !list) {
-    if (!ChildOf(item)) SetChildCount(item, 0);
-    return;
-  }
-  LPITEMIDLIST next = nullptr;
-  while (list->Next(1, &next, nullptr) == S_OK) {
-    const UniquePidl child(next);
-    const UniquePidl whole(ILCombine(node->location.pidl(), child.get()));
-    const Location location = Location::FromPidl(whole.get());
-    LPCITEMIDLIST children[] = {child.get()};
-    ULONG attributes = SFGAO_FILESYSTEM | SFGAO_FILESYSANCESTOR | SFGAO_FOLDER;
-    folder->GetAttributesOf(1, children, &attributes);
-    const bool onDisk = (attributes & (SFGAO_FILESYSTEM | SFGAO_FILESYSANCESTOR)) != 0;
-    if (!(attributes & SFGAO_FOLDER) || (!onDisk && !options_.virtualFolders) || FindChild(item, location))
-      continue;
-    auto made = std::make_unique<Node>();
-    made->location = location;
-    made->name = DisplayNameOf(whole.get());
-    if (made->name.empty()) made->name = location.Name();
-    Insert(item, TVI_LAST, std::move(made), true);
-  }
-  SetChildCount(item, ChildOf(item) ? 1 : 0);
+bool TreePane::IsExpanded(HTREEITEM item) const {
+  return item && (SendMessageW(tree_, TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item), TVIS_EXPANDED) &
+                  TVIS_EXPANDED) != 0;
 }
 
-void TreePane::StartReading(HTREEITEM item) {
-  for (const auto& reading : readings_) {
-    if (reading->item == item) return;
-  }
-  auto reading = std::make_unique<Reading>();
-  reading->item = item;
-  reading->reader.Start(NodeOf(item)->location.path(), !options_.files, hwnd(), kReaderMessage);
-  readings_.push_back(std::move(reading));
+// Drops
+
+std::wstring TreePane::FolderAt(POINT screen) const {
+  const Node* node = tree_ ? NodeOf(ItemAt(screen)) : nullptr;
+  return node && !node->isFile ? node->location.path() : std::wstring();
 }
 
-void TreePane::ForgetReading(HTREEITEM item) {
-  std::erase_if(readings_, [item](const std::unique_ptr<Reading>& reading) { return reading->item == item; });
+void TreePane::ShowDropTarget(POINT screen, bool taken) {
+  if (!tree_) return;
+  ScrollNearEdge(tree_, screen);
+  const HTREEITEM item = ItemAt(screen);
+  SendMessageW(tree_, TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(taken ? item : nullptr));
+  if (item == dropItem_) return;
+  // A node opens also when it takes nothing itself: what it holds may.
+  dropItem_ = item;
+  if (item) SetTimer(hwnd(), kHoverTimer, kHoverMs, nullptr);
 }
 
-void TreePane::OnReaderMessage() {
-  const QuietScope quiet(quiet_);
-  for (size_t i = 0; i < readings_.size();) {
-    if (ContinueReading(*readings_[i])) {
-      readings_.erase(readings_.begin() + static_cast<std::ptrdiff_t>(i));
-    } else {
-      ++i;
-    }
-  }
+void TreePane::HideDropTarget() {
+  KillTimer(hwnd(), kHoverTimer);
+  dropItem_ = nullptr;
+  if (tree_) SendMessageW(tree_, TVM_SELECTITEM, TVGN_DROPHILITE, 0);
 }
 
-// True when the folder is read completely and its children stand in the tree.
-bool TreePane::ContinueReading(Reading& reading) {
-  reading.reader.Received();
-  const FolderReader::Progress progress = reading.reader.progress();
-  ItemBatch batch;
-  while (reading.reader.TakeBatch(batch)) {
-    for (const ItemBatch::Entry& entry : batch.entries) {
-      if (entry.facts.attributes & kAttributeDirectory) reading.names.emplace_back(batch.name(entry));
-    }
+void TreePane::OnHoverTimer() {
+  KillTimer(hwnd(), kHoverTimer);
+  if (dropItem_ && !IsExpanded(dropItem_)) {
+    SendMessageW(tree_, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(dropItem_));
   }
-  if (progress == FolderReader::Progress::kOpening || progress == FolderReader::Progress::kReading)
-    return false;
-  Node* node = NodeOf(reading.item);
-  if (!node) return true;
-  node->populated = true;
-  InsertSorted(reading.item, reading.names, node->location.path());
-  SetChildCount(reading.item, ChildOf(reading.item) ? 1 : 0);
-  if (node->expandWhenRead && ChildOf(reading.item)) {
-    SendMessageW(tree_, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(reading.item));
-  }
-  node->expandWhenRead = false;
-  return true;
-}
-
-// Adds the folders that have no node yet, each at its place.
-void TreePane::InsertSorted(HTREEITEM parent, std::vector<std::wstring>& names, const std::wstring& folder) {
-  std::sort(names.begin(), names.end(),
-            [](const std::wstring& a, const std::wstring& b) { return CompareNatural(a, b) < 0; });
-  SendMessageW(tree_, WM_SETREDRAW, FALSE, 0);
-  HTREEITEM after = TVI_FIRST;
-  HTREEITEM next = ChildOf(parent);
-  for (const std::wstring& name : names) {
-    // Both lists are in order: the nodes that exist are passed over as they come.
-    const Node* present = next ? NodeOf(next) : nullptr;
-    while (present && CompareNatural(present->name, name) < 0) {
-      after = next;
-      next = NextOf(next);
-      present = next ? NodeOf(next) : nullptr;
-    }
-    if (present && EqualsIgnoringCase(present->name, name)) {
-      after = next;
-      next = NextOf(next);
-      continue;
-    }
-    auto node = std::make_unique<Node>();
-    node->location = Location::FromPath(JoinPath(folder, name));
-    node->name = name;
-    after = Insert(parent, after, std::move(node), true);
-  }
-  SendMessageW(tree_, WM_SETREDRAW, TRUE, 0);
-  InvalidateRect(tree_, nullptr, TRUE);
 }
 
 // Messages
@@ -390,12 +333,19 @@ LRESULT TreePane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CONTEXTMENU:
       OnContext(lParam);
       return 0;
-    case kReaderMessage:
+    case kTreeReaderMessage:
       OnReaderMessage();
+      return 0;
+    case kTreeWatcherMessage:
+      OnWatcherMessage();
+      return 0;
+    case WM_TIMER:
+      if (wParam == kHoverTimer) OnHoverTimer();
       return 0;
     case WM_DESTROY: {
       const QuietScope quiet(quiet_);
       readings_.clear();
+      watches_.clear();
       // The nodes come back through notifications, which end with this window.
       SendMessageW(tree_, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
       tree_ = nullptr;
@@ -403,20 +353,29 @@ LRESULT TreePane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     }
     default:
-      return Default(message, wParam, lParam);
+      break;
   }
+  if (message < kFirstOwnerMessage || message >= 0xC000) return Default(message, wParam, lParam);
+  owner_.OnTreeMessage(message);
+  return 0;
 }
 
 LRESULT TreePane::OnNotify(NMHDR* header) {
   static constexpr Handler kHandlers[] = {
       {static_cast<UINT>(TVN_GETDISPINFOW), &TreePane::OnGetDispInfo},
       {static_cast<UINT>(TVN_ITEMEXPANDINGW), &TreePane::OnExpanding},
+      {static_cast<UINT>(TVN_ITEMEXPANDEDW), &TreePane::OnExpanded},
       {static_cast<UINT>(TVN_SELCHANGEDW), &TreePane::OnSelChanged},
+      {static_cast<UINT>(TVN_BEGINDRAGW), &TreePane::OnBeginDrag},
+      {static_cast<UINT>(TVN_BEGINRDRAGW), &TreePane::OnBeginRightDrag},
+      {static_cast<UINT>(NM_DBLCLK), &TreePane::OnDoubleClick},
+      {static_cast<UINT>(NM_RETURN), &TreePane::OnReturn},
       {static_cast<UINT>(TVN_DELETEITEMW), &TreePane::OnDeleteItem},
       {static_cast<UINT>(TVN_BEGINLABELEDITW), &TreePane::OnBeginLabelEdit},
       {static_cast<UINT>(TVN_ENDLABELEDITW), &TreePane::OnEndLabelEdit},
       {static_cast<UINT>(TVN_KEYDOWN), &TreePane::OnKeyDown},
       {static_cast<UINT>(NM_SETFOCUS), &TreePane::OnSetFocus},
+      {static_cast<UINT>(NM_CLICK), &TreePane::OnClick},
       {static_cast<UINT>(NM_RCLICK), &TreePane::OnRightClick},
   };
   if (!tree_ || header->hwndFrom != tree_) return 0;
@@ -439,7 +398,9 @@ LRESULT TreePane::OnGetDispInfo(NMHDR* header) {
     if (node->icon < 0) {
       // Plain folders share one icon; only the few special places ask the shell for theirs.
       const bool special = !node->location.IsFileSystem() || IsRootPath(node->location.path());
-      node->icon = special ? IconOfPidl(node->location.pidl()) : types_.IconOf(TypeCache::kFolder);
+      node->icon = special
+                       ? IconOfPidl(node->location.pidl())
+                       : types_.IconOf(node->isFile ? types_.TypeOf(node->name, false) : TypeCache::kFolder);
     }
     item.iImage = node->icon;
     item.iSelectedImage = node->icon;
@@ -452,7 +413,12 @@ LRESULT TreePane::OnExpanding(NMHDR* header) {
   if (change->action != TVE_EXPAND) return FALSE;
   const HTREEITEM item = change->itemNew.hItem;
   Node* node = NodeOf(item);
-  if (!node || node->populated) return FALSE;
+  if (!node) return FALSE;
+  if (node->populated) {
+    // While it was closed nobody watched it.
+    if (node->location.IsFileSystem() && !IsWatched(item)) StartReading(item);
+    return FALSE;
+  }
   Populate(item);
   if (node->populated || ChildOf(item)) return FALSE;
   // Nothing to show yet: the node opens when its children have arrived.
@@ -460,18 +426,68 @@ LRESULT TreePane::OnExpanding(NMHDR* header) {
   return TRUE;
 }
 
+LRESULT TreePane::OnExpanded(NMHDR* header) {
+  const HTREEITEM item = reinterpret_cast<NMTREEVIEWW*>(header)->itemNew.hItem;
+  if (IsExpanded(item)) {
+    WatchItem(item);
+  } else if (item != Caret()) {
+    UnwatchItem(item);
+  }
+  return 0;
+}
+
 LRESULT TreePane::OnSelChanged(NMHDR* header) {
-  if (quiet_ != 0) return 0;
-  const Node* node = NodeOf(reinterpret_cast<NMTREEVIEWW*>(header)->itemNew.hItem);
-  if (!node) return 0;
-  const Location location = node->location;  // the node may go while the owner moves
+  const auto* change = reinterpret_cast<NMTREEVIEWW*>(header);
+  if (!IsExpanded(change->itemOld.hItem)) UnwatchItem(change->itemOld.hItem);
+  WatchItem(change->itemNew.hItem);
+  const Node* node = NodeOf(change->itemNew.hItem);
+  if (quiet_ != 0 || !node) return 0;
+  // A copy: the node may go while the owner moves.
+  const Location location = node->isFile ? node->location.Parent() : node->location;
   owner_.OnNodeSelected(location);
+  return 0;
+}
+
+LRESULT TreePane::OnDoubleClick(NMHDR*) {
+  // Also for clicks beside the nodes, which leave the selection alone.
+  const DWORD position = GetMessagePos();
+  const Node* node = NodeOf(ItemAt({GET_X_LPARAM(position), GET_Y_LPARAM(position)}));
+  if (!node || !node->isFile) return FALSE;
+  const Location location = node->location;
+  owner_.OnFileOpened(location);
+  return TRUE;
+}
+
+LRESULT TreePane::OnReturn(NMHDR*) {
+  if (!SelectedIsFile()) return FALSE;
+  owner_.OnFileOpened(selected());
+  return TRUE;
+}
+
+LRESULT TreePane::OnBeginDrag(NMHDR* header) {
+  return BeginDrag(header, false);
+}
+LRESULT TreePane::OnBeginRightDrag(NMHDR* header) {
+  return BeginDrag(header, true);
+}
+
+LRESULT TreePane::BeginDrag(NMHDR* header, bool rightButton) {
+  const HTREEITEM item = reinterpret_cast<NMTREEVIEWW*>(header)->itemNew.hItem;
+  const Node* node = NodeOf(item);
+  if (!dragging_ || !node || !node->location.IsFileSystem() || IsRootPath(node->location.path())) return 0;
+  // The shell's own folders (the user's documents, for one) can be copied, but stay where they are.
+  const Node* parent = NodeOf(reinterpret_cast<HTREEITEM>(
+      SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_PARENT, reinterpret_cast<LPARAM>(item))));
+  const Location location = node->location;
+  owner_.OnTreeDrag(location, parent && parent->location.IsFileSystem(), rightButton);
   return 0;
 }
 
 LRESULT TreePane::OnDeleteItem(NMHDR* header) {
   const TVITEMW& item = reinterpret_cast<NMTREEVIEWW*>(header)->itemOld;
   ForgetReading(item.hItem);
+  UnwatchItem(item.hItem);
+  if (item.hItem == dropItem_) dropItem_ = nullptr;
   delete reinterpret_cast<Node*>(item.lParam);
   return 0;
 }
@@ -500,6 +516,18 @@ LRESULT TreePane::OnSetFocus(NMHDR*) {
   return 0;
 }
 
+LRESULT TreePane::OnClick(NMHDR*) {
+  TVHITTESTINFO hit = {};
+  const DWORD position = GetMessagePos();
+  hit.pt = {GET_X_LPARAM(position), GET_Y_LPARAM(position)};
+  ScreenToClient(tree_, &hit.pt);
+  SendMessageW(tree_, TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+  const Location location = selected();
+  const Node* node = hit.flags & TVHT_ONITEM ? NodeOf(hit.hItem) : nullptr;
+  if (node && node->location == location) owner_.OnNodeClicked(location);
+  return 0;
+}
+
 LRESULT TreePane::OnRightClick(NMHDR*) {
   // Without this the tree turns the click into no WM_CONTEXTMENU for the row under the pointer.
   const DWORD position = GetMessagePos();
@@ -521,16 +549,13 @@ void TreePane::OnContext(LPARAM lParam) {
     }
     ClientToScreen(tree_, &point);
   } else {
-    TVHITTESTINFO hit = {};
-    hit.pt = point;
-    ScreenToClient(tree_, &hit.pt);
-    item = reinterpret_cast<HTREEITEM>(SendMessageW(tree_, TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit)));
+    item = ItemAt(point);
   }
   const Node* node = NodeOf(item);
   if (!node) return;
   SendMessageW(tree_, TVM_SELECTITEM, TVGN_DROPHILITE, reinterpret_cast<LPARAM>(item));
   const Location location = node->location;
-  owner_.OnTreeContextMenu(location, point);
+  owner_.OnTreeContextMenu(location, node->isFile, point);
   if (tree_) SendMessageW(tree_, TVM_SELECTITEM, TVGN_DROPHILITE, 0);
 }
 

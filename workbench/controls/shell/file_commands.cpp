@@ -5,19 +5,13 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
-#include <algorithm>
-#include <cstring>
-
 #include "workbench/controls/model/natural_compare.h"
 #include "workbench/controls/model/path_logic.h"
 #include "workbench/controls/shell/display_format.h"
+#include "workbench/controls/shell/file_list.h"
 
 namespace controls {
 namespace {
-
-UINT DropEffectFormat() {
-  return RegisterClipboardFormatW(L"Preferred DropEffect");
-}
 
 // Texts one after the other, each with its closing zero, and one zero more at the end.
 std::wstring DoubleZeroList(const std::vector<std::wstring>& paths) {
@@ -28,24 +22,6 @@ std::wstring DoubleZeroList(const std::vector<std::wstring>& paths) {
   }
   list += L'\0';
   return list;
-}
-
-HGLOBAL GlobalCopy(const void* bytes, size_t size) {
-  const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
-  if (!block) return nullptr;
-  std::memcpy(GlobalLock(block), bytes, size);
-  GlobalUnlock(block);
-  return block;
-}
-
-HGLOBAL DropFilesBlock(const std::vector<std::wstring>& paths) {
-  const std::wstring list = DoubleZeroList(paths);
-  std::vector<BYTE> block(sizeof(DROPFILES) + list.size() * sizeof(wchar_t));
-  auto* header = reinterpret_cast<DROPFILES*>(block.data());
-  header->pFiles = sizeof(DROPFILES);
-  header->fWide = TRUE;
-  std::memcpy(block.data() + sizeof(DROPFILES), list.data(), list.size() * sizeof(wchar_t));
-  return GlobalCopy(block.data(), block.size());
 }
 
 void SetClipboardBlock(UINT format, HGLOBAL block) {
@@ -67,22 +43,41 @@ class ClipboardOpen {
 };
 
 std::vector<std::wstring> FilesOnClipboard(bool& cut) {
-  std::vector<std::wstring> paths;
-  const auto drop = static_cast<HDROP>(GetClipboardData(CF_HDROP));
-  const UINT count = drop ? DragQueryFileW(drop, 0xFFFFFFFFu, nullptr, 0) : 0;
-  for (UINT i = 0; i < count; ++i) {
-    std::wstring path(DragQueryFileW(drop, i, nullptr, 0), L'\0');
-    DragQueryFileW(drop, i, path.data(), static_cast<UINT>(path.size() + 1));
-    paths.push_back(std::move(path));
-  }
+  std::vector<std::wstring> paths = PathsOf(GetClipboardData(CF_HDROP));
   cut = false;
-  if (const HGLOBAL block = GetClipboardData(DropEffectFormat())) {
+  if (const HGLOBAL block = GetClipboardData(PreferredEffectFormat())) {
     if (const auto* effect = static_cast<const DWORD*>(GlobalLock(block))) {
       cut = (*effect & DROPEFFECT_MOVE) != 0;
       GlobalUnlock(block);
     }
   }
   return paths;
+}
+
+// The shell's operation has some codes of its own besides the system's.
+std::wstring OperationErrorText(int code) {
+  struct Text {
+    int code;
+    const wchar_t* text;
+  };
+  static constexpr Text kTexts[] = {
+      {0x71, L"the source and the destination are the same."},
+      {0x74, L"a drive's root folder cannot be moved or renamed."},
+      {0x78, L"access to the source is denied."},
+      {0x79, L"a path is too long."},
+      {0x7C, L"the source cannot be found, or its name is not valid."},
+      {0x7D, L"the destination lies inside the source."},
+      {0x7E, L"the destination is a file of the same name."},
+      {0x80, L"the destination is a folder of the same name."},
+      {0x81, L"the name is too long for the destination."},
+      {0x82, L"the destination is read-only."},
+      {0x85, L"the file is too large for the destination."},
+      {0x10000, L"the destination cannot be written to."},
+  };
+  for (const Text& row : kTexts) {
+    if (row.code == code) return row.text;
+  }
+  return SystemErrorText(static_cast<DWORD>(code));
 }
 
 OperationResult RunShellOperation(HWND owner, UINT operation, const std::wstring& from,
@@ -96,8 +91,9 @@ OperationResult RunShellOperation(HWND owner, UINT operation, const std::wstring
   const int code = SHFileOperationW(&request);
   OperationResult result;
   result.done = code == 0 && !request.fAnyOperationsAborted;
-  if (code != 0 && !request.fAnyOperationsAborted && code != ERROR_CANCELLED) {
-    result.error = L"The operation failed: " + SystemErrorText(static_cast<DWORD>(code));
+  constexpr int kCancelled = 0x75;
+  if (code != 0 && !request.fAnyOperationsAborted && code != ERROR_CANCELLED && code != kCancelled) {
+    result.error = L"The operation failed: " + OperationErrorText(code);
   }
   return result;
 }
@@ -113,6 +109,13 @@ OperationResult CannotExpress(const std::wstring& path) {
   result.error =
       L"\u201C" + std::wstring(NameOfPath(path)) +
       L"\u201D cannot be copied or moved by the system: its path is too long or its name is reserved.";
+  return result;
+}
+
+OperationResult IntoItself(const std::wstring& path) {
+  OperationResult result;
+  result.error =
+      L"\u201C" + std::wstring(NameOfPath(path)) + L"\u201D cannot be copied or moved into itself.";
   return result;
 }
 
@@ -156,9 +159,9 @@ OperationResult DeleteLiterally(HWND owner, const std::wstring& path) {
 bool PutOnClipboard(HWND owner, const std::vector<std::wstring>& paths, bool cut) {
   const ClipboardOpen clipboard(owner);
   if (paths.empty() || !clipboard.ok() || !EmptyClipboard()) return false;
-  SetClipboardBlock(CF_HDROP, DropFilesBlock(paths));
-  const DWORD effect = cut ? DROPEFFECT_MOVE : DROPEFFECT_COPY | DROPEFFECT_LINK;
-  SetClipboardBlock(DropEffectFormat(), GlobalCopy(&effect, sizeof(effect)));
+  SetClipboardBlock(CF_HDROP, MakeFileListBlock(paths));
+  SetClipboardBlock(PreferredEffectFormat(),
+                    MakeEffectBlock(cut ? DROPEFFECT_MOVE : DROPEFFECT_COPY | DROPEFFECT_LINK));
   return true;
 }
 
@@ -173,6 +176,7 @@ OperationResult CopyInto(HWND owner, const std::vector<std::wstring>& paths, con
   std::vector<std::wstring> targets;
   for (const std::wstring& path : paths) {
     if (!ShellCanExpress(path)) return CannotExpress(path);
+    if (IsWithin(folder, path)) return IntoItself(path);
     const bool sameFolder = SamePath(ParentOfPath(path), folder);
     if (sameFolder && move) continue;  // it is there already
     sources.push_back(path);

@@ -8,9 +8,38 @@ bool ItemMenu::AddShellEntries(HWND owner, IShellFolder& folder, UINT count, LPC
     return false;
   const UINT flags = CMF_NORMAL | (rename ? CMF_CANRENAME : 0u);
   const HRESULT filled = shell_->QueryContextMenu(menu_, 0, kFirstShell, kLastShell, flags);
-  if (SUCCEEDED(filled) && GetMenuItemCount(menu_) > 0) return true;
+  if (SUCCEEDED(filled) && GetMenuItemCount(menu_) > 0) {
+    TidyShellEntries();
+    return true;
+  }
   shell_.reset();
   return false;
+}
+
+std::string ItemMenu::ShellVerb(UINT command) const {
+  char verb[64] = "";
+  if (!shell_ ||
+      FAILED(shell_->GetCommandString(command - kFirstShell, GCS_VERBA, nullptr, verb, sizeof(verb)))) {
+    return {};
+  }
+  return verb;
+}
+
+// Opening is the default, and a second entry that opens another window of the shell's own has no place here.
+void ItemMenu::TidyShellEntries() {
+  UINT open = 0;
+  UINT explore = 0;
+  const int count = GetMenuItemCount(menu_);
+  for (int i = 0; i < count; ++i) {
+    const UINT command = GetMenuItemID(menu_, i);
+    if (command < kFirstShell || command > kLastShell) continue;
+    const std::string verb = ShellVerb(command);
+    if (verb == "open") open = command;
+    if (verb == "explore") explore = command;
+  }
+  if (open == 0) return;
+  if (explore != 0) DeleteMenu(menu_, explore, MF_BYCOMMAND);
+  SetMenuDefaultItem(menu_, open, FALSE);
 }
 
 void ItemMenu::AddOwn(const wchar_t* caption, const char* verb, bool enabled, bool isDefault) {
@@ -44,12 +73,8 @@ ItemMenu::Choice ItemMenu::Track(HWND owner, POINT screen) {
   if (choice.added || choice.command == 0) return choice;
   if (choice.command >= kFirstOwn) {
     choice.verb = ownVerbs_[choice.command - kFirstOwn];
-  } else if (shell_) {
-    char verb[64] = "";
-    if (SUCCEEDED(
-            shell_->GetCommandString(choice.command - kFirstShell, GCS_VERBA, nullptr, verb, sizeof(verb)))) {
-      choice.verb = verb;
-    }
+  } else {
+    choice.verb = ShellVerb(choice.command);
   }
   return choice;
 }

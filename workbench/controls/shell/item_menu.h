@@ -47,6 +47,9 @@ class ItemMenu {
   bool HandleMenuMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
+  void TidyShellEntries();
+  std::string ShellVerb(UINT command) const;
+
   HMENU menu_;
   ComRef<IContextMenu> shell_;
   std::vector<std::string> ownVerbs_;

@@ -1,0 +1,123 @@
+#include "src/fileops/shell_operations.h"
+
+#include <array>
+#include <string>
+#include <utility>
+
+#include "src/fileops/progress_title.h"
+#include "src/framework/com/com_ptr.h"
+#include "src/framework/unique_handle.h"
+#include "src/host/vc64_tx.h"
+#include "src/shellhost/file_view.h"
+
+namespace file_explorer {
+namespace {
+
+constexpr char kBrowserTitle[] = "Please select the destination folder";
+constexpr char kErrorCaption[] = "Shell Operation Error";
+
+struct LocalTextTraits {
+  using Handle = char*;
+  static void Close(Handle text) { LocalFree(text); }
+};
+using unique_local_text = UniqueHandle<LocalTextTraits>;
+
+// data: the list to preselect, or null.
+int CALLBACK OnBrowserEvent(HWND browser, UINT message, LPARAM, LPARAM data) {
+  if (message == BFFM_INITIALIZED && data != 0) SendMessageA(browser, BFFM_SETSELECTIONA, FALSE, data);
+  return 0;
+}
+
+// Empty for an item that is on no file system: a virtual one, or one inside an archive.
+std::string FileSystemPath(const ShellItem& item) {
+  if (item.HasAttributes(SFGAO_FILESYSTEM) == 0) return {};
+  return item.GetFullPath().value_or(std::string());
+}
+
+}  // namespace
+
+const ListMemory& HostListMemory() {
+  static constexpr ListMemory kMemory = {
+      [](std::size_t size) { return Tx_Alloc_Memory(size); },
+      [](void* block, std::size_t size) { return Tx_Realloc_Memory(block, size); },
+      [](void* block) { Tx_Free_Memory(block); }};
+  return kMemory;
+}
+
+bool ShellOperations::CopyOrMove(bool move, int count, SourceList sources) {
+  // Held during the operation, though the lists are freed by other means.
+  ComPtr<IMalloc> allocator;
+  if (FAILED(functions_.getMalloc(allocator.ReleaseAndGetAddressOf())) || !allocator) return false;
+
+  std::array<char, MAX_PATH> displayName = {};
+  BROWSEINFOA request = {};
+  request.hwndOwner = GetForegroundWindow();
+  request.pszDisplayName = displayName.data();
+  request.lpszTitle = kBrowserTitle;
+  request.ulFlags = BIF_RETURNONLYFSDIRS | BIF_EDITBOX | BIF_NEWDIALOGSTYLE;
+  request.lpfn = &OnBrowserEvent;
+  request.lParam = reinterpret_cast<LPARAM>(lastDestination_);
+  const PIDLIST_ABSOLUTE chosen = functions_.browse(&request);
+  if (chosen == nullptr) return false;
+
+  const unique_pidl replaced(std::exchange(lastDestination_, chosen));
+  // Two zeros end it, whatever its length.
+  std::array<char, kPathBufferSize + 1> destination = {};
+  if (functions_.pathFromList(chosen, destination.data()))
+    RunOperation(move, count, sources, destination.data());
+  return true;
+}
+
+void ShellOperations::RunOperation(bool move, int count, const SourceList& sources, const char* destination) {
+  const std::string title = ProgressTitle(move, count);
+  SHFILEOPSTRUCTA request = {};
+  request.hwnd = GetForegroundWindow();
+  request.wFunc = move ? FO_MOVE : FO_COPY;
+  request.pFrom = sources.text();
+  request.pTo = destination;
+  request.fFlags = FOF_ALLOWUNDO;
+  request.lpszProgressTitle = title.c_str();
+  SetLastError(ERROR_SUCCESS);  // an error of something before is not this operation's
+  const int result = functions_.operate(&request);
+  const DWORD error = GetLastError();
+  if (result != 0 && error != ERROR_SUCCESS && !request.fAnyOperationsAborted) ReportShellError(error);
+}
+
+bool ShellOperations::AppendSource(SourceList* sources, const char* path) {
+  if (!IsLiteralPath(path)) {
+    ReportShellError(ERROR_INVALID_NAME);
+    return false;
+  }
+  if (sources->Append(path)) return true;
+  ReportShellError(std::string_view(path).size() >= kPathBufferSize ? ERROR_FILENAME_EXCED_RANGE
+                                                                    : ERROR_NOT_ENOUGH_MEMORY);
+  return false;
+}
+
+bool ShellOperations::CopyOrMoveSelection(ShellControlHost* fileView, bool move) {
+  const LONG count = GetSelectedCount(fileView);
+  if (count <= 0) return false;
+  SourceList sources(HostListMemory());
+  for (ShellItem item = GetFirstSelectedItem(fileView); item; item = GetNextSelectedItem(fileView)) {
+    if (!AppendSource(&sources, FileSystemPath(item).c_str())) return false;
+  }
+  return CopyOrMove(move, static_cast<int>(count), std::move(sources));
+}
+
+bool ShellOperations::CopyOrMovePath(const char* path, bool move) {
+  if (path == nullptr || *path == '\0') return false;
+  SourceList sources(HostListMemory());
+  return AppendSource(&sources, path) && CopyOrMove(move, 1, std::move(sources));
+}
+
+void ReportShellError(DWORD code) {
+  unique_local_text text;
+  FormatMessageA(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                 nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
+                 reinterpret_cast<char*>(text.put()), 0, nullptr);
+  const std::string unknown = "Error code " + std::to_string(code) + ".";
+  MessageBoxA(GetForegroundWindow(), text ? text.get() : unknown.c_str(), kErrorCaption,
+              MB_OK | MB_ICONERROR);
+}
+
+}  // namespace file_explorer
