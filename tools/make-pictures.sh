@@ -1,27 +1,61 @@
 #!/usr/bin/env bash
-# Makes the pictures of the documentation (docs/pictures) from the running program. ./run.sh has been run before.
+# Makes the pictures of the documentation (docs/pictures) from the running program:
+#   tools/make-pictures.sh [SCENE...]       without SCENE: all of them
+# Each scene is a file tools/pictures/SCENE.sh, which uses the helpers of tools/pictures/helpers.sh and runs in a shell
+# of its own, with a fresh profile. PICTURES_PRESET chooses the build (windows-release when it is not set); with
+# PICTURES_BUILD=no it is taken as it stands.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . tools/display.sh
 . tools/wine-env.sh
-bin=build/windows-release/bin
+. tools/pictures/helpers.sh
+
+preset=${PICTURES_PRESET:-windows-release}
+bin=$PWD/build/$preset/bin
+scenes=("$@")
+if [ ${#scenes[@]} -eq 0 ]; then
+  for file in tools/pictures/*.sh; do
+    name=$(basename "$file" .sh)
+    [ "$name" = helpers ] || scenes+=("$name")
+  done
+fi
+for scene in "${scenes[@]}"; do
+  [ -f "tools/pictures/$scene.sh" ] || { echo "There is no scene $scene." >&2; exit 2; }
+done
+
+if [ "${PICTURES_BUILD:-yes}" = yes ]; then
+  tools/install-dependencies.sh
+  cmake --preset "$preset" >/dev/null
+  cmake --build --preset "$preset" -j "$(nproc)" --target runnable window_probe >/dev/null
+fi
+[ -f "$bin/window_probe.exe" ] || { echo "build/$preset has not been built." >&2; exit 2; }
+
+# A prefix of its own: its desktop lies on this display, and nobody else's settings show.
+export EXPLORER_WINEPREFIX=$PWD/build/$preset/pictures-wineprefix
+work=$(mktemp -d)
+finish() {
+  local result=$?
+  trap - EXIT
+  [ -z "${WINEPREFIX:-}" ] || "$WINESERVER" -k 2>/dev/null || true
+  stop_virtual_display
+  rm -rf "$work"
+  exit "$result"
+}
+trap finish EXIT
 start_virtual_display 1600x1000
-trap 'WINEPREFIX="$PWD/build/windows-release/wineprefix" "$WINESERVER" -k 2>/dev/null || true; stop_virtual_display' EXIT
 wine_env_for "$bin"
 wine_managed_windows N
-
-# The samples as a user of Windows would have them, not in this machine's folders.
-rm -rf "$WINEPREFIX/drive_c/Samples"
-cp -r samples "$WINEPREFIX/drive_c/Samples"
-ready=$WINEPREFIX/drive_c/ready.txt
-rm -f "$ready"
-"$WINE" "$bin/workbench.exe" --size 1240x820 --profile 'C:\pictures.ini' --ready-file 'C:\ready.txt' 'C:\Samples' \
-  >/dev/null 2>&1 &
-for _ in $(seq 300); do
-  grep -q ready "$ready" 2>/dev/null && break
-  sleep 0.1
-done
-window=$(xdotool search --onlyvisible --name '^Workbench' | head -n 1)
 mkdir -p docs/pictures
-import -window "$window" docs/pictures/workbench.png
-echo "docs/pictures/workbench.png"
+
+for scene in "${scenes[@]}"; do
+  # Not as part of a condition: that would let a scene go on behind its first failure.
+  set +e
+  (
+    set -e
+    trap stop_workbench EXIT
+    . "tools/pictures/$scene.sh"
+  )
+  result=$?
+  set -e
+  [ "$result" -eq 0 ] || { echo "The scene $scene failed." >&2; exit "$result"; }
+done

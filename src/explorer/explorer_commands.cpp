@@ -4,6 +4,7 @@
 #include "src/explorer/command_tables.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
+#include "src/explorer/load_neighbour.h"
 #include "src/host/plugin_protocol.h"
 #include "src/shellhost/file_view.h"
 
@@ -21,6 +22,8 @@ void ChooseDisplayMode(ExplorerWindow& window, int command) {
   window.SetDisplayMode(FindDisplayModeOfCommand(command)->mode);
 }
 
+void LoadPrevious(ExplorerWindow& window, int) { LoadNeighbourFile(window, Neighbour::Previous); }
+void LoadNext(ExplorerWindow& window, int) { LoadNeighbourFile(window, Neighbour::Next); }
 void NewFolder(ExplorerWindow& window, int) { CreateNewFolder(window.fileView()); }
 
 void SearchFiles(ExplorerWindow& window, int) {
@@ -55,6 +58,8 @@ struct CommandRow {
 constexpr CommandRow kCommands[] = {
     {kCommandDockingMenu, ShowDockingMenu},
     {kCommandAddToFavorites, AddFavorite},
+    {kCommandLoadPrevious, LoadPrevious},
+    {kCommandLoadNext, LoadNext},
     {kCommandDetailMode, ChooseDisplayMode},
     {kCommandListMode, ChooseDisplayMode},
     {kCommandLargeIconMode, ChooseDisplayMode},

@@ -47,15 +47,23 @@ bool ExplorerWindow::BuildFilePane() {
     comboView_ = CreateComboViewHost(window_.get());
     if (!comboView_) return false;
     fileView_ = CreateFileViewHost(window_.get(), PropertyList(), this, &DispatchFileViewEvent);
+    itemColors_.Attach(GetListWindow(fileView_.get()));
     if (folderView_ != nullptr) SetFolderViewHost(folderView_);
     return true;
   } catch (const _com_error& error) {
     // A control that refuses what every file view needs is no file view; the rest of the host goes on.
-    fileView_.reset();
-    comboView_.reset();
+    DestroyFilePane();
     ReportComError("Error while building the file pane.", error);
     return false;
   }
+}
+
+// The file view goes before the combo box that follows it, and what holds on to its windows and items before that.
+void ExplorerWindow::DestroyFilePane() {
+  itemColors_.Detach();
+  groupSort_.Forget();
+  fileView_.reset();
+  comboView_.reset();
 }
 
 void ExplorerWindow::SetFolderViewHost(ShellControlHost* folderView) {

@@ -3,11 +3,13 @@
 
 #include <windows.h>
 
-#include <array>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "src/framework/command_ids.h"
+#include "src/explorer/group_sort.h"
+#include "src/explorer/item_colors.h"
 #include "src/explorer/pattern_box.h"
 #include "src/framework/unique_handle.h"
 #include "src/shellhost/shell_controls.h"
@@ -72,6 +74,7 @@ class ExplorerWindow {
   HWND toolbar() const { return toolbar_; }
   int displayMode() const { return displayMode_; }
   PatternBox& patternBox() { return patternBox_; }
+  GroupSort& groupSort() { return groupSort_; }
   ShellControlHost* fileView() const { return fileView_.get(); }
   ShellControlHost* comboView() const { return comboView_.get(); }
   LPCITEMIDLIST startDirectory() const { return startDirectory_.get(); }
@@ -80,24 +83,31 @@ class ExplorerWindow {
   const std::string& panelGuid() const { return panelGuid_; }
 
  private:
-  struct MessageRow;
-  struct NotificationRow;
+  struct MessageHandler {
+    UINT message;
+    LRESULT (ExplorerWindow::*handler)(HWND window, WPARAM wParam, LPARAM lParam);
+  };
 
   static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   static void RegisterWindowClass(HINSTANCE instance);
+  static std::span<const MessageHandler> MessageHandlers();
   LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT OnManagerNotification(WPARAM wParam);
   LRESULT OnManagerToggle();
   LRESULT OnManagerClose();
-  LRESULT OnCommand(WPARAM wParam);
-  LRESULT OnSystemCommand(WPARAM wParam, LPARAM lParam);
-  LRESULT OnNotify(LPARAM lParam);
-  LRESULT OnCreate(HWND window);
-  LRESULT OnSize(LPARAM lParam);
-  LRESULT OnEraseBackground(WPARAM wParam);
+  LRESULT OnCommand(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnSystemCommand(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnIgnored(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnNotify(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnCreate(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnSize(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnEraseBackground(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnDestroy(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnEndOfWindow(HWND window, WPARAM wParam, LPARAM lParam);
   bool BuildFilePane();
   int ToolbarHeight();
   void PlaceForTheFirstTime(std::uint16_t creationMethod);
+  void DestroyFilePane();
 
   ExplorerState& state_;
   int displayMode_;
@@ -118,6 +128,8 @@ class ExplorerWindow {
   PatternBox patternBox_;
   std::unique_ptr<ShellControlHost> comboView_;
   std::unique_ptr<ShellControlHost> fileView_;
+  GroupSort groupSort_;
+  ItemColors itemColors_;
 };
 
 }  // namespace file_explorer

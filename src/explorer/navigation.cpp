@@ -11,6 +11,9 @@
 #include "src/explorer/directory_path.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
+#include "src/explorer/goto_directory.h"
+#include "src/explorer/masks_command.h"
+#include "src/explorer/options_command.h"
 #include "src/explorer/selector_area.h"
 #include "src/explorer/toolbar_builder.h"
 #include "src/settings/directory_links.h"
@@ -55,7 +58,12 @@ void Refresh(ExplorerWindow& window) { RefreshView(window.fileView()); }
 void ShowHistory(ExplorerWindow& window) { ShowSelectorView(window.state(), SelectorView::History); }
 void ShowFavorites(ExplorerWindow& window) { ShowSelectorView(window.state(), SelectorView::Favorites); }
 
-void SendGoHome(ExplorerWindow& window) { SendMessageA(window.window(), WM_COMMAND, kCommandHomeDirectory, 0); }
+// The host's registry of file types is asked afresh at each question, so there are no lists to read again:
+// what shows the old answers are the colours of the rows in sight, and they ask anew when they are painted.
+void ReloadFileTypes(ExplorerWindow& window) {
+  const HWND list = GetListWindow(window.fileView());
+  if (list != nullptr) InvalidateRect(list, nullptr, TRUE);
+}
 
 struct NavigationRow {
   int command;
@@ -63,8 +71,14 @@ struct NavigationRow {
 };
 
 constexpr NavigationRow kNavigation[] = {
-    {kCommandUpOneLevel, GoUp},          {kCommandRefresh, Refresh},           {kCommandHomeDirectory, GoHome},
-    {kCommandHistoryView, ShowHistory},  {kCommandFavoritesView, ShowFavorites}, {kCommandGoToHome, SendGoHome},
+    {kCommandGoToMenu, ShowGoToMenu},
+    {kCommandUpOneLevel, GoUp},
+    {kCommandRefresh, Refresh},
+    {kCommandHomeDirectory, GoHome},
+    {kCommandHistoryView, ShowHistory},
+    {kCommandFavoritesView, ShowFavorites},
+    {kCommandOptions, ShowOptionsDialog},
+    {kCommandSelectionMasks, ShowMasksDialog},
 };
 
 bool RunNavigation(ExplorerWindow& window, int command) {
@@ -73,7 +87,13 @@ bool RunNavigation(ExplorerWindow& window, int command) {
     row.handler(window);
     return true;
   }
-  return false;
+  return RunGoToCommand(window, command);
+}
+
+void SendDropDownCommand(ExplorerWindow& window, LPARAM lParam) {
+  const auto* const dropDown = reinterpret_cast<const NMTOOLBARA*>(lParam);
+  if (dropDown->hdr.code != static_cast<UINT>(TBN_DROPDOWN)) return;
+  SendMessageA(window.window(), WM_COMMAND, static_cast<WPARAM>(dropDown->iItem), 0);
 }
 
 }  // namespace
@@ -82,14 +102,22 @@ LRESULT GoToDirectoryHandler(ExplorerWindow& window, UINT message, WPARAM wParam
   ExplorerState& state = window.state();
   if (message != 0 && message == host::Call<host::op::GetNotificationMessage>(state.services) &&
       BringsPanelToFront(wParam)) {
-    state.BringPanelToFront();
+    state.BringPanelToFront();  // the window's own reaction follows
   }
-  if (message == WM_NOTIFY && reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(TBN_DROPDOWN)) {
-    const auto* const dropDown = reinterpret_cast<const NMTOOLBARA*>(lParam);
-    SendMessageA(window.window(), WM_COMMAND, static_cast<WPARAM>(dropDown->iItem), 0);
+  switch (message) {
+    case WM_NOTIFY:
+      SendDropDownCommand(window, lParam);  // not marked as handled
+      return 0;
+    case kMessageFileTypesChanged:
+      ReloadFileTypes(window);
+      *handled = true;
+      return 0;
+    case WM_COMMAND:
+      *handled = RunNavigation(window, LOWORD(wParam));
+      return *handled ? 1 : 0;
+    default:
+      return 0;
   }
-  if (message == WM_COMMAND) *handled = RunNavigation(window, LOWORD(wParam));
-  return *handled ? 1 : 0;
 }
 
 bool MakeAbsolutePath(char* path, size_t size) {

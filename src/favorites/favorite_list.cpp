@@ -59,13 +59,23 @@ FavoriteRecord* FavoriteList::Add(std::unique_ptr<FavoriteRecord> record, Favori
   return added;
 }
 
-void FavoriteList::RemoveLast() {
-  if (records_.empty()) return;
-  FavoriteRecord* const last = records_.back().get();
-  Unplace(*last);
-  const auto found = byKey_.find(fold_(last->key));
-  if (found != byKey_.end() && found->second == last) byKey_.erase(found);
-  records_.pop_back();
+void FavoriteList::EndLoading() {
+  isLoading_ = false;
+  for (const auto& record : records_) {
+    std::stable_sort(record->children.begin(), record->children.end(),
+                     [](const FavoriteRecord* a, const FavoriteRecord* b) { return StandsBefore(*a, *b); });
+  }
+}
+
+std::vector<FavoriteRecord*> FavoriteList::Remove(FavoriteRecord& record) {
+  const std::vector<FavoriteRecord*> orphans = std::exchange(record.children, {});
+  for (FavoriteRecord* const orphan : orphans) Place(*orphan, nullptr);
+  Unplace(record);
+  records_.erase(std::find_if(records_.begin(), records_.end(),
+                              [&](const auto& candidate) { return candidate.get() == &record; }));
+  byKey_.clear();  // another record may have had the same key
+  for (const auto& each : records_) byKey_.try_emplace(fold_(each->key), each.get());
+  return orphans;
 }
 
 FavoriteRecord* FavoriteList::FindByKey(std::string_view key) const {
@@ -138,8 +148,8 @@ FavoriteRecord* FavoriteList::PreviousSibling(const FavoriteRecord& record) cons
 // unsorted have to be walked for it.
 void FavoriteList::Place(FavoriteRecord& record, FavoriteRecord* parent) {
   record.parent = parent;
-  if (parent == nullptr) {
-    topLevel_.push_back(&record);
+  if (parent == nullptr || isLoading_) {
+    Level(parent).push_back(&record);
     return;
   }
   const auto standsBehind = [&](const FavoriteRecord* sibling) { return StandsBefore(record, *sibling); };

@@ -28,8 +28,13 @@ class FavoriteList {
   // Puts the record at the list's end and at its place below parent (null: the end of the top level). A
   // parent that was deleted counts as none.
   FavoriteRecord* Add(std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent);
-  // Takes the record that was added last off again.
-  void RemoveLast();
+  // Between the two calls added records are only collected; EndLoading puts each folder's at their places, as
+  // if they had been placed one by one, in time that grows with n log n.
+  void BeginLoading() { isLoading_ = true; }
+  void EndLoading();
+  // Takes a record off again. What was below it goes to the end of the top level, where entries stand whose
+  // parent is unknown; gives these records.
+  std::vector<FavoriteRecord*> Remove(FavoriteRecord& record);
 
   // First record in list order with that key, letters of any case; null when there is none. Deleted ones are
   // found too.
@@ -57,6 +62,7 @@ class FavoriteList {
   void PlaceChildrenAnew(FavoriteRecord& record);
 
   FoldCase fold_;
+  bool isLoading_ = false;
   std::vector<std::unique_ptr<FavoriteRecord>> records_;
   std::vector<FavoriteRecord*> topLevel_;
   std::unordered_map<std::string, FavoriteRecord*> byKey_;  // folded key: first record that has it

@@ -38,14 +38,14 @@ int ParseDecimal(std::string_view text) {
   return static_cast<int>(std::min<std::int64_t>(value, std::numeric_limits<int>::max()));
 }
 
-// The entries from `first` on that the file gets, depth first. Not recursive: a file can nest deeper than a
-// stack.
-void WriteEntries(std::FILE* file, const FavoriteList& list, FavoriteRecord* first) {
+// The lines of the entries from `first` on, depth first. Not recursive: a file can nest deeper than a stack.
+std::string TextOfEntries(const FavoriteList& list, FavoriteRecord* first) {
   struct Pending {
     FavoriteRecord* record;
     const FavoriteRecord* parent;
   };
-  if (first == nullptr) return;
+  std::string text;
+  if (first == nullptr) return text;
   std::vector<Pending> pending;
   const auto push = [&pending](auto begin, auto end, const FavoriteRecord* parent) {
     for (auto at = end; at != begin;) pending.push_back({*--at, parent});
@@ -57,13 +57,17 @@ void WriteEntries(std::FILE* file, const FavoriteList& list, FavoriteRecord* fir
     pending.pop_back();
     if (record->isWritten || record->isDeleted) continue;
     record->isWritten = true;
-    const std::string lines = FavoriteLines(*record, parent);
-    std::fwrite(lines.data(), 1, lines.size(), file);
+    text += FavoriteLines(*record, parent);
     push(record->children.begin(), record->children.end(), record);
   }
+  return text;
 }
 
 }  // namespace
+
+bool WriteText(std::FILE* file, const std::string& text) {
+  return std::fwrite(text.data(), 1, text.size(), file) == text.size();
+}
 
 FavoritesReader::FavoritesReader(const FavoriteList& list, PlaceFavorite place)
     : list_(list), place_(std::move(place)) {}
@@ -128,6 +132,10 @@ bool ReadFavoritesFile(const std::string& path, const FavoritesFileCalls& calls,
 
 void WriteFavoritesFile(const std::string& path, const FavoritesFileCalls& calls, const FavoriteList& list,
                         FavoriteRecord* first) {
+  // Opening the file empties it. What it gets is made before, so that as little as possible happens until it
+  // is whole again.
+  for (const auto& record : list.records()) record->isWritten = record->isDeleted;
+  const std::string text = TextOfEntries(list, first);
   const UniqueFile file(calls.open(path.c_str(), "wt"));
   if (!file) return;
   // The data file is open and empty by now, so that the platform refuses the rename and the file is rewritten
@@ -140,10 +148,10 @@ void WriteFavoritesFile(const std::string& path, const FavoritesFileCalls& calls
       calls.rename(path.c_str(), backup.c_str());
     }
   }
-  for (const auto& record : list.records()) record->isWritten = record->isDeleted;
-  WriteEntries(file.get(), list, first);
+  const bool isWritten = calls.write(file.get(), text);
   std::fflush(file.get());  // so that the stream knows of errors of its last block too
-  if (std::ferror(file.get()) == 0) return;
+  if (isWritten && std::ferror(file.get()) == 0) return;
+  // The stream is still open, so that the platform refuses to remove the file: what was written of it stays.
   calls.remove(path.c_str());
   if (!backup.empty()) calls.rename(backup.c_str(), path.c_str());
 }

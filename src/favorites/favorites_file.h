@@ -39,6 +39,9 @@ class FavoritesReader {
 // The record's lines, closed by its parent's key (null: the top level).
 std::string FavoriteLines(const FavoriteRecord& record, const FavoriteRecord* parent);
 
+// Puts the text into the stream; false when less of it went in.
+bool WriteText(std::FILE* file, const std::string& text);
+
 // The calls that reading and writing make; tests put failing ones in their place.
 struct FavoritesFileCalls {
   std::function<std::FILE*(const char* path, const char* mode)> open;
@@ -47,6 +50,7 @@ struct FavoritesFileCalls {
   std::function<void(const char* from, const char* to)>
       rename;  // refused while the file is open, as the platform does
   std::function<std::string(const std::string& path)> backupName;  // empty: none
+  std::function<bool(std::FILE* file, const std::string& text)> write = WriteText;
 };
 
 // Adds the file's records to the (empty) list through place. True when the list holds at least one
@@ -55,7 +59,7 @@ bool ReadFavoritesFile(const std::string& path, const FavoritesFileCalls& calls,
                        const PlaceFavorite& place);
 
 // Writes `first` and the siblings behind it, each with everything below it, as the file's top level. `first`
-// is the tree's first visible entry and null for an empty tree.
+// is the tree's first visible entry and null for an empty tree. All lines go out in one block.
 void WriteFavoritesFile(const std::string& path, const FavoritesFileCalls& calls, const FavoriteList& list,
                         FavoriteRecord* first);
 

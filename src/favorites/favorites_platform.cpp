@@ -54,6 +54,7 @@ const FavoritesFileCalls& SystemFileCalls() {
       [](const char* path) { std::remove(path); },
       [](const char* from, const char* to) { std::rename(from, to); },
       BackupName,
+      WriteText,
   };
   return calls;
 }

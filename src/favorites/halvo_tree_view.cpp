@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <deque>
 #include <utility>
 
 #include "src/favorites/check_marks.h"
@@ -146,12 +147,31 @@ bool CHalvoTreeView::LoadFavorites(const std::string& path) {
   tree_.SetRedraw(false);
   tree_.DeleteAll();  // the items point at the records
   list_.Clear();
-  const bool hasRecords = ReadFavoritesFile(
-      path, SystemFileCalls(), list_, [this](std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent) {
-        return Insert(std::move(record), parent);
-      });
+  list_.BeginLoading();
+  ReadFavoritesFile(path, SystemFileCalls(), list_,
+                    [this](std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent) {
+                      return list_.Add(std::move(record), parent);
+                    });
+  list_.EndLoading();
+  InsertLoaded();
   tree_.SetRedraw(true);
-  return hasRecords;
+  return !list_.empty();
+}
+
+// Every item behind its last sibling: neither the list nor the control has to look for its place.
+void CHalvoTreeView::InsertLoaded() {
+  std::deque<FavoriteRecord*> pending(list_.topLevel().begin(), list_.topLevel().end());
+  while (!pending.empty()) {
+    FavoriteRecord& record = *pending.front();
+    pending.pop_front();
+    const HTREEITEM parent =
+        record.parent != nullptr ? static_cast<HTREEITEM>(record.parent->treeItem) : nullptr;
+    record.treeItem = tree_.Insert(record, parent, TVI_LAST);
+    const std::vector<FavoriteRecord*> next =
+        record.treeItem != nullptr ? record.children : list_.Remove(record);
+    // An accepted folder's entries come next, those of a refused one behind the top level.
+    pending.insert(record.treeItem != nullptr ? pending.begin() : pending.end(), next.begin(), next.end());
+  }
 }
 
 void CHalvoTreeView::SaveFavorites(const std::string& path) {
@@ -161,11 +181,11 @@ void CHalvoTreeView::SaveFavorites(const std::string& path) {
 FavoriteRecord* CHalvoTreeView::Insert(std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent) {
   FavoriteRecord* const added = list_.Add(std::move(record), parent);
   if (InsertItem(*added) != nullptr) return added;
-  list_.RemoveLast();
+  list_.Remove(*added);
   return nullptr;
 }
 
-HTREEITEM CHalvoTreeView::InsertItem(FavoriteRecord& record) {
+HTREEITEM CHalvoTreeView::InsertItem(FavoriteRecord& record, bool isExpanded) {
   HTREEITEM parent = nullptr;
   HTREEITEM after = TVI_LAST;
   if (record.parent != nullptr) {
@@ -173,14 +193,22 @@ HTREEITEM CHalvoTreeView::InsertItem(FavoriteRecord& record) {
     const FavoriteRecord* const previous = list_.PreviousSibling(record);
     after = previous != nullptr ? static_cast<HTREEITEM>(previous->treeItem) : nullptr;
   }
-  const HTREEITEM item = tree_.Insert(record, parent, after);
+  const HTREEITEM item = tree_.Insert(record, parent, after, isExpanded);
   record.treeItem = item;
   return item;
 }
 
-void CHalvoTreeView::InsertSubtree(FavoriteRecord& record) {
-  InsertItem(record);
-  for (FavoriteRecord* const child : record.children) InsertSubtree(*child);
+// The records below a folder that has got a new item get new ones too, in the state of their old ones.
+void CHalvoTreeView::InsertBelow(FavoriteRecord& folder) {
+  std::vector<FavoriteRecord*> pending(folder.children.rbegin(), folder.children.rend());
+  while (!pending.empty()) {
+    FavoriteRecord& record = *pending.back();
+    pending.pop_back();
+    const bool wasExpanded = tree_.IsExpanded(static_cast<HTREEITEM>(record.treeItem));
+    record.treeItem =
+        tree_.Insert(record, static_cast<HTREEITEM>(record.parent->treeItem), TVI_LAST, wasExpanded);
+    pending.insert(pending.end(), record.children.rbegin(), record.children.rend());
+  }
 }
 
 FavoriteRecord* CHalvoTreeView::AddFavorite(std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent) {
@@ -223,8 +251,10 @@ void CHalvoTreeView::MoveEntry(FavoriteRecord& record, FavoriteRecord& folder) {
   const bool wasSelected = tree_.Selected() == oldItem;
   ForgetMouse();
   tree_.SetRedraw(false);
+  const bool wasExpanded = tree_.IsExpanded(oldItem);
   list_.Move(record, folder);
-  InsertSubtree(record);
+  InsertItem(record, wasExpanded);
+  InsertBelow(record);
   tree_.Delete(oldItem);
   if (wasSelected) Select(&record);
   tree_.SetRedraw(true);

@@ -126,8 +126,9 @@ class CHalvoTreeView {
   void ForgetMouse();
 
   FavoriteRecord* Insert(std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent);
-  HTREEITEM InsertItem(FavoriteRecord& record);
-  void InsertSubtree(FavoriteRecord& record);
+  HTREEITEM InsertItem(FavoriteRecord& record, bool isExpanded = true);
+  void InsertLoaded();
+  void InsertBelow(FavoriteRecord& folder);
   void MoveEntry(FavoriteRecord& record, FavoriteRecord& folder);
   void ToggleCheck(FavoriteRecord& record);
   void Report(const FavoriteRecord& record, const FavoriteRecord* parent, FavoriteChange change) const;

@@ -16,7 +16,8 @@ HTREEITEM TreeControl::Next(WPARAM relation) const {
   return reinterpret_cast<HTREEITEM>(Send(TVM_GETNEXTITEM, relation, 0));
 }
 
-HTREEITEM TreeControl::Insert(FavoriteRecord& record, HTREEITEM parent, HTREEITEM after) const {
+HTREEITEM TreeControl::Insert(FavoriteRecord& record, HTREEITEM parent, HTREEITEM after,
+                              bool isExpanded) const {
   std::string text = record.displayName;
   TVINSERTSTRUCTA insert = {};
   insert.hParent = parent != nullptr ? parent : TVI_ROOT;
@@ -27,7 +28,7 @@ HTREEITEM TreeControl::Insert(FavoriteRecord& record, HTREEITEM parent, HTREEITE
   item.iImage = record.imageIndex;
   item.iSelectedImage = record.imageIndex;
   item.lParam = reinterpret_cast<LPARAM>(&record);
-  item.state = TVIS_EXPANDED;
+  item.state = isExpanded ? TVIS_EXPANDED : 0;
   item.stateMask = TVIS_EXPANDED;
   if (record.Has(kFavoriteChecked)) {
     item.state |= INDEXTOSTATEIMAGEMASK(kCheckedImage);
@@ -56,6 +57,10 @@ void TreeControl::SetCheckMark(HTREEITEM item, bool isChecked) const {
   info.stateMask = TVIS_STATEIMAGEMASK;
   info.state = INDEXTOSTATEIMAGEMASK(isChecked ? kCheckedImage : kUncheckedImage);
   Send(TVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&info));
+}
+
+bool TreeControl::IsExpanded(HTREEITEM item) const {
+  return (Send(TVM_GETITEMSTATE, reinterpret_cast<WPARAM>(item), TVIS_EXPANDED) & TVIS_EXPANDED) != 0;
 }
 
 FavoriteRecord* TreeControl::RecordOf(HTREEITEM item) const {

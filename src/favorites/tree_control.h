@@ -16,13 +16,14 @@ class TreeControl {
   explicit TreeControl(HWND window = nullptr) : window_(window) {}
   HWND window() const { return window_; }
 
-  // The record's item below parent (null: top level), after `after` (null: first; TVI_LAST: last). Null when
-  // refused.
-  HTREEITEM Insert(FavoriteRecord& record, HTREEITEM parent, HTREEITEM after) const;
+  // The record's item below parent (null: top level), after `after` (null: first; TVI_LAST: last), expanded
+  // or not. Null when refused.
+  HTREEITEM Insert(FavoriteRecord& record, HTREEITEM parent, HTREEITEM after, bool isExpanded = true) const;
   void Delete(HTREEITEM item) const;
   void DeleteAll() const { Delete(TVI_ROOT); }
   void SetText(HTREEITEM item, const std::string& text) const;
   void SetCheckMark(HTREEITEM item, bool isChecked) const;
+  bool IsExpanded(HTREEITEM item) const;
 
   // The record of an item; null for a null item.
   FavoriteRecord* RecordOf(HTREEITEM item) const;

@@ -41,6 +41,19 @@ enum Command : int {
   kCommandHistoryIcons = 135,
   kCommandGoToMenu = 924,
   kCommandGoToHome = 2000,
+  kCommandGoToTextures = 2002,
+  kCommandGoToScenes = 2003,
+  kCommandGoToImport = 2004,
+  kCommandGoToExport = 2005,
+  kCommandGoToDocuments = 2006,
+  kCommandGoToRenderedImages = 2007,
+  kCommandGoToDownloads = 2008,
+  kCommandGoToDesktop = 2009,
+  kCommandGoToMyDocuments = 2010,
+  kCommandModifyDirectoryPaths = 2011,
+  kCommandModifyHomeDirectory = 2012,
+  kCommandGoToApplicationData = 2013,
+  kCommandGoToHostApplicationData = 2014,
   kCommandFirstSorting = 3000,  // 3000 to 3003: history sorting methods 0 to 3
 };
 

@@ -25,28 +25,40 @@ bool HistoryList::Load(HistoryFile& file) {
   entries_.clear();
   const int count = ParseCount(file.ReadText(kEntryCountKey));
   if (count == 0) return false;
+  // The shell is asked when the file is read: it reads profile files of its own, and in between the system
+  // forgets what it has parsed of this one.
+  std::vector<std::string> parsingNames;
   for (int index = 0; index < count; ++index) {
-    auto entry = ReadEntry(file, index);
+    std::string parsingName;
+    auto entry = ReadEntry(file, index, &parsingName);
     if (!entry) break;  // a gap ends the list, whatever stands behind it
     entries_.push_back(std::move(entry));
+    parsingNames.push_back(std::move(parsingName));
+  }
+  for (size_t i = 0; i < entries_.size(); ++i) {
+    if (!parsingNames[i].empty()) entries_[i]->itemId = platform_.ParseItem(parsingNames[i]);
   }
   return true;
 }
 
-std::unique_ptr<HistoryEntry> HistoryList::ReadEntry(HistoryFile& file, int index) const {
+std::unique_ptr<HistoryEntry> HistoryList::ReadEntry(HistoryFile& file, int index,
+                                                     std::string* parsingName) const {
   std::string name = file.ReadText(HistoryKey('d', index).c_str());
   if (name.empty()) return nullptr;
   auto entry = std::make_unique<HistoryEntry>();
   entry->displayName = std::move(name);
   if (!file.ReadTime(HistoryKey('m', index).c_str(), &entry->lastAccess)) entry->lastAccess = platform_.Now();
   entry->fullPath = file.ReadText(HistoryKey('f', index).c_str());
-  const std::string parsingName = file.ReadText(HistoryKey('p', index).c_str());
-  if (!parsingName.empty()) entry->itemId = platform_.ParseItem(parsingName);
+  *parsingName = file.ReadText(HistoryKey('p', index).c_str());
   return entry;
 }
 
 void HistoryList::Save(HistoryFile& file) const {
-  const bool hasBackup = file.MoveToBackup();
+  bool hasBackup = false;
+  if (file.Exists()) {
+    file.RemoveBackup();
+    hasBackup = file.MoveToBackup();
+  }
   if (WriteAll(file)) return;  // the backup stays beside the new file
   file.Remove();
   if (hasBackup) file.RestoreBackup();

@@ -35,8 +35,9 @@ class HistoryFile {
   virtual bool WriteText(const char* key, const std::string& text) = 0;
   virtual bool WriteTime(const char* key, const HistoryTime& time) = 0;
 
-  // Makes an existing file the backup, in place of an older one; true when there was a file and it became the
-  // backup.
+  virtual bool Exists() = 0;
+  virtual void RemoveBackup() = 0;
+  // Makes the file the backup; false when it stays what it is.
   virtual bool MoveToBackup() = 0;
   virtual void Remove() = 0;
   // Makes the backup the file again.
@@ -72,7 +73,9 @@ class HistoryList {
   AddResult Add(const std::string& path);
 
  private:
-  std::unique_ptr<HistoryEntry> ReadEntry(HistoryFile& file, int index) const;
+  // Null when the file has no such entry. *parsingName becomes the name of its item, empty when there is
+  // none.
+  std::unique_ptr<HistoryEntry> ReadEntry(HistoryFile& file, int index, std::string* parsingName) const;
   bool WriteAll(HistoryFile& file) const;
   bool WriteEntry(HistoryFile& file, int index, const HistoryEntry& entry) const;
 

@@ -1,7 +1,5 @@
 #include "src/history/history_list_box.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 
 #include "src/framework/module_context.h"
@@ -9,7 +7,6 @@
 namespace file_explorer {
 namespace {
 
-constexpr UINT_PTR kSubclassId = 1;
 // Whole rows only would leave a strip of the panel uncovered, a tall one with tall rows.
 constexpr DWORD kStyle = WS_CHILD | WS_HSCROLL | WS_VSCROLL | LBS_HASSTRINGS | LBS_OWNERDRAWFIXED |
                          LBS_NOTIFY | LBS_NOINTEGRALHEIGHT;
@@ -31,32 +28,45 @@ HistoryListBox::HistoryListBox(HINSTANCE instance, HWND parent, int controlId) {
   window_.reset(CreateWindowExA(WS_EX_CLIENTEDGE, "ListBox", "", kStyle, 0, 0, area.right, area.bottom,
                                 parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)), instance,
                                 nullptr));
-  if (window_) SetWindowSubclass(window_.get(), SubclassProc, kSubclassId, reinterpret_cast<DWORD_PTR>(this));
+  if (!window_) return;
+  SetWindowLongPtrA(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  // Replaced by hand: filling the list sends two messages a row, and the way through a list of subclasses
+  // costs more than the list box itself.
+  previous_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrA(window_.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
 }
 
-LRESULT CALLBACK HistoryListBox::SubclassProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
-                                              UINT_PTR id, DWORD_PTR self) {
-  try {
-    const ModuleContext context;
-    auto* const box = reinterpret_cast<HistoryListBox*>(self);
-    if (message == WM_NCDESTROY) {
-      RemoveWindowSubclass(window, SubclassProc, id);
-      box->window_.release();  // the parent may destroy its children before the view goes
-      return DefSubclassProc(window, message, wParam, lParam);
+// Most messages, those of filling and painting above all, pass straight through.
+LRESULT CALLBACK HistoryListBox::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  auto* const box = reinterpret_cast<HistoryListBox*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+  if (box == nullptr) return DefWindowProcA(window, message, wParam, lParam);
+  const WNDPROC previous = box->previous_;
+  if (message == WM_NCDESTROY) {
+    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previous));
+    SetWindowLongPtrA(window, GWLP_USERDATA, 0);
+    box->window_.release();  // the parent may destroy its children before the view goes
+  } else if (message == WM_KEYDOWN || message == WM_CHAR || message == WM_GETDLGCODE) {
+    try {
+      const ModuleContext context;
+      LRESULT result = 0;
+      if (box->HandleMessage(message, wParam, lParam, &result)) return result;
+    } catch (...) {
+      // The system's frames must not see an exception; the list box goes on by itself.
     }
-    LRESULT result = 0;
-    if (box->HandleMessage(message, wParam, lParam, &result)) return result;
-  } catch (...) {
-    // The system's frames must not see an exception; the list box goes on by itself.
   }
-  return DefSubclassProc(window, message, wParam, lParam);
+  return CallWindowProcA(previous, window, message, wParam, lParam);
+}
+
+LRESULT HistoryListBox::CallPrevious(UINT message, WPARAM wParam, LPARAM lParam) const {
+  return CallWindowProcA(previous_, window_.get(), message, wParam, lParam);
 }
 
 bool HistoryListBox::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+  if (message == WM_PAINT && beforePaint_) beforePaint_();
   if (message == WM_KEYDOWN) return OnKeyDown(wParam);
   if (message == WM_CHAR) return OnCharacter(wParam);
   if (message == WM_GETDLGCODE && wParam == VK_RETURN) {
-    *result = DefSubclassProc(window_.get(), message, wParam, lParam) | DLGC_WANTMESSAGE;
+    *result = CallPrevious(message, wParam, lParam) | DLGC_WANTMESSAGE;
     return true;
   }
   return false;

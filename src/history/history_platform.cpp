@@ -142,9 +142,16 @@ bool ProfileHistoryFile::WriteTime(const char* key, const HistoryTime& time) {
   return WritePrivateProfileStructA(kHistorySection, key, &copy, sizeof(copy), file()) != FALSE;
 }
 
+bool ProfileHistoryFile::Exists() {
+  return Tx_File_Exists(file()) != 0;
+}
+
+void ProfileHistoryFile::RemoveBackup() {
+  if (!backup_.empty()) DeleteFileA(backup_.c_str());
+}
+
 bool ProfileHistoryFile::MoveToBackup() {
-  if (backup_.empty() || !Tx_File_Exists(file())) return false;
-  DeleteFileA(backup_.c_str());
+  if (backup_.empty()) return false;
   const bool isMoved = MoveFileA(file(), backup_.c_str()) != FALSE;
   Flush();
   return isMoved;

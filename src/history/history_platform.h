@@ -33,6 +33,8 @@ class ProfileHistoryFile final : public HistoryFile {
   bool ReadTime(const char* key, HistoryTime* time) override;
   bool WriteText(const char* key, const std::string& text) override;
   bool WriteTime(const char* key, const HistoryTime& time) override;
+  bool Exists() override;
+  void RemoveBackup() override;
   bool MoveToBackup() override;
   void Remove() override;
   void RestoreBackup() override;

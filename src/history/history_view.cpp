@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <utility>
@@ -21,6 +22,7 @@ constexpr char kSortingMethodKey[] = "HistorySortingMethod";
 constexpr char kShowIconsKey[] = "HistoryShowIcons";
 constexpr int kFontPoints = 9;
 constexpr int kPointsPerInch = 72;
+constexpr LPARAM kContextMenuByKey = -1;  // in place of the mouse's position
 
 int ReadNumber(const std::string& profile, const char* key) {
   char text[32] = "0";
@@ -104,6 +106,7 @@ bool CHistoryView::CreateListBox(HWND parent) {
   auto box = std::make_unique<HistoryListBox>(services_.instance, parent, controlId_);
   if (box->window() == nullptr) return false;
   listBox_ = std::move(box);
+  listBox_->SetBeforePaint([this] { pictures_->thumbnails().BeginPainting(); });
   const HDC dc = GetDC(window());
   font_ = CreateRowFont(dc);
   ReleaseDC(window(), dc);
@@ -141,7 +144,9 @@ bool CHistoryView::AddPathToHistory(const char* path) {
   if (result == HistoryList::AddResult::kRefused) return false;
   if (result == HistoryList::AddResult::kAppended && sortingMethod_ == kSortNewestFirst) {
     // On top of the view, but last in the list until it is sorted again.
-    InsertRow(NameMeasure(window(), font_.get()), 0, *history_->entries().back());
+    const HistoryEntry& added = *history_->entries().back();
+    InsertRow(0, added);
+    WidenTo(NameMeasure(window(), font_.get()).ExtentOf(added, showIcons_));
   } else {
     SortAndRefill();
   }
@@ -151,6 +156,7 @@ bool CHistoryView::AddPathToHistory(const char* path) {
 void CHistoryView::ClearHistory() {
   SendMessageA(window(), LB_RESETCONTENT, 0, 0);  // no row points at an entry that is gone
   history_->Clear();
+  pictures_->thumbnails().Clear();
   SortAndRefill();
 }
 
@@ -189,13 +195,17 @@ void CHistoryView::Refill() {
   SendMessageA(box, WM_SETREDRAW, FALSE, 0);
   SendMessageA(box, LB_INITSTORAGE, history_->size(), 0);
   const NameMeasure measure(box, font_.get());
-  for (const auto& entry : history_->entries()) InsertRow(measure, -1, *entry);
+  int widest = 0;  // told to the list box once: it lays its scroll bars out each time
+  for (const auto& entry : history_->entries()) {
+    widest = std::max(widest, measure.ExtentOf(*entry, showIcons_));
+    InsertRow(-1, *entry);
+  }
+  WidenTo(widest);
   SendMessageA(box, WM_SETREDRAW, TRUE, 0);
   InvalidateRect(box, nullptr, TRUE);
 }
 
-void CHistoryView::InsertRow(const NameMeasure& measure, int index, const HistoryEntry& entry) {
-  WidenTo(measure.ExtentOf(entry, showIcons_));
+void CHistoryView::InsertRow(int index, const HistoryEntry& entry) {
   const LRESULT row = SendMessageA(window(), LB_INSERTSTRING, static_cast<WPARAM>(index),
                                    reinterpret_cast<LPARAM>(entry.displayName.c_str()));
   if (row >= 0) {
@@ -214,7 +224,7 @@ const HistoryEntry* CHistoryView::EntryOfRow(int row) const {
   return data == LB_ERR ? nullptr : reinterpret_cast<const HistoryEntry*>(data);
 }
 
-bool CHistoryView::HandleMessage(HWND, UINT message, WPARAM wParam, LPARAM lParam) {
+bool CHistoryView::HandleMessage(HWND panel, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_COMMAND && LOWORD(wParam) == controlId_) {
     if (HIWORD(wParam) == LBN_SELCHANGE) OnSelectionChanged();
     return true;
@@ -223,7 +233,26 @@ bool CHistoryView::HandleMessage(HWND, UINT message, WPARAM wParam, LPARAM lPara
     OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
     return true;
   }
+  const bool isByKey = lParam == kContextMenuByKey;
+  if (message == WM_CONTEXTMENU && reinterpret_cast<HWND>(wParam) == window() && isByKey) {
+    ShowSortingMenu(panel, BelowSelectedRow());
+    return true;
+  }
   return false;
+}
+
+// On the screen; the list's corner when no row is selected or in sight.
+POINT CHistoryView::BelowSelectedRow() const {
+  RECT row = {};
+  RECT area = {};
+  GetClientRect(window(), &area);
+  const LRESULT selected = SendMessageA(window(), LB_GETCURSEL, 0, 0);
+  if (selected >= 0) {
+    SendMessageA(window(), LB_GETITEMRECT, static_cast<WPARAM>(selected), reinterpret_cast<LPARAM>(&row));
+  }
+  POINT point = {0, std::clamp<LONG>(row.bottom, 0, area.bottom)};
+  ClientToScreen(window(), &point);
+  return point;
 }
 
 void CHistoryView::OnSelectionChanged() {
@@ -245,7 +274,9 @@ void CHistoryView::OnDrawItem(const DRAWITEMSTRUCT& item) const {
     SendMessageA(window(), LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text.data()));
     text.resize(static_cast<size_t>(length));
   }
-  PaintHistoryRow(item, EntryOfRow(row), text, showIcons_, font_.get(), *pictures_);
+  if (!PaintHistoryRow(item, EntryOfRow(row), text, showIcons_, font_.get(), *pictures_)) {
+    InvalidateRect(window(), &item.rcItem, FALSE);  // input comes before the next painting
+  }
 }
 
 void CHistoryView::ShowSortingMenu(HWND commandWindow, POINT screen) const {

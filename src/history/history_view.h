@@ -9,11 +9,13 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "src/framework/command_ids.h"
 #include "src/framework/unique_handle.h"
 #include "src/history/history_list.h"
+#include "src/preview/picture.h"
 
 namespace file_explorer {
 
@@ -29,9 +31,8 @@ struct HistoryServices {
       profilePath;                   // the host's profile file, asked afresh for each access; may be empty
   std::function<HWND()> mainWindow;  // the host's main window
   std::function<void(const char* path)> loadFile;  // hands a file to the host for loading
-  // A picture of the file, pixels by pixels at most, when the shell has none; null when there is none either.
-  // The bitmap becomes the view's.
-  std::function<HBITMAP(const char* path, int pixels)> preview;
+  // A picture of the file, pixels by pixels at most, or none. Empty for the shell's and the explorer's own.
+  std::function<std::optional<preview::Preview>(const HistoryEntry& entry, int pixels)> preview;
 };
 
 class CHistoryView {
@@ -67,8 +68,8 @@ class CHistoryView {
   bool HandleCommand(int command, HWND toolbar, HWND commandWindow);
 
   // The panel window's procedure offers every message: true when it was one of the list box's and is dealt
-  // with.
-  bool HandleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  // with. The menu key opens the sorting menu, whose choice goes to the panel as a command.
+  bool HandleMessage(HWND panel, UINT message, WPARAM wParam, LPARAM lParam);
 
   HWND window() const;
   const HistoryList& history() const { return *history_; }
@@ -86,9 +87,10 @@ class CHistoryView {
   void ApplyRowHeight();
   void SortAndRefill();
   void Refill();
-  void InsertRow(const NameMeasure& measure, int index, const HistoryEntry& entry);
+  void InsertRow(int index, const HistoryEntry& entry);
   void WidenTo(int extent);
   const HistoryEntry* EntryOfRow(int row) const;
+  POINT BelowSelectedRow() const;
   void OnSelectionChanged();
   void OnDrawItem(const DRAWITEMSTRUCT& item) const;
 

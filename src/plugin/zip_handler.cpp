@@ -8,7 +8,7 @@
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/selector_area.h"
 #include "src/framework/module_context.h"
-#include "src/host/vc64_tx.h"
+#include "src/plugin/handler_table.h"
 #include "src/plugin/main_app.h"
 #include "src/settings/directory_links.h"
 #include "src/shellhost/file_view.h"
@@ -19,19 +19,14 @@ namespace {
 constexpr std::int16_t kActionOpen = 1;
 constexpr std::int64_t kNeverClaimsByHeader = -5;
 
-struct HandlerRow {
-  const char* guid;  // null ends the table
-  const char* fileTypes;
-  const char* descriptiveName;
-  std::int64_t type;
-};
-
 constexpr HandlerRow kHandlers[] = {
     {"{693069FB-E6CF-4837-865E-A0B5396B39D0}", ".zip", "ZIP Archive", 32},
     {nullptr, nullptr, nullptr, 0},
 };
 
-std::int64_t VerifyHeader() { return kNeverClaimsByHeader; }
+std::int64_t VerifyHeader() {
+  return kNeverClaimsByHeader;
+}
 
 void OpenArchive(ExplorerState& state, const char* path) {
   if (state.explorerWindow) state.explorerWindow->ResynchronisePanes();
@@ -58,17 +53,7 @@ std::int64_t Execute(std::int16_t action, const char* handlerGuid, const char* p
 }  // namespace
 
 void RegisterZipHandler() {
-  for (const HandlerRow* row = kHandlers; row->guid != nullptr; ++row) {
-    Tx_FileFormatHandler(row->guid,                                                                              //
-                         Tx_Inquire_Token("enabled"), Tx_Inquire_Token("on"), 1,                                 //
-                         Tx_Inquire_Token("function"), Tx_Inquire_Token("viewer"), 1,                            //
-                         Tx_Inquire_Token("type"), &row->type, 1,                                                //
-                         Tx_Inquire_Token("filetypes"), row->fileTypes, 1,                                       //
-                         Tx_Inquire_Token("descriptivename"), row->descriptiveName, 1,                           //
-                         Tx_Inquire_Token("viewer"), Tx_Inquire_Token("verifyheadercallback"), &VerifyHeader,    //
-                         Tx_Inquire_Token("executecallback"), &Execute, 1,                                       //
-                         0);
-  }
+  RegisterViewers(kHandlers, &VerifyHeader, &Execute);
 }
 
 }  // namespace file_explorer

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "src/favorites/favorites_file.h"
 
@@ -55,11 +56,41 @@ void Read(std::string text, FavoriteList& list) {
   if (!text.empty()) ReadFavoritesFile("x", file.Calls(text), list, PlaceIn(list));
 }
 
+// Each record with the place that it has, in the order of the tree.
+std::string Shape(const FavoriteList& list) {
+  std::string shape;
+  std::vector<std::pair<const FavoriteRecord*, int>> pending;
+  for (const FavoriteRecord* const record : list.topLevel()) pending.emplace_back(record, 0);
+  while (!pending.empty()) {
+    const auto [record, depth] = pending.back();
+    pending.pop_back();
+    shape += std::to_string(depth) + record->key + '\n' + record->displayName + '\n' + record->path + '\n';
+    for (const FavoriteRecord* const child : record->children) pending.emplace_back(child, depth + 1);
+  }
+  return shape;
+}
+
+// Sorting once at the end gives the tree of placing one by one; a record that is taken off takes no other
+// with it.
+void CheckLoadingAtOnce(const std::string& text, const FavoriteList& oneByOne) {
+  FavoriteList list;
+  list.BeginLoading();
+  Read(text, list);
+  list.EndLoading();
+  Require(Shape(list) == Shape(oneByOne));
+  if (list.empty()) return;
+  const size_t count = list.records().size();
+  list.Remove(*list.records().front());
+  Require(list.records().size() == count - 1);
+  for (const auto& record : list.records()) Require(list.FindByKey(record->key) != nullptr);
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   FavoriteList list;
   Read(std::string(reinterpret_cast<const char*>(data), size), list);
+  CheckLoadingAtOnce(std::string(reinterpret_cast<const char*>(data), size), list);
   for (const auto& record : list.records())
     Require(record->parent == nullptr || LiesWithin(*record, *record->parent));
   if (list.topLevel().empty()) {

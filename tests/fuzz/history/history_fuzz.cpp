@@ -51,6 +51,8 @@ class Lines final : public HistoryFile {
   }
   bool WriteText(const char*, const std::string&) override { return --writesLeft > 0; }
   bool WriteTime(const char*, const HistoryTime&) override { return --writesLeft > 0; }
+  bool Exists() override { return true; }
+  void RemoveBackup() override {}
   bool MoveToBackup() override { return true; }
   void Remove() override {}
   void RestoreBackup() override {}

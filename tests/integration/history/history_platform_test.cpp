@@ -19,6 +19,14 @@ class HistoryPlatformTest : public testing::Test {
     return into.Load(file);
   }
 
+  static std::string Golden(const char* name) {
+    std::ifstream file(std::string(TEST_DATA_DIR "/history/") + name, std::ios::binary);
+    EXPECT_TRUE(file) << name;
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+  }
+
   HistoryTestFolder folder;
   ShellHistoryPlatform platform;
   HistoryList list{platform, FoldCodePageCase};
@@ -29,23 +37,58 @@ TEST_F(HistoryPlatformTest, TheFileIsInTheUsersDirectoryOfTheHost) {
 }
 
 TEST_F(HistoryPlatformTest, AGoldenFileComesBackByteForByte) {
-  const std::string golden =
-      "[HistoryList]\r\n"
-      "NumEntries=2\r\n"
-      "m0=EA070B0001001000020005001E00FF0031\r\n"
-      "d0=Model.3DS\r\n"
-      "f0=X:\\nowhere\\Model.3DS\r\n"
-      "m1=D1070100010001000000000000000000DB\r\n"
-      "d1=b.obj\r\n"
-      "f1=X:\\nowhere\\b.obj\r\n";
+  const std::string golden = Golden("history.dat");
   folder.Put("history.dat", golden);
   ASSERT_TRUE(Load(list));
-  ASSERT_EQ(list.size(), 2u);
+  ASSERT_EQ(list.size(), 4u);
   EXPECT_EQ(list.entries()[0]->lastAccess, (HistoryTime{2026, 11, 1, 16, 2, 5, 30, 255}));
-  EXPECT_EQ(list.entries()[1]->lastAccess, (HistoryTime{2001, 1, 1, 1, 0, 0, 0, 0}));
+  EXPECT_EQ(list.entries()[1]->fullPath, "C:\\windows\\win.ini");
+  EXPECT_FALSE(list.entries()[1]->itemId.empty());
+  EXPECT_EQ(list.entries()[2]->displayName, "scene.3ds.001");
+  EXPECT_EQ(list.entries()[3]->displayName, "a name = with [signs]; and spaces.obj");
   Save();
   EXPECT_EQ(folder.Get("history.dat"), golden);
   EXPECT_EQ(folder.Get("history.bak"), golden);
+}
+
+TEST_F(HistoryPlatformTest, LineEndsOfBothKindsAreTheSameAndWrittenAsThePlatformsOwn) {
+  folder.Put("history.dat", Golden("history_lf.dat"));
+  ASSERT_TRUE(Load(list));
+  Save();
+  EXPECT_EQ(folder.Get("history.dat"), Golden("history.dat"));
+}
+
+// Two upper-case digits a byte, and at the end the low byte of their sum.
+TEST_F(HistoryPlatformTest, TimesAreWrittenAsDigitsWithTheirSum) {
+  folder.Put("history.dat", Golden("history.dat"));
+  ASSERT_TRUE(Load(list));
+  Save();
+  const std::string text = folder.Get("history.dat");
+  for (int i = 0; i < 4; ++i) {
+    const std::string key = "\nm" + std::to_string(i) + "=";
+    const size_t at = text.find(key);
+    ASSERT_NE(at, std::string::npos);
+    const std::string digits = text.substr(at + key.size(), 34);
+    EXPECT_EQ(digits.find_first_not_of("0123456789ABCDEF"), std::string::npos) << digits;
+    EXPECT_EQ(text[at + key.size() + 34], '\r');
+    unsigned sum = 0;
+    for (size_t byte = 0; byte < 16; ++byte) sum += std::stoul(digits.substr(2 * byte, 2), nullptr, 16);
+    EXPECT_EQ(std::stoul(digits.substr(32), nullptr, 16), sum & 0xFF) << digits;
+  }
+}
+
+TEST_F(HistoryPlatformTest, AFileMadeByHandGivesWhatCanBeRead) {
+  folder.Put("history.dat", Golden("odd.dat"));
+  const HistoryTime before = platform.Now();
+  ASSERT_TRUE(Load(list));
+  ASSERT_EQ(list.size(), 4u);  // the gap at 4 ends the list
+  EXPECT_EQ(list.entries()[0]->displayName, "wrong sum");
+  EXPECT_EQ(list.entries()[0]->fullPath, "X:\\sum.obj");
+  for (size_t i = 0; i < 3; ++i) {
+    EXPECT_GE(ToFileTime(list.entries()[i]->lastAccess), ToFileTime(before)) << i;
+  }
+  EXPECT_TRUE(list.entries()[2]->itemId.empty());
+  EXPECT_EQ(list.entries()[3]->lastAccess, (HistoryTime{2020, 2, 6, 29, 1, 2, 3, 4}));
 }
 
 TEST_F(HistoryPlatformTest, AnExistingFilesItemIsKeptAsItsParsingName) {

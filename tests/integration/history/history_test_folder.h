@@ -16,6 +16,7 @@ class HistoryTestFolder {
   HistoryTestFolder() { SetEnvironmentVariableA("HALVO_APPLICATION_DIRECTORY", folder_.narrow().c_str()); }
   ~HistoryTestFolder() { SetEnvironmentVariableA("HALVO_APPLICATION_DIRECTORY", nullptr); }
 
+  std::string Folder() const { return folder_.narrow(); }
   std::string Path(const char* name) const { return folder_.Join(std::string_view(name)); }
   std::string history() const { return Path("history.dat"); }
   std::string profile() const { return Path("host.ini"); }

@@ -1,6 +1,7 @@
 // The history pane in a real window.
 #include "src/history/history_view.h"
 
+#include <commctrl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -46,7 +47,7 @@ class HistoryViewTest : public testing::Test {
     if (self != nullptr && self->view && self->view->HandleMessage(window, message, wParam, lParam))
       return TRUE;
     if (self != nullptr && self->view && message == WM_COMMAND && lParam == 0) {
-      self->view->HandleCommand(LOWORD(wParam), nullptr, window);
+      self->view->HandleCommand(LOWORD(wParam), self->toolbar, window);
     }
     return DefWindowProcA(window, message, wParam, lParam);
   }
@@ -64,6 +65,19 @@ class HistoryViewTest : public testing::Test {
     ShowWindow(panel, SW_SHOW);
     ShowWindow(view->window(), SW_SHOW);
     UpdateWindow(view->window());
+  }
+
+  // The history's toolbar, as far as its commands change it.
+  void CreateToolbar() {
+    toolbar = CreateWindowExA(0, TOOLBARCLASSNAMEA, "", WS_CHILD | CCS_NOPARENTALIGN | CCS_NORESIZE, 0, 0,
+                              200, 30, panel, nullptr, GetModuleHandleA(nullptr), nullptr);
+    SendMessageA(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+    TBBUTTON buttons[2] = {};
+    buttons[0].idCommand = kCommandHistorySorting;
+    buttons[1].idCommand = kCommandHistoryIcons;
+    buttons[1].fsStyle = BTNS_CHECK;
+    for (TBBUTTON& button : buttons) button.fsState = TBSTATE_ENABLED;
+    SendMessageA(toolbar, TB_ADDBUTTONSA, 2, reinterpret_cast<LPARAM>(buttons));
   }
 
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
@@ -100,6 +114,7 @@ class HistoryViewTest : public testing::Test {
 
   HistoryTestFolder folder;
   HWND panel = nullptr;
+  HWND toolbar = nullptr;
   std::unique_ptr<CHistoryView> view;
   std::vector<std::string> loaded;
 };
@@ -324,6 +339,8 @@ struct MenuVisitor {
   HWND window;
   std::vector<std::string> texts;
   int checked = -1;
+  HWND toolbar = nullptr;
+  bool wasPressed = false;
 };
 MenuVisitor* visitor = nullptr;
 
@@ -338,6 +355,9 @@ void CALLBACK VisitMenu(HWND, UINT, UINT_PTR id, DWORD) {
     visitor->texts.push_back(text);
     if (GetMenuState(menu, static_cast<UINT>(item), MF_BYPOSITION) & MF_CHECKED) visitor->checked = item;
   }
+  if (visitor->toolbar != nullptr) {
+    visitor->wasPressed = SendMessageA(visitor->toolbar, TB_ISBUTTONPRESSED, kCommandHistorySorting, 0) != 0;
+  }
   for (int i = 0; i < 3; ++i) PostMessageA(visitor->window, WM_KEYDOWN, VK_DOWN, 0);
   PostMessageA(visitor->window, WM_KEYDOWN, VK_RETURN, 0);
 }
@@ -347,7 +367,7 @@ TEST_F(HistoryViewTest, TheSortingMenuShowsTheMethodAndSetsIt) {
   Show();
   SetForegroundWindow(panel);
   view->SetSortingMethod(kSortOldestFirst);
-  MenuVisitor menu{panel, {}, -1};
+  MenuVisitor menu{panel, {}, -1, nullptr, false};
   visitor = &menu;
   SetTimer(nullptr, 0, 20, VisitMenu);
   view->ShowSortingMenu(panel, {100, 100});
@@ -356,6 +376,77 @@ TEST_F(HistoryViewTest, TheSortingMenuShowsTheMethodAndSetsIt) {
                                       "Sort by Name", "Sort by Extension"));
   EXPECT_EQ(menu.checked, kSortOldestFirst);
   EXPECT_TRUE(WaitUntil([this] { return view->GetSortingMethod() == kSortByName; }));
+}
+
+TEST_F(HistoryViewTest, TheSortingButtonIsPressedWhileItsMenuIsOpen) {
+  Create();
+  Show();
+  SetForegroundWindow(panel);
+  CreateToolbar();
+  MenuVisitor menu{panel, {}, -1, toolbar, false};
+  visitor = &menu;
+  SetTimer(nullptr, 0, 20, VisitMenu);
+  SendMessageA(panel, WM_COMMAND, kCommandHistorySorting, 0);
+  visitor = nullptr;
+  EXPECT_TRUE(menu.wasPressed);
+  EXPECT_EQ(SendMessageA(toolbar, TB_ISBUTTONPRESSED, kCommandHistorySorting, 0), 0);
+  EXPECT_TRUE(WaitUntil([this] { return view->GetSortingMethod() == kSortByName; }));
+}
+
+TEST_F(HistoryViewTest, TheIconsButtonIsCheckedWhileIconsAreShown) {
+  Create();
+  CreateToolbar();
+  for (const bool shown : {true, false}) {
+    SendMessageA(panel, WM_COMMAND, kCommandHistoryIcons, 0);
+    EXPECT_EQ(view->GetShowIcons(), shown);
+    EXPECT_EQ(SendMessageA(toolbar, TB_ISBUTTONCHECKED, kCommandHistoryIcons, 0) != 0, shown);
+  }
+}
+
+TEST_F(HistoryViewTest, TheMenuKeyOpensTheSortingMenuAndTheRightButtonDoesNot) {
+  Create();
+  Show();
+  SetForegroundWindow(panel);
+  Add("X:\\a.obj");
+  MenuVisitor menu{panel, {}, -1, nullptr, false};
+  visitor = &menu;
+  SetTimer(nullptr, 0, 20, VisitMenu);
+  SendMessageA(view->window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(view->window()), -1);
+  EXPECT_EQ(menu.texts.size(), 4u);
+  EXPECT_TRUE(WaitUntil([this] { return view->GetSortingMethod() == kSortByName; }));
+  menu.texts.clear();
+  // Would not come back while a menu is open.
+  SendMessageA(view->window(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(view->window()), MAKELPARAM(60, 60));
+  EXPECT_THAT(menu.texts, IsEmpty());
+  visitor = nullptr;
+}
+
+// What a screen reader reads of an owner-drawn list: its texts, and which row is selected.
+TEST_F(HistoryViewTest, RowsKeepTheirTextsForThoseWhoAskTheListBox) {
+  Create();
+  Add("X:\\folder\\one.obj");
+  Add("X:\\folder\\two.obj");
+  for (const bool showIcons : {true, false}) {
+    view->SetShowIcons(showIcons);
+    EXPECT_THAT(Rows(), testing::UnorderedElementsAre("one.obj", "two.obj"));
+  }
+  Send(WM_KEYDOWN, VK_DOWN);
+  EXPECT_EQ(Send(LB_GETCURSEL), 0);
+  EXPECT_EQ(Send(LB_GETCARETINDEX), 0);
+}
+
+TEST_F(HistoryViewTest, AnyNumberIsShownAndFiftyAreSaved) {
+  std::string text = "[HistoryList]\r\nNumEntries=3000\r\n";
+  for (int i = 0; i < 3000; ++i) {
+    const std::string number = std::to_string(i);
+    text += "d" + number + "=m" + number + ".obj\r\nf" + number + "=X:\\m" + number + ".obj\r\n";
+  }
+  folder.Put("history.dat", text);
+  Create();
+  EXPECT_EQ(Send(LB_GETCOUNT), 3000);
+  view.reset();
+  EXPECT_NE(folder.Get("history.dat").find("NumEntries=50\r\n"), std::string::npos);
+  EXPECT_EQ(folder.Get("history.bak"), text);
 }
 
 // How many pixels of the row's picture column are not the window's colour.
@@ -391,20 +482,12 @@ TEST_F(HistoryViewTest, APreviewOfTheSurroundingsIsShownInATallRow) {
   services.profilePath = [this] { return folder.profile(); };
   services.mainWindow = [this] { return panel; };
   int asked = 0;
-  services.preview = [&asked](const char*, int pixels) {
+  services.preview = [&asked](const HistoryEntry&, int pixels) {
     ++asked;
-    const HDC screen = GetDC(nullptr);
-    const HDC dc = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, pixels, pixels);
-    const HGDIOBJ previous = SelectObject(dc, bitmap);
-    const RECT all = {0, 0, pixels, pixels};
-    const HBRUSH brush = CreateSolidBrush(RGB(200, 10, 20));
-    FillRect(dc, &all, brush);
-    DeleteObject(brush);
-    SelectObject(dc, previous);
-    DeleteDC(dc);
-    ReleaseDC(nullptr, screen);
-    return bitmap;
+    preview::Preview red;
+    red.picture = {pixels, pixels, {}};
+    red.picture.pixels.assign(static_cast<std::size_t>(pixels * pixels), 0xFFC80A14);
+    return red;
   };
   view = CHistoryView::Create(panel, kViewId, services);
   view->SetShowIcons(true);

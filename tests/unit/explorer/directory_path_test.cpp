@@ -17,5 +17,14 @@ TEST(DirectoryPath, EverythingElseIsRelative) {
   }
 }
 
+TEST(NameOfPath, IsWhatStandsBehindTheLastSeparator) {
+  EXPECT_STREQ(NameOfPath("c:\\objects\\tree.obj"), "tree.obj");
+  EXPECT_STREQ(NameOfPath("c:/objects\\a/tree.obj"), "tree.obj");
+  EXPECT_STREQ(NameOfPath("c:tree.obj"), "tree.obj");
+  EXPECT_STREQ(NameOfPath("tree.obj"), "tree.obj");
+  EXPECT_STREQ(NameOfPath("c:\\objects\\"), "");
+  EXPECT_STREQ(NameOfPath(""), "");
+}
+
 }  // namespace
 }  // namespace file_explorer

@@ -126,8 +126,7 @@ TEST_F(FavoriteListTest, AMovePlacesTheSubtreeBySortingAgain) {
 }
 
 TEST_F(FavoriteListTest, ARefusedRecordIsTakenOffAgain) {
-  AddReference("x", root);
-  list.RemoveLast();
+  list.Remove(*AddReference("x", root));
   EXPECT_EQ(Shown(), "Favorites");
   EXPECT_EQ(list.FindByKey("key of x"), nullptr);
 }

@@ -84,8 +84,9 @@ class FakeFile final : public HistoryFile {
     return WriteText(key, text + digits);
   }
 
+  bool Exists() override { return content.has_value(); }
+  void RemoveBackup() override { backup.reset(); }
   bool MoveToBackup() override {
-    if (!content) return false;
     backup = std::exchange(content, std::nullopt);
     return true;
   }

@@ -7,6 +7,7 @@
 
 #include <cwchar>
 
+#include "workbench/app/main/format_viewers.h"
 #include "workbench/app/main/host_libraries.h"
 #include "workbench/app/ui/text_conversion.h"
 
@@ -169,6 +170,10 @@ void Workbench::UpdateStatus() {
 }
 
 bool Workbench::OpenDocument(const std::wstring& path) {
+  if (OpenWithViewer(FullPathOf(path))) {
+    main_->SetMessage(path);
+    return true;
+  }
   std::wstring error;
   const bool opened = documents_->Open(path, &error);
   main_->SetMessage(opened ? path : L"Not opened: " + path + L" - " + error);

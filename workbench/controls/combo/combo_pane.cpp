@@ -101,6 +101,8 @@ std::wstring ComboPane::TextOf(const Location& location) const {
 }
 
 int ComboPane::IconOf(const Location& location) {
+  if (location.InArchive() && !location.IsInsideArchive())
+    return types_.IconOf(types_.TypeOf(location.Name(), false));
   if (location.IsFileSystem() && !IsRootPath(location.path())) return types_.IconOf(TypeCache::kFolder);
   return IconOfPidl(location.pidl());
 }
@@ -144,7 +146,8 @@ std::vector<ComboPane::Place> ComboPane::Places() const {
   bool chainListed = false;
   const auto listChain = [&] {
     for (size_t i = 1; i < chain.size(); ++i) {
-      places.push_back({Location::FromPath(chain[i]), driveIndent + static_cast<int>(i)});
+      places.push_back(
+          {Location::FromPath(chain[i], current_.archiveLength()), driveIndent + static_cast<int>(i)});
     }
     chainListed = true;
   };

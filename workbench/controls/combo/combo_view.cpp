@@ -3,6 +3,7 @@
 #include "workbench/controls/com/event_arguments.h"
 #include "workbench/controls/model/display_text.h"
 #include "workbench/controls/model/path_logic.h"
+#include "workbench/controls/shell/archive_file.h"
 #include "workbench/controls/shell/display_format.h"
 
 namespace controls {
@@ -168,6 +169,9 @@ void ComboView::OnTextEntered(const std::wstring& typed) {
     return Refuse(typed,
                   L"Type a whole path, beginning with a drive (C:\\) or a server (\\\\server\\share).");
   }
+  // Whether archives are folders, and what stands in them, the list knows.
+  if (const size_t archive = ArchiveLengthOnDisk(path))
+    return OnPlaceChosen(Location::FromPath(path, archive));
   const DWORD attributes = GetFileAttributesW(ExtendedPath(path).c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     const DWORD error = GetLastError();

@@ -48,6 +48,10 @@ HRESULT FileView::OpenRow(const Listing& from, ItemId id) {
     return S_OK;
   }
   const Location file = from.LocationOf(id);
+  if (file.InArchive()) {
+    ShowError(L"\u201C" + file.Name() + L"\u201D lies in an archive and cannot be opened from there.");
+    return S_OK;
+  }
   OpenFile(file.path(), file.pidl());
   return S_OK;
 }
@@ -155,7 +159,7 @@ bool FileView::OnKey(UINT key, bool control, bool shift) {
 
 bool FileView::MayRename(int row) {
   const ItemId id = IdOfRow(row);
-  return id != kNoItem && options_.inPlaceRename && !listing().IsVirtual();
+  return id != kNoItem && options_.inPlaceRename && listing().IsChangeable();
 }
 
 void FileView::OnRenamed(int row, const std::wstring& name) {
@@ -194,13 +198,14 @@ std::vector<std::wstring> FileView::SelectedPaths() const {
 }
 
 void FileView::CopySelection(bool cut) {
+  if (listing().folder.InArchive()) return ShowError(L"Items of an archive cannot be cut or copied.");
   const std::vector<std::wstring> paths = SelectedPaths();
   if (paths.empty()) return;
   if (!PutOnClipboard(pane_.hwnd(), paths, cut)) ShowError(L"The clipboard is in use by another program.");
 }
 
 void FileView::Paste() {
-  if (listing().IsVirtual()) return ShowError(L"Files cannot be pasted here.");
+  if (!listing().IsChangeable()) return ShowError(L"Files cannot be pasted here.");
   const OperationResult result = PasteInto(GetAncestor(pane_.hwnd(), GA_ROOT), listing().folder.path());
   if (!result.error.empty()) ShowError(result.error);
 }
@@ -208,7 +213,7 @@ void FileView::Paste() {
 void FileView::DeleteSelection(bool permanently) {
   const std::vector<std::wstring> paths = SelectedPaths();
   if (paths.empty()) return;
-  if (listing().IsVirtual()) return ShowError(L"These items cannot be deleted here.");
+  if (!listing().IsChangeable()) return ShowError(L"These items cannot be deleted here.");
   const OperationResult result = DeleteFiles(GetAncestor(pane_.hwnd(), GA_ROOT), paths, permanently);
   if (!result.error.empty()) ShowError(result.error);
 }
@@ -236,7 +241,7 @@ HRESULT FileView::Execute(long command, bool onSelection) {
 
 bool FileView::CreateNewFolder(bool edit) {
   if (!pane_.list()) return false;
-  if (listing().IsVirtual()) {
+  if (!listing().IsChangeable()) {
     ShowError(L"A folder cannot be made here.");
     return false;
   }
@@ -297,7 +302,7 @@ bool AddShellMenu(ItemMenu& menu, HWND owner, const Listing& listing, const std:
   LPCITEMIDLIST child = nullptr;
   if (FAILED(SHBindToParent(owned.front().get(), IID_IShellFolder, folder.put_void(), &child))) return false;
   return menu.AddShellEntries(owner, *folder.get(), static_cast<UINT>(children.size()), children.data(),
-                              !listing.IsVirtual());
+                              listing.IsChangeable());
 }
 
 void AddPlainItemMenu(ItemMenu& menu, bool changeable) {
@@ -325,7 +330,7 @@ void AddBackgroundMenu(ItemMenu& menu, bool changeable) {
 void FileView::RunMenu(int row, POINT point) {
   ItemMenu menu;
   const std::shared_ptr<Listing> rows = model_.shown();
-  const bool changeable = !rows->IsVirtual();
+  const bool changeable = rows->IsChangeable();
   if (row < 0) {
     AddBackgroundMenu(menu, changeable);
   } else {

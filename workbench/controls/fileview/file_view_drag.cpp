@@ -11,6 +11,7 @@ void FileView::OnDrag(bool rightButton) {
   if (!switches_.dragAndDrop) return;
   const ComRef<IOleObject> self(this);
   ClearError();
+  if (listing().folder.InArchive()) return ShowError(L"Items of an archive cannot be dragged.");
   const std::vector<std::wstring> paths = SelectedPaths();
   if (static_cast<int>(paths.size()) != pane_.SelectedCount()) {
     return ShowError(L"Items that are not files on a disk cannot be dragged.");
@@ -30,6 +31,7 @@ bool FileView::IsDropRow(int row) const {
 }
 
 std::wstring FileView::DropFolderAt(POINT screen) {
+  if (listing().folder.InArchive()) return {};
   const int row = pane_.RowAt(screen);
   if (IsDropRow(row)) return listing().PathOf(IdOfRow(row));
   return listing().IsVirtual() ? std::wstring() : listing().folder.path();

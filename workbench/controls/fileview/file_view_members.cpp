@@ -34,7 +34,7 @@ DispatchTable FileView::Members() {
       {17, L"ShowFolders", kGet, 0, CallMember<T, &T::GetSwitch<&S::folders>>},
       {17, L"ShowFolders", kPut, 1, CallMember<T, &T::PutFolders>},
       {19, L"ZipFolders", kGet, 0, CallMember<T, &T::GetSwitch<&S::zipFolders>>},
-      {19, L"ZipFolders", kPut, 1, CallMember<T, &T::PutSwitch<&S::zipFolders>>},
+      {19, L"ZipFolders", kPut, 1, CallMember<T, &T::PutZipFolders>},
       {21, L"FolderPidl", kGet, 0, CallMember<T, &T::GetFolder>},
       {21, L"FolderPidl", kPut, 1, CallMember<T, &T::PutFolder>},
       {22, L"InfoTips", kGet, 0, CallMember<T, &T::GetOption<&O::infoTips>>},
@@ -69,6 +69,15 @@ HRESULT FileView::PutFilterSwitch(Call& call, bool& value) {
   const HRESULT result = call.Bool(0, value);
   if (SUCCEEDED(result) && value != before) model_.Refresh();
   return result;
+}
+
+HRESULT FileView::PutZipFolders(Call& call) {
+  const HRESULT result = call.Bool(0, switches_.zipFolders);
+  if (FAILED(result)) return result;
+  model_.SetZipFolders(switches_.zipFolders);
+  // Archives are files from now on, and files cannot be looked into.
+  if (!switches_.zipFolders && listing().folder.InArchive()) Navigate(listing().folder.Holder());
+  return S_OK;
 }
 
 HRESULT FileView::GetView(Call& call) {
@@ -115,7 +124,9 @@ HRESULT FileView::PutThumbnailQuality(Call& call) {
   const HRESULT result = call.Long(0, value);
   if (FAILED(result)) return result;
   if (value < 0 || value > 2) return E_INVALIDARG;
+  static constexpr int kPixels[] = {64, 96, 128};
   thumbnailQuality_ = value;
+  pane_.SetThumbnailSize(kPixels[value]);
   return S_OK;
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "workbench/controls/fileview/virtual_folder.h"
+#include "workbench/controls/model/display_text.h"
+#include "workbench/controls/model/natural_compare.h"
 #include "workbench/controls/model/path_logic.h"
 #include "workbench/controls/shell/item_object.h"
 
@@ -24,12 +26,16 @@ std::wstring Listing::PathOf(ItemId id) const {
 
 Location Listing::LocationOf(ItemId id) const {
   if (id < entries.size()) return Location::FromPidl(entries[id].pidl.get());
-  return Location::FromPath(PathOf(id));
+  return Location::FromPath(PathOf(id), folder.archiveLength());
 }
 
 ULONG Listing::AttributesOf(ItemId id) const {
-  if (id < entries.size()) return entries[id].attributes;
-  return ShellAttributes(store.at(id).attributes, store.name(id));
+  const ItemRecord& record = store.at(id);
+  if (folder.InArchive()) return ArchiveItemAttributes(record.attributes);
+  if (id >= entries.size()) return ShellAttributes(record.attributes, store.name(id), zipFolders);
+  const bool isFile = (entries[id].attributes & (SFGAO_FILESYSTEM | SFGAO_FOLDER)) == SFGAO_FILESYSTEM;
+  const bool isArchive = isFile && zipFolders && EqualsIgnoringCase(ExtensionOf(entries[id].path), L"zip");
+  return entries[id].attributes | (isArchive ? SFGAO_FOLDER | SFGAO_STREAM : 0u);
 }
 
 void FolderModel::SetWindow(HWND window) {
@@ -84,11 +90,12 @@ void FolderModel::StartReading(const Location& folder, bool refresh) {
   mergePause_ = 0;
   filling_ = std::make_shared<Listing>();
   filling_->folder = folder;
+  filling_->zipFolders = zipFolders_;
   if (!folder.IsFileSystem()) {
     OpenVirtual(folder, refresh);
     return;
   }
-  reader_.Start(folder.path(), false, window_, kReaderMessage);
+  reader_.Start(folder.path(), false, window_, kReaderMessage, {zipFolders_, shown_->archive});
   reader_.WaitUntilOpened(kOpenWaitMs);
   if (reader_.progress() != FolderReader::Progress::kOpening) OnReaderMessage();
 }
@@ -113,6 +120,27 @@ void FolderModel::OpenVirtual(const Location& folder, bool) {
   FinishFilling();
 }
 
+// What the reader found the path to be.
+void FolderModel::TakeArchive() {
+  const size_t length = reader_.archiveLength();
+  filling_->archive = reader_.archive();
+  if (length != filling_->folder.archiveLength()) {
+    filling_->folder = Location::FromPath(filling_->folder.path(), length);
+  }
+}
+
+// Changes of an archive are changes in the folder that holds it.
+void FolderModel::Watch() {
+  const Location& folder = shown_->folder;
+  if (folder.IsFileSystem()) watcher_.Start(folder.Holder().path(), window_, kWatcherMessage);
+}
+
+void FolderModel::SetZipFolders(bool zipFolders) {
+  zipFolders_ = zipFolders;
+  shown_->zipFolders = zipFolders;
+  if (filling_) filling_->zipFolders = zipFolders;
+}
+
 // The folder can be read: from now on it is the one that is shown. False when an event handler went
 // elsewhere.
 bool FolderModel::CommitOpened() {
@@ -121,7 +149,7 @@ bool FolderModel::CommitOpened() {
   watcher_.Stop();
   shown_ = mine;
   sortedByContainer_ = false;
-  if (shown_->folder.IsFileSystem()) watcher_.Start(shown_->folder.path(), window_, kWatcherMessage);
+  Watch();
   events_.FolderOpened();
   return filling_ == mine;
 }
@@ -133,14 +161,17 @@ void FolderModel::Fail() {
   StopTimer();
   const bool wasOpen = opened_ && !refreshing_;
   filling_.reset();
-  if (refreshing_ && (error == ERROR_PATH_NOT_FOUND || error == ERROR_FILE_NOT_FOUND)) {
-    // The folder that is shown has gone: its rows go too.
+  const bool gone = error == ERROR_PATH_NOT_FOUND || error == ERROR_FILE_NOT_FOUND || IsArchiveError(error);
+  if (refreshing_ && gone) {
+    // The folder that is shown has gone, or its archive is none any more: its rows go too.
     events_.RowsAboutToChange(false);
     shown_->rows.Clear();
     events_.RowsChanged(false);
   }
   if (wasOpen) events_.FillFinished();
   events_.FolderFailed(folder, error);
+  // An archive that is being written can be read when its writer is done.
+  if (refreshing_ && readAgain_ && !filling_) Refresh();
 }
 
 void FolderModel::OnReaderMessage() {
@@ -149,7 +180,8 @@ void FolderModel::OnReaderMessage() {
   if (!opened_) {
     const FolderReader::Progress progress = reader_.progress();
     if (progress == FolderReader::Progress::kOpening) return;
-    if (progress == FolderReader::Progress::kFailed) return Fail();
+    if (progress == FolderReader::Progress::kFailed && !reader_.opened()) return Fail();
+    TakeArchive();
     if (refreshing_) {
       opened_ = true;
     } else if (!CommitOpened()) {
@@ -162,6 +194,8 @@ void FolderModel::OnReaderMessage() {
 
 void FolderModel::OnSliceTimer() {
   if (!filling_ || !opened_) return StopTimer();
+  // Set again before the work, the timer is due when the work is done.
+  SetTimer(window_, kSliceTimer, USER_TIMER_MINIMUM, nullptr);
   const std::shared_ptr<Listing> mine = filling_;
   const ULONGLONG start = GetTickCount64();
   const FolderReader::Progress progress = reader_.progress();  // before the batches: none comes after the end
@@ -248,6 +282,15 @@ void FolderModel::FinishFilling() {
 void FolderModel::OnWatcherMessage() {
   ChangeSet set;
   if (!watcher_.Take(set)) return;
+  if (shown_->folder.InArchive()) {
+    if (!ArchiveChanged(set)) return;
+    if (filling_) {
+      readAgain_ = true;
+    } else {
+      Refresh();
+    }
+    return;
+  }
   if (set.tooMany || set.ended || refreshing_) {
     if (filling_) {
       readAgain_ = true;
@@ -257,6 +300,14 @@ void FolderModel::OnWatcherMessage() {
     if (!refreshing_ || set.changes.empty()) return;
   }
   ApplyChanges(set);
+}
+
+bool FolderModel::ArchiveChanged(const ChangeSet& set) const {
+  if (set.tooMany || set.ended) return true;
+  const Location archive = shown_->folder.Archive();
+  const std::wstring_view name = NameOfPath(archive.path());
+  return std::any_of(set.changes.begin(), set.changes.end(),
+                     [&](const ItemChange& change) { return EqualsIgnoringCase(change.name, name); });
 }
 
 void FolderModel::ApplyChanges(const ChangeSet& set) {

@@ -31,8 +31,12 @@ struct Listing {
   ItemStore store;
   std::vector<VirtualEntry> entries;  // by item, in virtual folders only
   RowOrder rows;
+  ArchivePointer archive;   // that the folder lies in or is; null when it cannot be read
+  bool zipFolders = false;  // archives in this folder count as folders
 
   bool IsVirtual() const { return !folder.IsFileSystem(); }
+  // Files can be put here, renamed and deleted.
+  bool IsChangeable() const { return folder.IsFileSystem() && !folder.InArchive(); }
   bool IsFolder(ItemId id) const { return store.IsFolder(id); }
   std::wstring PathOf(ItemId id) const;
   Location LocationOf(ItemId id) const;
@@ -84,6 +88,9 @@ class FolderModel {
   void OnWatcherMessage();
   void OnSliceTimer();
 
+  // Whether ZIP archives can be opened as folders; what is shown follows.
+  void SetZipFolders(bool zipFolders);
+
   const std::shared_ptr<Listing>& shown() const { return shown_; }
   const RowOrder& rows() const { return shown_->rows; }
   bool reading() const { return filling_ != nullptr; }
@@ -104,12 +111,15 @@ class FolderModel {
  private:
   void StartReading(const Location& folder, bool refresh);
   void OpenVirtual(const Location& folder, bool refresh);
+  void TakeArchive();
   bool CommitOpened();
+  void Watch();
   void Fail();
   bool FillUntil(ULONGLONG deadline);
   void AddEntry(std::wstring_view name, const ItemFacts& facts);
   void MergeAdded(bool last);
   void FinishFilling();
+  bool ArchiveChanged(const ChangeSet& set) const;
   void ApplyChanges(const ChangeSet& set);
   OwnOrder Order(const Listing& listing);
   void StartTimer();
@@ -121,6 +131,7 @@ class FolderModel {
   std::vector<uint32_t> typeRanks_;
   SortRule rule_;
   bool sortedByContainer_ = false;
+  bool zipFolders_ = true;
 
   std::shared_ptr<Listing> shown_;
   std::shared_ptr<Listing> filling_;  // null when nothing is read; the shown one while a new folder fills

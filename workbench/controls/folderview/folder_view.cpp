@@ -74,7 +74,7 @@ HWND FolderView::CreateControlWindow(HWND parent, const RECT& rect) {
   pane_.SetDragging(dragAndDrop_);
   drops_.Register(pane_.tree(), *this);
   pane_.SetFont(font_.handle());
-  if (!current_.empty()) pane_.SelectLocation(current_);
+  if (!current_.empty()) pane_.SelectLocation(current_.Holder());
   return pane_.hwnd();
 }
 
@@ -107,11 +107,11 @@ STDMETHODIMP FolderView::TellLocation(ILocationSink* sink) {
   });
 }
 
-STDMETHODIMP FolderView::GoTo(const wchar_t* path, const ITEMIDLIST* pidl) {
+STDMETHODIMP FolderView::GoTo(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) {
   return Guarded([&] {
     if (closed()) return E_UNEXPECTED;
     const ComRef<IOleObject> self(this);
-    const Location location = LocationFromCall(path, pidl);
+    const Location location = LocationFromCall(path, pidl, archiveLength);
     if (location.empty()) return E_INVALIDARG;
     if (!fileView_.GoTo(location)) Arrive(location);
     return S_OK;
@@ -140,7 +140,8 @@ void FolderView::Arrive(const Location& location) {
   const ComRef<IOleObject> self(this);
   const bool moved = !(location == current_);
   current_ = location;
-  pane_.SelectLocation(location);
+  // The tree shows folders on disk: inside an archive it stays on the folder that holds it.
+  pane_.SelectLocation(location.Holder());
   followers_.Announce(location);
   if (!moved || eventsFrozen()) return;
   const ComRef<IDispatch> item = ItemOf(location);
@@ -154,6 +155,12 @@ void FolderView::OnNodeSelected(const Location& location) {
   if (location == current_) return;
   // The file view answers by telling its place: the new one, or the old one when the folder cannot be opened.
   if (!fileView_.GoTo(location)) Arrive(location);
+}
+
+// The selected node says nothing new, but the list may be in an archive of its folder: then it comes back.
+void FolderView::OnNodeClicked(const Location& location) {
+  const ComRef<IOleObject> self(this);
+  if (current_.InArchive() && location == current_.Holder()) OnNodeSelected(location);
 }
 
 ComRef<IDispatch> FolderView::ItemOf(const Location& location) {
@@ -262,6 +269,9 @@ void FolderView::Report(const std::wstring& text) {
 bool FolderView::OnTreeKey(UINT key) {
   const ComRef<IOleObject> self(this);
   switch (key) {
+    case VK_RETURN:
+      OnNodeClicked(pane_.selected());
+      return true;
     case VK_F2:
       pane_.EditSelected();
       return true;

@@ -18,7 +18,7 @@ class FolderView : public OleControl, public ILocationPeer, public TreePaneOwner
   // ILocationPeer: the tree passes a wish on to the file view that it is linked to and follows what comes of
   // it.
   STDMETHODIMP TellLocation(ILocationSink* sink) override;
-  STDMETHODIMP GoTo(const wchar_t* path, const ITEMIDLIST* pidl) override;
+  STDMETHODIMP GoTo(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) override;
   STDMETHODIMP AdviseLocation(ILocationSink* sink) override;
   STDMETHODIMP UnadviseLocation(ILocationSink* sink) override;
 
@@ -47,6 +47,7 @@ class FolderView : public OleControl, public ILocationPeer, public TreePaneOwner
 
   // TreePaneOwner
   void OnNodeSelected(const Location& location) override;
+  void OnNodeClicked(const Location& location) override;
   void OnFileOpened(const Location& location) override;
   void OnNodeGone(const Location& location) override;
   void OnTreeContextMenu(const Location& location, bool isFile, POINT screen) override;

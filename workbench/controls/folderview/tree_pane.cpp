@@ -375,6 +375,7 @@ LRESULT TreePane::OnNotify(NMHDR* header) {
       {static_cast<UINT>(TVN_ENDLABELEDITW), &TreePane::OnEndLabelEdit},
       {static_cast<UINT>(TVN_KEYDOWN), &TreePane::OnKeyDown},
       {static_cast<UINT>(NM_SETFOCUS), &TreePane::OnSetFocus},
+      {static_cast<UINT>(NM_CLICK), &TreePane::OnClick},
       {static_cast<UINT>(NM_RCLICK), &TreePane::OnRightClick},
   };
   if (!tree_ || header->hwndFrom != tree_) return 0;
@@ -512,6 +513,18 @@ LRESULT TreePane::OnKeyDown(NMHDR* header) {
 
 LRESULT TreePane::OnSetFocus(NMHDR*) {
   owner_.OnTreeFocus();
+  return 0;
+}
+
+LRESULT TreePane::OnClick(NMHDR*) {
+  TVHITTESTINFO hit = {};
+  const DWORD position = GetMessagePos();
+  hit.pt = {GET_X_LPARAM(position), GET_Y_LPARAM(position)};
+  ScreenToClient(tree_, &hit.pt);
+  SendMessageW(tree_, TVM_HITTEST, 0, reinterpret_cast<LPARAM>(&hit));
+  const Location location = selected();
+  const Node* node = hit.flags & TVHT_ONITEM ? NodeOf(hit.hItem) : nullptr;
+  if (node && node->location == location) owner_.OnNodeClicked(location);
   return 0;
 }
 

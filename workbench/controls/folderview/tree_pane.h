@@ -23,6 +23,8 @@ class TreePaneOwner {
  public:
   // The user moved to another node: its folder, or the one that a file lies in.
   virtual void OnNodeSelected(const Location& location) = 0;
+  // The user clicked on the node that is selected already.
+  virtual void OnNodeClicked(const Location& location) = 0;
   // The user opened a file by a double click or Enter.
   virtual void OnFileOpened(const Location& location) = 0;
   // The folder or file of a node does not exist any more; the node has gone.
@@ -181,6 +183,7 @@ class TreePane : public WindowBase {
   LRESULT OnEndLabelEdit(NMHDR* header);
   LRESULT OnKeyDown(NMHDR* header);
   LRESULT OnSetFocus(NMHDR* header);
+  LRESULT OnClick(NMHDR* header);
   LRESULT OnRightClick(NMHDR* header);
   void OnContext(LPARAM lParam);
 

@@ -76,6 +76,14 @@ std::wstring FolderErrorText(uint32_t error, std::wstring_view path, std::wstrin
       return L"The path " + quoted + L" is too long.";
     case 267:  // not a directory
       return quoted + L" is not a folder.";
+    case kErrorNoArchive:
+      return quoted + L" is no ZIP archive, or a part of it is missing.";
+    case kErrorArchiveDamaged:
+      return quoted + L" is damaged: its list of contents cannot be read.";
+    case kErrorArchiveSplit:
+      return quoted + L" is one of several parts of an archive, which cannot be shown.";
+    case kErrorArchiveTooLarge:
+      return quoted + L" has too many entries to be shown.";
     default:
       break;
   }

@@ -30,6 +30,15 @@ struct StatusFacts {
 // The status line of a folder: "1,204 items", "1,204 items, 3 selected, 12.5 KB", "1,204 items, reading...".
 std::wstring StatusText(const StatusFacts& facts);
 
+// Why an archive cannot be shown, beside the system's own error codes (none of which has this bit).
+inline constexpr uint32_t kErrorNoArchive = 0x20000001;
+inline constexpr uint32_t kErrorArchiveDamaged = 0x20000002;
+inline constexpr uint32_t kErrorArchiveSplit = 0x20000003;
+inline constexpr uint32_t kErrorArchiveTooLarge = 0x20000004;
+inline constexpr bool IsArchiveError(uint32_t error) {
+  return (error & 0x20000000) != 0;
+}
+
 // Why a folder could not be opened, as a sentence for the status line. systemText is the system's own
 // wording, used for error codes that have no sentence here; it may be empty.
 std::wstring FolderErrorText(uint32_t error, std::wstring_view path, std::wstring_view systemText);

@@ -33,6 +33,9 @@ inline constexpr uint32_t kAttributeHidden = 0x2;
 inline constexpr uint32_t kAttributeSystem = 0x4;
 inline constexpr uint32_t kAttributeDirectory = 0x10;
 
+// Beside the platform's bits: the contents of an archive's entry cannot be where the archive says.
+inline constexpr uint32_t kAttributeDamaged = 0x80000000;
+
 inline constexpr uint16_t kItemLeftOut = 1;  // the container's filter keeps it out of the view
 inline constexpr uint16_t kItemGone = 2;     // deleted or renamed on disk
 inline constexpr uint16_t kItemHasSortKey = 4;

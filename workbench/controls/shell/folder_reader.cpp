@@ -3,6 +3,7 @@
 #include <atomic>
 #include <mutex>
 
+#include "workbench/controls/model/display_text.h"
 #include "workbench/controls/model/path_logic.h"
 #include "workbench/controls/shell/worker.h"
 
@@ -39,20 +40,31 @@ ItemFacts FactsOf(const WIN32_FIND_DATAW& data) {
 }
 
 struct FolderReader::State {
-  State(std::wstring folder, bool only, HWND window, UINT message)
-      : path(std::move(folder)), foldersOnly(only), wakeUp(window, message) {}
+  State(std::wstring folder, bool only, HWND window, UINT message, const ArchiveWish& wish)
+      : path(std::move(folder)), foldersOnly(only), archives(wish), wakeUp(window, message) {}
   ~State() { CloseHandle(opened); }
 
   const std::wstring path;
   const bool foldersOnly;
+  const ArchiveWish archives;
   WakeUp wakeUp;
   HANDLE opened = CreateEventW(nullptr, TRUE, FALSE, nullptr);
   std::atomic<bool> cancelled{false};
   std::atomic<Progress> progress{Progress::kOpening};
   std::atomic<DWORD> error{0};
+  std::atomic<bool> wasOpened{false};
+  // Written before wasOpened.
+  size_t archiveLength = 0;
+  ArchivePointer archive;
   std::mutex mutex;
   std::deque<ItemBatch> batches;
 
+  void Opened() {
+    wasOpened = true;
+    progress = Progress::kReading;
+    SetEvent(opened);
+    wakeUp.Post();
+  }
   void Finish(Progress how, DWORD code) {
     error = code;
     progress = how;
@@ -70,9 +82,10 @@ struct FolderReader::State {
   }
 };
 
-void FolderReader::Start(const std::wstring& path, bool foldersOnly, HWND window, UINT message) {
+void FolderReader::Start(const std::wstring& path, bool foldersOnly, HWND window, UINT message,
+                         const ArchiveWish& archives) {
   Cancel();
-  state_ = std::make_shared<State>(path, foldersOnly, window, message);
+  state_ = std::make_shared<State>(path, foldersOnly, window, message, archives);
   const bool started = StartWorker([state = state_] {
     try {
       Read(state);
@@ -91,14 +104,13 @@ void FolderReader::Read(const std::shared_ptr<State>& state) {
                                        nullptr, FIND_FIRST_EX_LARGE_FETCH);
   if (find == INVALID_HANDLE_VALUE) {
     const DWORD error = GetLastError();
+    if (state->archives.asFolders && ReadArchive(state)) return;
     // The root of an empty drive has not even the entry of itself.
     const bool emptyRoot = error == ERROR_FILE_NOT_FOUND && IsRootPath(state->path);
     state->Finish(emptyRoot ? Progress::kFinished : Progress::kFailed, error);
     return;
   }
-  state->progress = Progress::kReading;
-  SetEvent(state->opened);
-  state->wakeUp.Post();
+  state->Opened();
   ItemBatch batch;
   size_t limit = kFirstBatch;
   do {
@@ -114,6 +126,45 @@ void FolderReader::Read(const std::shared_ptr<State>& state) {
   state->Deliver(batch);
   const bool complete = error == 0 || error == ERROR_NO_MORE_FILES;
   state->Finish(complete ? Progress::kFinished : Progress::kFailed, complete ? 0 : error);
+}
+
+// On the worker thread. False when the path leads into no archive.
+bool FolderReader::ReadArchive(const std::shared_ptr<State>& state) {
+  const size_t length = ArchiveLengthOnDisk(state->path);
+  if (length == 0) return false;
+  const ArchiveReading reading = OpenArchive(state->path.substr(0, length), state->archives.known,
+                                             [&] { return state->cancelled.load(); });
+  if (reading.error != 0 && !IsArchiveError(reading.error)) {
+    state->Finish(Progress::kFailed, reading.error);
+    return true;
+  }
+  state->archiveLength = length;
+  state->archive = reading.archive;
+  if (!reading.archive) {
+    state->Opened();
+    state->Finish(Progress::kFailed, reading.error);
+    return true;
+  }
+  const ArchiveTree& tree = reading.archive->tree;
+  const NodeId folder = tree.Find(std::wstring_view(state->path).substr(length));
+  if (folder == kNoNode || !tree.at(folder).folder) {
+    state->Finish(Progress::kFailed, ERROR_PATH_NOT_FOUND);
+    return true;
+  }
+  state->Opened();
+  ItemBatch batch;
+  size_t limit = kFirstBatch;
+  for (NodeId id = tree.at(folder).firstChild; id != kNoNode && !state->cancelled;
+       id = tree.at(id).nextSibling) {
+    if (state->foldersOnly && !tree.at(id).folder) continue;
+    batch.Add(tree.name(id), FactsOfNode(tree.at(id)));
+    if (batch.entries.size() < limit) continue;
+    state->Deliver(batch);
+    limit = kLaterBatch;
+  }
+  state->Deliver(batch);
+  state->Finish(Progress::kFinished, 0);
+  return true;
 }
 
 void FolderReader::Cancel() {
@@ -137,6 +188,18 @@ FolderReader::Progress FolderReader::progress() const {
 
 DWORD FolderReader::error() const {
   return state_ ? state_->error.load() : 0;
+}
+
+bool FolderReader::opened() const {
+  return state_ && state_->wasOpened;
+}
+
+size_t FolderReader::archiveLength() const {
+  return opened() ? state_->archiveLength : 0;
+}
+
+ArchivePointer FolderReader::archive() const {
+  return opened() ? state_->archive : nullptr;
 }
 
 bool FolderReader::TakeBatch(ItemBatch& batch) {

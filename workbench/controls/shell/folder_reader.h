@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "workbench/controls/model/item_store.h"
+#include "workbench/controls/shell/archive_file.h"
 
 namespace controls {
 
@@ -31,6 +32,12 @@ struct ItemBatch {
 
 ItemFacts FactsOf(const WIN32_FIND_DATAW& data);
 
+// How a reading treats ZIP archives.
+struct ArchiveWish {
+  bool asFolders = false;
+  ArchivePointer known;  // used again when it is the archive that path leads into and its file did not change
+};
+
 // One reading of one folder. All functions are for the window's thread.
 class FolderReader {
  public:
@@ -43,7 +50,8 @@ class FolderReader {
 
   // Starts reading path; window gets message (posted) whenever there is something new. A reading that runs is
   // cancelled.
-  void Start(const std::wstring& path, bool foldersOnly, HWND window, UINT message);
+  void Start(const std::wstring& path, bool foldersOnly, HWND window, UINT message,
+             const ArchiveWish& archives = {});
   // Ends the reading; no message comes after it. Never waits for the disk.
   void Cancel();
   bool active() const { return state_ != nullptr; }
@@ -56,12 +64,19 @@ class FolderReader {
   // kFinished and kFailed may be seen while batches are still waiting.
   Progress progress() const;
   DWORD error() const;  // why it failed
+  // The folder could be opened, whatever happened then.
+  bool opened() const;
+  // After it was opened: how many characters of the path name the archive that it leads into, 0 when it is a
+  // folder on disk; and what stands in the archive, null when that cannot be read.
+  size_t archiveLength() const;
+  ArchivePointer archive() const;
   // The next batch; false when none is waiting now.
   bool TakeBatch(ItemBatch& batch);
 
  private:
   struct State;
   static void Read(const std::shared_ptr<State>& state);
+  static bool ReadArchive(const std::shared_ptr<State>& state);
   std::shared_ptr<State> state_;
 };
 

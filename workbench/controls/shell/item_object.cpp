@@ -104,23 +104,36 @@ HRESULT ItemObject::GetPidl(Call& call) {
   return call.ReturnAddress(Pidl());
 }
 
-ULONG ShellAttributes(uint32_t fileAttributes, std::wstring_view name) {
+ULONG ShellAttributes(uint32_t fileAttributes, std::wstring_view name, bool zipFolders) {
   ULONG attributes =
       SFGAO_FILESYSTEM | SFGAO_CANCOPY | SFGAO_CANMOVE | SFGAO_CANRENAME | SFGAO_CANDELETE | SFGAO_CANLINK;
   if (fileAttributes & kAttributeDirectory) {
     attributes |= SFGAO_FOLDER | SFGAO_FILESYSANCESTOR;
-  } else if (EqualsIgnoringCase(ExtensionOf(name), L"lnk")) {
-    attributes |= SFGAO_LINK;
+  } else {
+    const std::wstring_view extension = ExtensionOf(name);
+    if (EqualsIgnoringCase(extension, L"lnk")) attributes |= SFGAO_LINK;
+    if (zipFolders && EqualsIgnoringCase(extension, L"zip")) attributes |= SFGAO_FOLDER | SFGAO_STREAM;
   }
   if (fileAttributes & kAttributeHidden) attributes |= SFGAO_GHOSTED | SFGAO_HIDDEN;
   if (fileAttributes & FILE_ATTRIBUTE_READONLY) attributes |= SFGAO_READONLY;
   return attributes;
 }
 
+ULONG ArchiveItemAttributes(uint32_t fileAttributes) {
+  ULONG attributes = SFGAO_READONLY;
+  if (fileAttributes & kAttributeDirectory) attributes |= SFGAO_FOLDER;
+  if (fileAttributes & kAttributeHidden) attributes |= SFGAO_GHOSTED | SFGAO_HIDDEN;
+  return attributes;
+}
+
 ULONG LocationItem::Attributes(ULONG mask) const {
   if (location_.empty()) return 0;
+  if (location_.IsInsideArchive())
+    return (ArchiveItemAttributes(kAttributeDirectory) | SFGAO_HASSUBFOLDER) & mask;
+  if (location_.InArchive()) return (ShellAttributes(0, location_.Name(), true) | SFGAO_HASSUBFOLDER) & mask;
   if (location_.IsFileSystem()) {
-    const ULONG attributes = ShellAttributes(kAttributeDirectory, location_.Name()) | SFGAO_HASSUBFOLDER;
+    const ULONG attributes =
+        ShellAttributes(kAttributeDirectory, location_.Name(), false) | SFGAO_HASSUBFOLDER;
     return attributes & mask;
   }
   return (SFGAO_FOLDER | SFGAO_HASSUBFOLDER | SFGAO_FILESYSANCESTOR) & mask;

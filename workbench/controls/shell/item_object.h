@@ -54,8 +54,11 @@ class ItemObject : public IDispatch {
   HRESULT GetPidl(Call& call);
 };
 
-// Attribute bits of a file-system item, from what enumeration gave.
-ULONG ShellAttributes(uint32_t fileAttributes, std::wstring_view name);
+// Attribute bits of a file-system item, from what enumeration gave. zipFolders: ZIP archives count as
+// folders.
+ULONG ShellAttributes(uint32_t fileAttributes, std::wstring_view name, bool zipFolders);
+// Attribute bits of an item inside an archive, which is on no file system and cannot be changed.
+ULONG ArchiveItemAttributes(uint32_t fileAttributes);
 
 // A folder by itself: a node of the tree, the current folder of a view. An empty location makes the item of
 // "nothing", whose texts are empty.

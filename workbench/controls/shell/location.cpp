@@ -18,8 +18,9 @@ bool SamePidl(const ITEMIDLIST* first, const ITEMIDLIST* second) {
 
 }  // namespace
 
-Location Location::FromPath(std::wstring path) {
+Location Location::FromPath(std::wstring path, size_t archiveLength) {
   Location location;
+  location.archiveLength_ = archiveLength <= path.size() ? archiveLength : 0;
   location.path_ = std::move(path);
   return location;
 }
@@ -56,7 +57,7 @@ bool Location::IsComputer() const {
 const ITEMIDLIST* Location::pidl() const {
   if (!pidlTried_) {
     pidlTried_ = true;
-    pidl_ = SharedPidl(PidlFromPath(path_));
+    if (!IsInsideArchive()) pidl_ = SharedPidl(PidlFromPath(path_));
   }
   return pidl_.get();
 }
@@ -69,11 +70,15 @@ std::wstring Location::Name() const {
   return path_.empty() ? DisplayNameOf(pidl_.get()) : std::wstring(NameOfPath(path_));
 }
 
+Location Location::Archive() const {
+  return InArchive() ? FromPath(path_.substr(0, archiveLength_), archiveLength_) : Location();
+}
+
 Location Location::Parent() const {
   if (empty() || IsDesktop()) return {};
   if (IsFileSystem()) {
     std::wstring parent = ParentOfPath(path_);
-    return parent.empty() ? Computer() : FromPath(std::move(parent));
+    return parent.empty() ? Computer() : FromPath(std::move(parent), archiveLength_);
   }
   const UniquePidl parent = ClonePidl(pidl_.get());
   if (!parent || !ILRemoveLastID(parent.get())) return {};

@@ -20,11 +20,14 @@ void LocationSource::AnnounceClosing() {
 }
 
 void TellLocation(ILocationSink& sink, const Location& location) {
-  if (!location.empty()) sink.LocationChanged(location.path().c_str(), location.pidl());
+  if (!location.empty()) {
+    sink.LocationChanged(location.path().c_str(), location.pidl(),
+                         static_cast<UINT>(location.archiveLength()));
+  }
 }
 
-Location LocationFromCall(const wchar_t* path, const ITEMIDLIST* pidl) {
-  if (path && *path) return Location::FromPath(path);
+Location LocationFromCall(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) {
+  if (path && *path) return Location::FromPath(path, archiveLength);
   return Location::FromPidl(pidl);
 }
 
@@ -35,9 +38,9 @@ class LocationLink::Sink : public ILocationSink {
       return static_cast<ILocationSink*>(this);
     return nullptr;
   }
-  STDMETHODIMP LocationChanged(const wchar_t* path, const ITEMIDLIST* pidl) override {
+  STDMETHODIMP LocationChanged(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) override {
     return Guarded([&] {
-      if (link_) link_->moved_(LocationFromCall(path, pidl));
+      if (link_) link_->moved_(LocationFromCall(path, pidl, archiveLength));
       return S_OK;
     });
   }
@@ -82,7 +85,8 @@ void LocationLink::Disconnect() {
 bool LocationLink::GoTo(const Location& location) {
   // The peer may close this link while it moves.
   const ComRef<ILocationPeer> peer = peer_;
-  return peer && SUCCEEDED(peer->GoTo(location.path().c_str(), location.pidl()));
+  return peer && SUCCEEDED(peer->GoTo(location.path().c_str(), location.pidl(),
+                                      static_cast<UINT>(location.archiveLength())));
 }
 
 }  // namespace controls

@@ -24,7 +24,7 @@ class LocationSource {
 };
 
 void TellLocation(ILocationSink& sink, const Location& location);
-Location LocationFromCall(const wchar_t* path, const ITEMIDLIST* pidl);
+Location LocationFromCall(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength);
 
 // The end that follows: holds one reference to a peer and hears about its moves. The peer in turn only holds
 // a small object of this link, so two linked controls never keep each other alive.

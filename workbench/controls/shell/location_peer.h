@@ -10,14 +10,17 @@
 namespace controls {
 
 inline constexpr IID kIidLocationSink = {
-    0x69646bba, 0x9b88, 0x4d92, {0xaf, 0x09, 0x39, 0x27, 0xf1, 0x83, 0x44, 0x4c}};
+    0xd25646ce, 0x28fa, 0x4f91, {0xba, 0xb5, 0x0f, 0xd6, 0xd5, 0x14, 0x4c, 0x76}};
 inline constexpr IID kIidLocationPeer = {
-    0x3ab1a14a, 0x1484, 0x4236, {0x85, 0x10, 0x98, 0x0e, 0xe3, 0xd7, 0xe3, 0x1d}};
+    0x86ab4e8e, 0xefdf, 0x42ff, {0xa8, 0xdb, 0x08, 0xbd, 0x90, 0x91, 0x82, 0xba}};
 
 // Told about a peer's moves. In all calls a place is a path (null or empty for a virtual folder) and an item
-// list (null when the shell has no name for the path); both belong to the caller and live for the call.
+// list (null when the shell has no name for the path), which belong to the caller and live for the call;
+// archiveLength tells how many characters of the path name the ZIP archive that the place lies in or is, 0
+// outside of archives.
 struct ILocationSink : public IUnknown {
-  virtual HRESULT STDMETHODCALLTYPE LocationChanged(const wchar_t* path, const ITEMIDLIST* pidl) = 0;
+  virtual HRESULT STDMETHODCALLTYPE LocationChanged(const wchar_t* path, const ITEMIDLIST* pidl,
+                                                    UINT archiveLength) = 0;
   // The peer closes: the sink lets go of it now.
   virtual HRESULT STDMETHODCALLTYPE PeerClosing() = 0;
 };
@@ -29,7 +32,7 @@ struct ILocationPeer : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE TellLocation(ILocationSink* sink) = 0;
   // Goes to a place. S_OK when it is there or under way. A place that cannot be opened is reported by the
   // control that shows files, and every sink is told the place that stays.
-  virtual HRESULT STDMETHODCALLTYPE GoTo(const wchar_t* path, const ITEMIDLIST* pidl) = 0;
+  virtual HRESULT STDMETHODCALLTYPE GoTo(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) = 0;
   virtual HRESULT STDMETHODCALLTYPE AdviseLocation(ILocationSink* sink) = 0;
   virtual HRESULT STDMETHODCALLTYPE UnadviseLocation(ILocationSink* sink) = 0;
 };

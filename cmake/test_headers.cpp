@@ -1,0 +1,1 @@
+// Carries the headers that the tests share; see Tests.cmake.

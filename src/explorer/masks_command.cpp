@@ -1,0 +1,33 @@
+#include "src/explorer/masks_command.h"
+
+#include "src/explorer/control_options.h"
+#include "src/explorer/explorer_state.h"
+#include "src/explorer/explorer_window.h"
+#include "src/filter/masks_dialog.h"
+#include "src/shellhost/file_view.h"
+
+namespace file_explorer {
+
+void ShowMasksDialog(ExplorerWindow& window) {
+  ExplorerState& state = window.state();
+  MasksDialog dialog;
+  dialog.instance = state.instance;
+  dialog.services = state.services;
+  dialog.helpLocation = state.helpLocation;
+  dialog.inclusionList = &state.settings.fileInclusionList;
+  dialog.exclusionList = &state.settings.fileExclusionList;
+  dialog.filteringMethod = &state.settings.fileExtensionFilteringMethod;
+  dialog.showFolders = &state.settings.fileViewShowsFolders;
+  dialog.showVirtualFolders = &state.settings.fileViewShowsVirtualFolders;
+  dialog.save = [&state] { state.store.Save(state.settings); };
+  const bool foldersChanged = RunFileSelectionMasksDialog(state.MainWindow(), dialog);
+  // The instance can have been taken down while the dialog was open.
+  if (!state.explorerWindow) return;
+  if (foldersChanged) ApplyViewOptions(state);  // the category colours go to the host with them
+  ShellControlHost* const fileView = state.explorerWindow->fileView();
+  const UniquePidl folder = CopyItemPidl(fileView);
+  SetCurrentFolder(fileView, folder.get());
+  RefreshView(fileView);
+}
+
+}  // namespace file_explorer

@@ -1,0 +1,70 @@
+#include "src/filter/mask_box.h"
+
+#include <array>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "src/host/vc64_imp.h"
+
+namespace file_explorer {
+namespace {
+
+constexpr int kTextSize = 1024 + 1;  // bytes of a box's text, with the terminator
+constexpr char kPatternErrorCaption[] = "Pattern Error";
+
+std::string TextOf(HWND combo) {
+  std::array<char, kTextSize> text = {};
+  GetWindowTextA(combo, text.data(), kTextSize);
+  return text.data();
+}
+
+std::string EntryOf(HWND combo, int index) {
+  const LRESULT length = SendMessageA(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(index), 0);
+  if (length <= 0) return {};
+  std::vector<char> text(static_cast<size_t>(length) + 1);
+  SendMessageA(combo, CB_GETLBTEXT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text.data()));
+  return text.data();
+}
+
+std::vector<std::string> EntriesOf(HWND combo) {
+  std::vector<std::string> entries;
+  const int count = static_cast<int>(SendMessageA(combo, CB_GETCOUNT, 0, 0));
+  for (int i = 0; i < count; ++i) entries.push_back(EntryOf(combo, i));
+  return entries;
+}
+
+}  // namespace
+
+void FillMaskCombo(HWND combo, MaskKind kind, const char* storedList, bool reset) {
+  const MaskBoxContents contents = ContentsOfMaskBox(kind, storedList, reset);
+  SendMessageA(combo, CB_RESETCONTENT, 0, 0);
+  SendMessageA(combo, WM_SETREDRAW, FALSE, 0);
+  for (const std::string& entry : contents.entries) {
+    SendMessageA(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.c_str()));
+  }
+  SendMessageA(combo, WM_SETREDRAW, TRUE, 0);
+  if (contents.editText) SetWindowTextA(combo, contents.editText->c_str());
+  InvalidateRect(combo, nullptr, TRUE);
+}
+
+bool StoreMaskCombo(HWND dialog, host::HostServices* services, MaskKind kind, HWND combo,
+                    unique_host_text* list) {
+  const auto isValid = [services](const std::string& pattern, std::string* reason) {
+    std::array<char, host::kMatchReasonSize> text = {};
+    if (host::Call<host::op::ValidateMatchPattern>(services, pattern.c_str(), text.data()) != 0) return true;
+    text.back() = '\0';
+    *reason = text.data();
+    return false;
+  };
+  const StoredMask mask = MakeStoredMask(kind, TextOf(combo), EntriesOf(combo), isValid);
+  if (!mask.complaint.empty()) {
+    MessageBoxA(dialog, mask.complaint.c_str(), kPatternErrorCaption, MB_OK);
+    SetFocus(combo);
+    return false;
+  }
+  *list = unique_host_text(mask.text ? Import_IO_Copy_String(mask.text->c_str()) : nullptr);
+  return true;
+}
+
+}  // namespace file_explorer

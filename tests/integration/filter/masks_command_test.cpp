@@ -1,0 +1,122 @@
+// The command "Set File Selection Mask" in the real module and workbench.
+#include <gmock/gmock.h>
+
+#include "src/host/vc64_tx.h"
+#include "tests/integration/filter/masks_dialog_visitor.h"
+#include "tests/support/explorer/explorer_fixture.h"
+#include "tests/support/wait_until.h"
+
+namespace file_explorer {
+namespace {
+
+using test_support::WaitUntil;
+
+class MasksCommandTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    fixture_.directory().AddFile(L"files\\a.3ds");
+    fixture_.directory().AddFolder(L"files\\below");
+    fixture_.Start();
+    ASSERT_TRUE(fixture_.LoadExplorer());
+    ASSERT_EQ(fixture_.SayWithHost({{"showfolderviewpanel", nullptr}}), 0U);
+    ASSERT_TRUE(fixture_.WaitForFile("a.3ds"));
+  }
+
+  void Open(const std::function<void(HWND dialog)>& visit) {
+    const MasksDialogVisit visitor(visit);
+    SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, 104, 0);
+    EXPECT_TRUE(visitor.visited());
+  }
+
+  std::string Stored(const char* key) {
+    char text[2048] = "";
+    GetPrivateProfileStringA("Explore", key, "(none)", text, sizeof text, fixture_.ProfilePath().c_str());
+    return text;
+  }
+
+  test_support::ExplorerFixture fixture_;
+};
+
+TEST_F(MasksCommandTest, OpensTheDialogModalToTheMainWindow) {
+  const HWND main = fixture_.workbench().window();
+  Open([main](HWND dialog) {
+    EXPECT_EQ(GetWindow(dialog, GW_OWNER), main);
+    EXPECT_FALSE(IsWindowEnabled(main));
+  });
+  EXPECT_TRUE(IsWindowEnabled(main));
+}
+
+TEST_F(MasksCommandTest, OkSavesTheMasksInTheProfile) {
+  Open([](HWND dialog) {
+    SetDlgItemTextA(dialog, 1000, "*.3ds, *.obj");
+    SetDlgItemTextA(dialog, 1001, "test*");
+    SendDlgItemMessageA(dialog, 1003, CB_SETCURSEL, 2, 0);
+    SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(1003, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, 1003)));
+    Press(dialog, IDOK);
+  });
+  EXPECT_EQ(Stored("FileInclusionList"), "*.3ds,*.obj");
+  EXPECT_EQ(Stored("FileExclusionList"), "test*");
+  EXPECT_EQ(Stored("FileExtensionFilteringMethod"), "2");
+  Open([](HWND dialog) {
+    EXPECT_EQ(ControlText(dialog, 1000), "*.3ds,*.obj");
+    EXPECT_EQ(ControlText(dialog, 1001), "test*");
+    EXPECT_EQ(ControlText(dialog, 1003), "Show only known 3D object file types");
+  });
+}
+
+TEST_F(MasksCommandTest, TheFileViewIsFilledAnew) {
+  fixture_.directory().AddFile(L"files\\later.3ds");
+  Open([](HWND dialog) { Press(dialog, IDOK); });
+  EXPECT_TRUE(fixture_.WaitForFile("later.3ds"));
+  EXPECT_TRUE(fixture_.WaitForFile("a.3ds"));
+}
+
+TEST_F(MasksCommandTest, FolderOptionsReachTheFileView) {
+  ASSERT_TRUE(fixture_.WaitForFile("below"));
+  Open([](HWND dialog) {
+    Press(dialog, 909);
+    Press(dialog, IDOK);
+  });
+  EXPECT_TRUE(WaitUntil([&] { return fixture_.IndexOf("below") < 0 && fixture_.IndexOf("a.3ds") >= 0; }));
+  EXPECT_EQ(Stored("FileView_ShowFolders"), "0");
+  Open([](HWND dialog) {
+    Press(dialog, 909);
+    Press(dialog, IDOK);
+  });
+  EXPECT_TRUE(fixture_.WaitForFile("below"));
+}
+
+TEST_F(MasksCommandTest, ColoursGoToTheHostOnlyWhenFolderOptionsChanged) {
+  const auto red = [] {
+    float parts[3] = {};
+    Tx_FileFormatHandler_GetAssociatedFileTypeHandlerColor(kTxTypeText, &parts[0], &parts[1], &parts[2]);
+    return parts[0];
+  };
+  const float own = red();
+  Tx_FileFormatHandler_SetAssociatedFileTypeHandlerColor(kTxTypeText, 0.125F, 0.0F, 0.0F);
+  Open([](HWND dialog) { Press(dialog, IDOK); });
+  EXPECT_EQ(red(), 0.125F);
+  Open([](HWND dialog) {
+    Press(dialog, 908);
+    Press(dialog, IDOK);
+  });
+  EXPECT_EQ(red(), own);
+}
+
+TEST_F(MasksCommandTest, TheSelectorToolbarOpensItToo) {
+  const MasksDialogVisit visitor([](HWND dialog) { Press(dialog, IDOK); });
+  SendMessageA(fixture_.Panel(), WM_COMMAND, 104, 0);
+  EXPECT_TRUE(visitor.visited());
+}
+
+TEST_F(MasksCommandTest, TakingTheInstanceDownWhileItIsOpenEndsCleanly) {
+  Open([this](HWND dialog) {
+    EXPECT_TRUE(IsWindowVisible(dialog));
+    EXPECT_EQ(fixture_.SayWithHost({{"destroy_instance", nullptr}}), 0U);
+  });
+  EXPECT_EQ(fixture_.ExplorerWindow(), nullptr);
+}
+
+}  // namespace
+}  // namespace file_explorer
