@@ -27,8 +27,9 @@ constexpr char kZipGuidInLowerCase[] = "{693069fb-e6cf-4837-865e-a0b5396b39d0}";
 class ArchiveExplorerTest : public testing::Test {
  protected:
   void Begin() {
-    fixture_.directory().AddFile(L"files\\box.zip",
-                                 ZipBuilder().Add("models/teapot.obj", "v 0 0 0\n").Add("readme.txt", "hello").Build());
+    fixture_.directory().AddFile(
+        L"files\\box.zip",
+        ZipBuilder().Add("models/teapot.obj", "v 0 0 0\n").Add("readme.txt", "hello").Build());
     fixture_.directory().AddFile(L"files\\notes.txt", "text");
     fixture_.directory().AddFolder(L"files\\sub");
     fixture_.Start();
@@ -50,14 +51,16 @@ class ArchiveExplorerTest : public testing::Test {
 
 TEST_F(ArchiveExplorerTest, TheHostOpensAnArchiveInTheFileView) {
   Begin();
-  EXPECT_TRUE(fixture_.workbench().OpenDocument(fixture_.directory().Join(std::wstring_view(L"files\\box.zip"))));
+  EXPECT_TRUE(
+      fixture_.workbench().OpenDocument(fixture_.directory().Join(std::wstring_view(L"files\\box.zip"))));
   EXPECT_TRUE(WaitUntil([&] { return IsInArchive(); }));
   EXPECT_EQ(Documents(), 0U) << "it is no document of the host";
 }
 
 TEST_F(ArchiveExplorerTest, OtherFilesStayDocumentsOfTheHost) {
   Begin();
-  EXPECT_TRUE(fixture_.workbench().OpenDocument(fixture_.directory().Join(std::wstring_view(L"files\\notes.txt"))));
+  EXPECT_TRUE(
+      fixture_.workbench().OpenDocument(fixture_.directory().Join(std::wstring_view(L"files\\notes.txt"))));
   EXPECT_EQ(Documents(), 1U);
 }
 
@@ -85,7 +88,8 @@ TEST_F(ArchiveExplorerTest, AnyOtherActionOrGuidIsIgnored) {
   const std::string path = Archive();
   const std::string longer = std::string(kZipGuid) + " ";
   const std::string shorter = std::string(kZipGuid).substr(0, 37);
-  for (const std::int16_t action : {2, 0, -1, 257}) EXPECT_EQ(ExecuteCallback()(action, kZipGuid, path.c_str()), 0);
+  for (const std::int16_t action : {2, 0, -1, 257})
+    EXPECT_EQ(ExecuteCallback()(action, kZipGuid, path.c_str()), 0);
   EXPECT_EQ(ExecuteCallback()(1, kZipGuidInLowerCase, path.c_str()), 0);
   EXPECT_EQ(ExecuteCallback()(1, longer.c_str(), path.c_str()), 0);
   EXPECT_EQ(ExecuteCallback()(1, shorter.c_str(), path.c_str()), 0);
