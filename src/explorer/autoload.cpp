@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "src/explorer/explorer_state.h"
 #include "src/framework/unique_handle.h"
 #include "src/host/plugin_protocol.h"
 #include "src/host/vc64_tx.h"
@@ -46,6 +47,11 @@ void AutoloadFile(HWND hostWindow, const char* path) {
     return;
   }
   if (WriteWholeFile(fileName.data(), path)) SendMessageA(hostWindow, host::kAutoloadMessage, 0, 0);
+}
+
+void LoadFile(ExplorerState& state, const char* path) {
+  if (state.historyView) state.historyView->AddPathToHistory(path);
+  AutoloadFile(state.MainWindow(), path);
 }
 
 }  // namespace file_explorer

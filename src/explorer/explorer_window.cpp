@@ -140,36 +140,30 @@ LRESULT ExplorerWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARA
   if (message == host::Call<host::op::GetNotificationMessage>(state_.services) && message != 0) {
     return suppressHostMessages_ ? 0 : OnManagerNotification(wParam);
   }
-  switch (message) {
-    case WM_COMMAND:
-      return OnCommand(wParam);
-    case WM_SYSCOMMAND:
-      return OnSystemCommand(wParam, lParam);
-    case kMessageFileTypesChanged:
-    case kMessageReserved:
-    case WM_SHOWWINDOW:
-      return 0;
-    case WM_NOTIFY:
-      return OnNotify(lParam);
-    case WM_CREATE:
-      return OnCreate(window);
-    case WM_SIZE:
-      return OnSize(lParam);
-    case WM_ERASEBKGND:
-      return OnEraseBackground(wParam);
-    case WM_DESTROY:
-      // Somebody else destroys the window: what lives in it goes while its windows still stand.
-      DestroyFilePane();
-      patternBox_.Destroy();
-      break;
-    case WM_NCDESTROY:
-      SetWindowLongPtrA(window, GWLP_USERDATA, 0);
-      window_.release();  // destroyed by somebody else, or by the destructor just now
-      toolbar_ = nullptr;
-      break;
+  for (const MessageHandler& row : MessageHandlers()) {
+    if (row.message == message) return (this->*row.handler)(window, wParam, lParam);
   }
   return DefWindowProcA(window, message, wParam, lParam);
 }
+
+std::span<const ExplorerWindow::MessageHandler> ExplorerWindow::MessageHandlers() {
+  static constexpr MessageHandler kHandlers[] = {
+      {WM_COMMAND, &ExplorerWindow::OnCommand},
+      {WM_SYSCOMMAND, &ExplorerWindow::OnSystemCommand},
+      {kMessageFileTypesChanged, &ExplorerWindow::OnIgnored},  // the hook's, when there is one
+      {kMessageReserved, &ExplorerWindow::OnIgnored},
+      {WM_NOTIFY, &ExplorerWindow::OnNotify},
+      {WM_CREATE, &ExplorerWindow::OnCreate},
+      {WM_SIZE, &ExplorerWindow::OnSize},
+      {WM_ERASEBKGND, &ExplorerWindow::OnEraseBackground},
+      {WM_SHOWWINDOW, &ExplorerWindow::OnIgnored},
+      {WM_DESTROY, &ExplorerWindow::OnDestroy},
+      {WM_NCDESTROY, &ExplorerWindow::OnEndOfWindow},
+  };
+  return kHandlers;
+}
+
+LRESULT ExplorerWindow::OnIgnored(HWND, WPARAM, LPARAM) { return 0; }
 
 LRESULT ExplorerWindow::OnManagerNotification(WPARAM wParam) {
   switch (LOWORD(wParam)) {
@@ -201,22 +195,22 @@ LRESULT ExplorerWindow::OnManagerClose() {
   return 1;
 }
 
-LRESULT ExplorerWindow::OnCommand(WPARAM wParam) {
+LRESULT ExplorerWindow::OnCommand(HWND, WPARAM wParam, LPARAM) {
   const int command = LOWORD(wParam);
   if (command >= kFirstExplorerCommand && command <= kLastExplorerCommand) RunExplorerCommand(*this, command);
   return 0;
 }
 
-LRESULT ExplorerWindow::OnSystemCommand(WPARAM wParam, LPARAM lParam) {
+LRESULT ExplorerWindow::OnSystemCommand(HWND window, WPARAM wParam, LPARAM lParam) {
   // Deliberate: the host's manager alone moves, sizes and closes the window. Only the system menu opens.
   const WPARAM command = wParam & 0xFFF0;
   if (command == SC_MOUSEMENU || command == SC_KEYMENU) {
-    return DefWindowProcA(window_.get(), WM_SYSCOMMAND, wParam, lParam);
+    return DefWindowProcA(window, WM_SYSCOMMAND, wParam, lParam);
   }
   return 0;
 }
 
-LRESULT ExplorerWindow::OnNotify(LPARAM lParam) {
+LRESULT ExplorerWindow::OnNotify(HWND, WPARAM, LPARAM lParam) {
   auto* const header = reinterpret_cast<NMHDR*>(lParam);
   if (header->code != TTN_GETDISPINFOA) return 0;
   auto* const request = reinterpret_cast<NMTTDISPINFOA*>(lParam);
@@ -230,21 +224,21 @@ LRESULT ExplorerWindow::OnNotify(LPARAM lParam) {
   return 0;
 }
 
-LRESULT ExplorerWindow::OnCreate(HWND window) {
+LRESULT ExplorerWindow::OnCreate(HWND window, WPARAM, LPARAM) {
   SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   return 0;
 }
 
-LRESULT ExplorerWindow::OnSize(LPARAM lParam) {
+LRESULT ExplorerWindow::OnSize(HWND, WPARAM, LPARAM lParam) {
   if (fileView_) Relayout(GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam));
   return 0;
 }
 
-LRESULT ExplorerWindow::OnEraseBackground(WPARAM wParam) {
+LRESULT ExplorerWindow::OnEraseBackground(HWND window, WPARAM wParam, LPARAM) {
   if (suppressHostMessages_) return 0;
   const HDC dc = reinterpret_cast<HDC>(wParam);
   RECT client = {};
-  GetClientRect(window_.get(), &client);
+  GetClientRect(window, &client);
   const int toolbarHeight = ToolbarHeight();
   FillRect(dc, &client, GetSysColorBrush(COLOR_BTNFACE));
   FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));
@@ -258,6 +252,20 @@ LRESULT ExplorerWindow::OnEraseBackground(WPARAM wParam) {
   SetTextColor(dc, oldColor);
   if (oldFont != nullptr) SelectObject(dc, oldFont);
   return 1;
+}
+
+// Somebody else destroys the window: what lives in it goes while its windows still stand.
+LRESULT ExplorerWindow::OnDestroy(HWND window, WPARAM wParam, LPARAM lParam) {
+  DestroyFilePane();
+  patternBox_.Destroy();
+  return DefWindowProcA(window, WM_DESTROY, wParam, lParam);
+}
+
+LRESULT ExplorerWindow::OnEndOfWindow(HWND window, WPARAM wParam, LPARAM lParam) {
+  SetWindowLongPtrA(window, GWLP_USERDATA, 0);
+  window_.release();  // destroyed by somebody else, or by the destructor just now
+  toolbar_ = nullptr;
+  return DefWindowProcA(window, WM_NCDESTROY, wParam, lParam);
 }
 
 }  // namespace file_explorer

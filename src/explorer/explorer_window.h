@@ -3,8 +3,8 @@
 
 #include <windows.h>
 
-#include <array>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "src/framework/command_ids.h"
@@ -83,21 +83,27 @@ class ExplorerWindow {
   const std::string& panelGuid() const { return panelGuid_; }
 
  private:
-  struct MessageRow;
-  struct NotificationRow;
+  struct MessageHandler {
+    UINT message;
+    LRESULT (ExplorerWindow::*handler)(HWND window, WPARAM wParam, LPARAM lParam);
+  };
 
   static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   static void RegisterWindowClass(HINSTANCE instance);
+  static std::span<const MessageHandler> MessageHandlers();
   LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT OnManagerNotification(WPARAM wParam);
   LRESULT OnManagerToggle();
   LRESULT OnManagerClose();
-  LRESULT OnCommand(WPARAM wParam);
-  LRESULT OnSystemCommand(WPARAM wParam, LPARAM lParam);
-  LRESULT OnNotify(LPARAM lParam);
-  LRESULT OnCreate(HWND window);
-  LRESULT OnSize(LPARAM lParam);
-  LRESULT OnEraseBackground(WPARAM wParam);
+  LRESULT OnCommand(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnSystemCommand(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnIgnored(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnNotify(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnCreate(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnSize(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnEraseBackground(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnDestroy(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnEndOfWindow(HWND window, WPARAM wParam, LPARAM lParam);
   bool BuildFilePane();
   int ToolbarHeight();
   void PlaceForTheFirstTime(std::uint16_t creationMethod);

@@ -1,5 +1,7 @@
 #include "src/explorer/file_view_events.h"
 
+#include <optional>
+
 #include "src/explorer/autoload.h"
 #include "src/explorer/context_menu_events.h"
 #include "src/explorer/directory_path.h"
@@ -46,21 +48,15 @@ bool MasksHide(const ExplorerWindow& window, const char* path) {
 // The default action of an item that is about to be shown leaves it out of the view.
 void LeaveOut(IDispatch* item) { ShellItem(item).InvokeDefault(); }
 
-void LoadFile(ExplorerWindow& window, const char* path) {
-  ExplorerState& state = window.state();
-  if (state.historyView) state.historyView->AddPathToHistory(path);
-  AutoloadFile(state.MainWindow(), path);
-}
-
 std::int64_t OnClicked(const Event& event, bool*) {
   // Not marked as handled: the defaults follow.
-  if (event.path != nullptr && LoadsOnSingleClick(event.window)) LoadFile(event.window, event.path);
+  if (event.path != nullptr && LoadsOnSingleClick(event.window)) LoadFile(event.window.state(), event.path);
   return 0;
 }
 
 std::int64_t OnDoubleClicked(const Event& event, bool* handled) {
   if (event.path == nullptr || LoadsOnSingleClick(event.window)) return 0;
-  LoadFile(event.window, event.path);
+  LoadFile(event.window.state(), event.path);
   *handled = true;
   return 1;  // the control must not open the file as well
 }
@@ -157,9 +153,11 @@ std::int64_t FileViewEventHook(ExplorerWindow& window, ControlEvent code, ShellC
 std::int64_t DispatchFileViewEvent(std::int16_t code, ShellControlHost* host, IDispatch* object, std::int64_t a,
                                    std::int64_t b, std::int64_t c, std::int64_t d, const char* path) {
   if (host == nullptr || host->owner == nullptr) return 0;
-  const ModuleContext context;
   ExplorerWindow& window = *host->owner;
   const ControlEvent event = static_cast<ControlEvent>(code);
+  // Comparing is done millions of times, and needs nothing of the module's own but the code.
+  std::optional<ModuleContext> context;
+  if (event != ControlEvent::kCompareItems) context.emplace();
   // What was read for a sort holds no longer than the sort.
   if (event != ControlEvent::kCompareItems) window.groupSort().Forget();
   if (window.fileViewEventHook() != nullptr) {

@@ -3,7 +3,8 @@
 #include <commctrl.h>
 #include <shlobj.h>
 
-#include <array>
+#include <bit>
+#include <cstdint>
 #include <utility>
 
 #include "src/explorer/group_order.h"
@@ -32,10 +33,6 @@ LONG KeyAsNumber(OwnedVariant key) {
   return key->lVal;
 }
 
-GroupedItem Grouped(const std::string& name, bool isFolder, LONG sortKey) {
-  return {name, isFolder, sortKey};
-}
-
 }  // namespace
 
 void GroupSort::AssignKeys(ShellControlHost* fileView) {
@@ -59,44 +56,53 @@ void GroupSort::AssignKeys(ShellControlHost* fileView) {
 
 void GroupSort::Compare(IDispatch* first, IDispatch* second, LONG* order) {
   ++comparisons_;
-  std::optional<Facts> freshFirst;
-  std::optional<Facts> freshSecond;
-  const std::optional<Facts>& a = FactsOf(first, freshFirst);
-  const std::optional<Facts>& b = FactsOf(second, freshSecond);
-  if (!a || !b) return;
-  *order =
-      CompareGrouped(Grouped(a->name, a->isFolder, a->sortKey), Grouped(b->name, b->isFolder, b->sortKey));
+  Facts freshFirst;
+  Facts freshSecond;
+  const Facts& a = FactsOf(first, freshFirst);
+  const Facts& b = FactsOf(second, freshSecond);
+  if (a.name.empty() || b.name.empty()) return;
+  *order = CompareGrouped({a.name, a.isFolder, a.sortKey}, {b.name, b.isFolder, b.sortKey});
 }
 
-std::optional<GroupSort::Facts> GroupSort::ReadFacts(IDispatch* object) {
+GroupSort::Facts GroupSort::ReadFacts(IDispatch* object) {
+  Facts facts;
   try {
     const ShellItem item(object);
-    Facts facts;
     facts.sortKey = KeyAsNumber(item.GetSortKey());
     const bool shellFolder = item.HasAttributes(SFGAO_FOLDER) != 0;
-    std::optional<std::string> name = item.GetName();
-    if (!name || name->empty()) return std::nullopt;
-    facts.name = std::move(*name);
+    facts.name = item.GetName().value_or(std::string());
     facts.isFolder = CountsAsFolder(shellFolder, facts.name);
-    return facts;
   } catch (const _com_error&) {
-    return std::nullopt;
+    facts.name.clear();
   }
+  return facts;
 }
 
-// References into the table stay valid when it grows.
-const std::optional<GroupSort::Facts>& GroupSort::FactsOf(IDispatch* item, std::optional<Facts>& fresh) {
-  const auto known = kept_.find(item);
-  if (known != kept_.end()) return known->second.facts;
+size_t GroupSort::SlotOf(IDispatch* item) const noexcept {
+  const size_t mask = table_.size() - 1;
+  // Objects lie at multiples of 16; their addresses are spread over the table.
+  size_t slot = ((reinterpret_cast<std::uintptr_t>(item) >> 4) * 0x9E3779B97F4A7C15u >> 32) & mask;
+  while (table_[slot] != nullptr && table_[slot]->item.Get() != item) slot = (slot + 1) & mask;
+  return slot;
+}
+
+const GroupSort::Facts& GroupSort::FactsOf(IDispatch* item, Facts& fresh) {
+  if (!table_.empty()) {
+    if (const KeptItem* const known = table_[SlotOf(item)]) return known->facts;
+  }
   fresh = ReadFacts(item);
   if (!MayKeep()) return fresh;
-  return kept_.emplace(item, KeptItem{item, std::move(fresh)}).first->second.facts;
+  if (table_.empty()) table_.resize(std::bit_ceil(2 * itemsToKeep_));
+  KeptItem& kept = kept_.emplace_back(KeptItem{item, std::move(fresh)});
+  table_[SlotOf(item)] = &kept;
+  return kept.facts;
 }
 
 void GroupSort::Forget() noexcept {
   if (kept_.empty()) return;
+  table_ = {};
   // The items may run code of the control when they go: by then nobody finds them here.
-  std::unordered_map<IDispatch*, KeptItem> gone;
+  std::deque<KeptItem> gone;
   gone.swap(kept_);
 }
 

@@ -5,9 +5,10 @@
 
 #include <oaidl.h>
 
+#include <deque>
 #include <optional>
 #include <string>
-#include <unordered_map>
+#include <vector>
 
 #include "src/shellhost/shell_control_host.h"
 
@@ -34,26 +35,30 @@ class GroupSort {
 
  private:
   struct Facts {
-    std::string name;
+    std::string name;  // empty: the item has none, or fails to say what it is
     bool isFolder = false;
     LONG sortKey = 0;
   };
   struct KeptItem {
     ComPtr<IDispatch> item;
-    std::optional<Facts> facts;
+    Facts facts;
   };
 
-  static std::optional<Facts> ReadFacts(IDispatch* item);
-  const std::optional<Facts>& FactsOf(IDispatch* item, std::optional<Facts>& fresh);
+  static Facts ReadFacts(IDispatch* item);
+  const Facts& FactsOf(IDispatch* item, Facts& fresh);
   bool MayKeep() const noexcept {
     return comparisons_ > kComparisonsReadAfresh && kept_.size() < itemsToKeep_;
   }
+  // The place of an item in the table: where it is, or the free place where it belongs.
+  size_t SlotOf(IDispatch* item) const noexcept;
 
   static constexpr size_t kComparisonsReadAfresh = 256;
 
   size_t itemsToKeep_ = 0;  // at most as many as the view has
   size_t comparisons_ = 0;
-  std::unordered_map<IDispatch*, KeptItem> kept_;
+  std::deque<KeptItem> kept_;  // they stay where they are when others come
+  std::vector<KeptItem*>
+      table_;  // by address of the item; a power of two, at most half full, null where free
 };
 
 }  // namespace file_explorer

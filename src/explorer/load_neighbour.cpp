@@ -39,11 +39,6 @@ void MoveSelection(HWND list, int from, int to) {
 
 }  // namespace
 
-void LoadFile(ExplorerState& state, const char* path) {
-  if (state.historyView) state.historyView->AddPathToHistory(path);
-  AutoloadFile(state.MainWindow(), path);
-}
-
 void LoadNeighbourFile(ExplorerWindow& window, Neighbour direction) {
   ShellControlHost* const fileView = window.fileView();
   const HWND list = GetListWindow(fileView);

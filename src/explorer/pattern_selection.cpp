@@ -65,17 +65,19 @@ void ReadItemText(HWND list, int index, char* text) {
   CharLowerA(text);
 }
 
-// The list tells its control of each change, so that the control's own selection agrees. What is right already is left
-// alone.
-void SelectItem(HWND list, int index, bool select) {
-  const UINT mask = select ? LVIS_SELECTED | LVIS_FOCUSED : LVIS_SELECTED;
-  const UINT now = static_cast<UINT>(SendMessageA(list, LVM_GETITEMSTATE, static_cast<WPARAM>(index), mask));
-  const UINT wanted = select ? mask : 0;
-  if (now == wanted) return;
+void SetItemState(HWND list, int index, UINT mask, bool set) {
   LVITEMA item = {};
   item.stateMask = mask;
-  item.state = wanted;
+  item.state = set ? mask : 0;
   SendMessageA(list, LVM_SETITEMSTATE, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&item));
+}
+
+// The list tells its control of each change, so that the control's own selection agrees. What is right
+// already is left alone.
+void SelectItem(HWND list, int index, bool select) {
+  const bool isSelected =
+      SendMessageA(list, LVM_GETITEMSTATE, static_cast<WPARAM>(index), LVIS_SELECTED) != 0;
+  if (isSelected != select) SetItemState(list, index, LVIS_SELECTED, select);
 }
 
 }  // namespace
@@ -89,10 +91,17 @@ void SelectItemsByPattern(host::HostServices* services, ShellControlHost* fileVi
   const Selector selector(services, text);
   SendMessageA(list, WM_SETREDRAW, FALSE, 0);
   std::array<char, kTextSize> name = {};
+  int lastSelected = -1;
+  // The list can change meanwhile: its count is asked again behind every item.
   for (int i = 0; i < static_cast<int>(SendMessageA(list, LVM_GETITEMCOUNT, 0, 0)); ++i) {
     ReadItemText(list, i, name.data());
-    SelectItem(list, i, selector.Selects(name.data()));
+    const bool selects = selector.Selects(name.data());
+    SelectItem(list, i, selects);
+    if (selects) lastSelected = i;
   }
+  // Each selected item would take the focus from the one before; only the last one keeps it. Moving it
+  // through thousands of items takes minutes, so it goes there once.
+  if (lastSelected >= 0) SetItemState(list, lastSelected, LVIS_FOCUSED, true);
   SendMessageA(list, WM_SETREDRAW, TRUE, 0);
   InvalidateRect(list, nullptr, TRUE);
 }

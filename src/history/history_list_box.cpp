@@ -62,6 +62,7 @@ LRESULT HistoryListBox::CallPrevious(UINT message, WPARAM wParam, LPARAM lParam)
 }
 
 bool HistoryListBox::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+  if (message == WM_PAINT && beforePaint_) beforePaint_();
   if (message == WM_KEYDOWN) return OnKeyDown(wParam);
   if (message == WM_CHAR) return OnCharacter(wParam);
   if (message == WM_GETDLGCODE && wParam == VK_RETURN) {

@@ -4,6 +4,9 @@
 
 #include <windows.h>
 
+#include <functional>
+#include <utility>
+
 #include "src/framework/unique_handle.h"
 #include "src/history/row_layout.h"
 
@@ -18,6 +21,8 @@ class HistoryListBox {
   HistoryListBox& operator=(const HistoryListBox&) = delete;
 
   HWND window() const { return window_.get(); }
+  // Called whenever the window is about to paint rows.
+  void SetBeforePaint(std::function<void()> beforePaint) { beforePaint_ = std::move(beforePaint); }
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -32,6 +37,7 @@ class HistoryListBox {
   LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
 
   unique_hwnd window_;
+  std::function<void()> beforePaint_;
   WNDPROC previous_ = nullptr;  // the system's procedure of the list box
 };
 

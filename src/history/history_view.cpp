@@ -106,6 +106,7 @@ bool CHistoryView::CreateListBox(HWND parent) {
   auto box = std::make_unique<HistoryListBox>(services_.instance, parent, controlId_);
   if (box->window() == nullptr) return false;
   listBox_ = std::move(box);
+  listBox_->SetBeforePaint([this] { pictures_->thumbnails().BeginPainting(); });
   const HDC dc = GetDC(window());
   font_ = CreateRowFont(dc);
   ReleaseDC(window(), dc);
@@ -155,6 +156,7 @@ bool CHistoryView::AddPathToHistory(const char* path) {
 void CHistoryView::ClearHistory() {
   SendMessageA(window(), LB_RESETCONTENT, 0, 0);  // no row points at an entry that is gone
   history_->Clear();
+  pictures_->thumbnails().Clear();
   SortAndRefill();
 }
 
@@ -272,7 +274,9 @@ void CHistoryView::OnDrawItem(const DRAWITEMSTRUCT& item) const {
     SendMessageA(window(), LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text.data()));
     text.resize(static_cast<size_t>(length));
   }
-  PaintHistoryRow(item, EntryOfRow(row), text, showIcons_, font_.get(), *pictures_);
+  if (!PaintHistoryRow(item, EntryOfRow(row), text, showIcons_, font_.get(), *pictures_)) {
+    InvalidateRect(window(), &item.rcItem, FALSE);  // input comes before the next painting
+  }
 }
 
 void CHistoryView::ShowSortingMenu(HWND commandWindow, POINT screen) const {

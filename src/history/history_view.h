@@ -9,11 +9,13 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "src/framework/command_ids.h"
 #include "src/framework/unique_handle.h"
 #include "src/history/history_list.h"
+#include "src/preview/picture.h"
 
 namespace file_explorer {
 
@@ -29,9 +31,8 @@ struct HistoryServices {
       profilePath;                   // the host's profile file, asked afresh for each access; may be empty
   std::function<HWND()> mainWindow;  // the host's main window
   std::function<void(const char* path)> loadFile;  // hands a file to the host for loading
-  // A picture of the file, pixels by pixels at most, when the shell has none; null when there is none either.
-  // The bitmap becomes the view's.
-  std::function<HBITMAP(const char* path, int pixels)> preview;
+  // A picture of the file, pixels by pixels at most, or none. Empty for the shell's and the explorer's own.
+  std::function<std::optional<preview::Preview>(const HistoryEntry& entry, int pixels)> preview;
 };
 
 class CHistoryView {

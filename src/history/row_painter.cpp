@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <string_view>
 
-#include "src/framework/unique_handle.h"
 #include "src/history/history_platform.h"
 #include "src/history/path_compaction.h"
 #include "src/history/row_layout.h"
@@ -26,12 +25,6 @@ class Selection {
   HGDIOBJ previous_;
 };
 
-struct MemoryDcTraits {
-  using Handle = HDC;
-  static void Close(HDC dc) { DeleteDC(dc); }
-};
-using UniqueMemoryDc = UniqueHandle<MemoryDcTraits>;
-
 int TextWidth(HDC dc, std::string_view text) {
   SIZE size = {};
   GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size);
@@ -44,15 +37,18 @@ int TextHeight(HDC dc) {
   return metrics.tmHeight;
 }
 
-bool DrawThumbnail(HDC dc, int left, int top, HBITMAP picture) {
-  BITMAP bitmap = {};
-  if (picture == nullptr || !GetObjectA(picture, sizeof(bitmap), &bitmap)) return false;
-  const UniqueMemoryDc memory(CreateCompatibleDC(dc));
-  if (!memory) return false;
-  const Selection selected(memory.get(), picture);
-  const int width = std::min<int>(bitmap.bmWidth, kThumbnailSize);
-  const int height = std::min<int>(bitmap.bmHeight, kThumbnailSize);
-  return BitBlt(dc, left, top, width, height, memory.get(), 0, 0, SRCCOPY) != FALSE;
+DWORD ToRgb(COLORREF color) {
+  return RGB(GetBValue(color), GetGValue(color), GetRValue(color));  // the other order of bytes
+}
+
+bool DrawThumbnail(HDC dc, int left, int top, const preview::Picture& picture, COLORREF background) {
+  const int width = std::min(picture.width, kThumbnailSize);
+  const int height = std::min(picture.height, kThumbnailSize);
+  const preview::Picture flat = preview::Flatten(picture, ToRgb(background));
+  BITMAPINFO info = {};
+  info.bmiHeader = {sizeof(BITMAPINFOHEADER), flat.width, -flat.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  return SetDIBitsToDevice(dc, left, top, static_cast<DWORD>(width), static_cast<DWORD>(height), 0, 0, 0,
+                           static_cast<UINT>(flat.height), flat.pixels.data(), &info, DIB_RGB_COLORS) != 0;
 }
 
 bool DrawIcon(HDC dc, int left, int top, const RowPictures::Icon& icon) {
@@ -69,18 +65,23 @@ void DrawEmptyBox(HDC dc, int left, int top) {
   Rectangle(dc, left + 3, top + 1, left + 66, top + 64);
 }
 
-// The best picture that there is, left of a tall row's text.
-void DrawTallPicture(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, const std::string& path,
-                     RowPictures& pictures) {
+// The best picture that there is, left of a tall row's text. False when a better one is left for later.
+bool DrawTallPicture(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, const std::string& path,
+                     COLORREF background, RowPictures& pictures) {
   const int left = item.rcItem.left;
   const int top = item.rcItem.top;
-  if (entry != nullptr && DrawThumbnail(item.hDC, left + 3, top + 1, pictures.Thumbnail(*entry))) return;
-  const RowPictures::Icon icon = pictures.LargeIcon(path);
-  if (DrawIcon(item.hDC, left + 2 + CentreInThumbnail(icon.size.cx),
-               top + 1 + CentreInThumbnail(icon.size.cy), icon)) {
-    return;
+  RowThumbnails::Answer thumbnail;
+  if (entry != nullptr) thumbnail = pictures.thumbnails().Of(*entry);
+  if (thumbnail.preview != nullptr &&
+      DrawThumbnail(item.hDC, left + 3, top + 1, thumbnail.preview->picture, background)) {
+    return true;
   }
-  DrawEmptyBox(item.hDC, left, top);
+  const RowPictures::Icon icon = pictures.LargeIcon(path);
+  if (!DrawIcon(item.hDC, left + 2 + CentreInThumbnail(icon.size.cx),
+                top + 1 + CentreInThumbnail(icon.size.cy), icon)) {
+    DrawEmptyBox(item.hDC, left, top);
+  }
+  return !thumbnail.isLater;
 }
 
 std::string LastAccessLine(const HistoryEntry* entry) {
@@ -111,18 +112,20 @@ void DrawCompactText(const DRAWITEMSTRUCT& item, int left, const std::string& pa
 
 }  // namespace
 
-void PaintHistoryRow(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, const std::string& rowText,
+bool PaintHistoryRow(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, const std::string& rowText,
                      bool showIcons, HFONT font, RowPictures& pictures) {
   const HDC dc = item.hDC;
   const bool isSelected = (item.itemState & ODS_SELECTED) != 0;
   const COLORREF textColor = GetSysColor(isSelected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
-  FillRect(dc, &item.rcItem, GetSysColorBrush(isSelected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
+  const int background = isSelected ? COLOR_HIGHLIGHT : COLOR_WINDOW;
+  FillRect(dc, &item.rcItem, GetSysColorBrush(background));
 
   const std::string& path = entry != nullptr && !entry->fullPath.empty() ? entry->fullPath : rowText;
   const Selection selectedFont(dc, font);
   int textLeft = item.rcItem.left + TextIndent(LOWORD(GetDialogBaseUnits()));
+  bool isComplete = true;
   if (showIcons) {
-    DrawTallPicture(item, entry, path, pictures);
+    isComplete = DrawTallPicture(item, entry, path, GetSysColor(background), pictures);
     textLeft += kTallTextStart;
   } else {
     const RowPictures::Icon icon = pictures.SmallIcon(path);
@@ -142,6 +145,7 @@ void PaintHistoryRow(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, cons
   SetBkMode(dc, previousMode);
   SetTextColor(dc, previousColor);
   if ((item.itemState & ODS_FOCUS) != 0) DrawFocusRect(dc, &item.rcItem);
+  return isComplete;
 }
 
 }  // namespace file_explorer

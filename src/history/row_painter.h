@@ -10,8 +10,9 @@
 
 namespace file_explorer {
 
-// Draws the row that `item` describes; entry may be null, then rowText stands for it.
-void PaintHistoryRow(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, const std::string& rowText,
+// Draws the row that `item` describes; entry may be null, then rowText stands for it. False when the row's
+// thumbnail was left for another painting.
+bool PaintHistoryRow(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, const std::string& rowText,
                      bool showIcons, HFONT font, RowPictures& pictures);
 
 }  // namespace file_explorer

@@ -8,7 +8,7 @@
 
 #include "src/history/history_platform.h"
 #include "src/history/row_layout.h"
-#include "src/history/shell_thumbnail.h"
+#include "src/preview/file_preview.h"
 
 namespace file_explorer {
 namespace {
@@ -33,25 +33,40 @@ std::string IconKey(const std::string& path) {
   return FoldCodePageCase(std::string_view(path).substr(dot));
 }
 
+std::optional<preview::Preview> MakeThumbnail(const HistoryEntry& entry, int pixels) {
+  const auto item = entry.itemId.empty() ? nullptr : reinterpret_cast<LPCITEMIDLIST>(entry.itemId.data());
+  const char* const path = entry.fullPath.empty() ? nullptr : entry.fullPath.c_str();
+  return preview::MakePreview(path, item, pixels, preview::PreviewLimits());
+}
+
+// Files that other machines have are not looked at: one that is gone would hold the painting up.
+std::uint64_t StampOf(const std::string& path) {
+  if (path.size() < 3 || path[1] != ':') return 0;
+  const char root[] = {path[0], ':', '\\', '\0'};
+  WIN32_FILE_ATTRIBUTE_DATA facts = {};
+  if (GetDriveTypeA(root) == DRIVE_REMOTE ||
+      !GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &facts)) {
+    return 0;
+  }
+  const std::uint64_t time =
+      std::uint64_t{facts.ftLastWriteTime.dwHighDateTime} << 32 | facts.ftLastWriteTime.dwLowDateTime;
+  return time * 31 + facts.nFileSizeLow + 1;
+}
+
+RowThumbnails::Source SourceOf(RowPictures::Maker maker) {
+  if (!maker) maker = MakeThumbnail;
+  return {[maker = std::move(maker)](const HistoryEntry& entry) { return maker(entry, kThumbnailSize); },
+          StampOf, [] { return std::uint64_t{GetTickCount64()}; }};
+}
+
 }  // namespace
 
-RowPictures::RowPictures(Preview preview) : preview_(std::move(preview)) {}
+RowPictures::RowPictures(Maker maker) : thumbnails_(SourceOf(std::move(maker)), FoldCodePageCase) {}
 
 SIZE RowPictures::SmallIconSize() {
   const Icon icon = LookUp("C:\\", SHGFI_SMALLICON);
   if (icon.list != nullptr) return icon.size;
   return {GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON)};
-}
-
-HBITMAP RowPictures::Thumbnail(const HistoryEntry& entry) {
-  const auto [place, isNew] = thumbnails_.try_emplace(FoldCodePageCase(entry.fullPath));
-  if (isNew) {
-    place->second = ExtractShellThumbnail(entry.itemId, kThumbnailSize, kThumbnailSize);
-    if (!place->second && preview_ && !entry.fullPath.empty()) {
-      place->second.reset(preview_(entry.fullPath.c_str(), kThumbnailSize));
-    }
-  }
-  return place->second.get();
 }
 
 RowPictures::Icon RowPictures::IconOf(Icons& icons, const std::string& path, bool isSmall) {

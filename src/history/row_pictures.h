@@ -1,28 +1,33 @@
-// The pictures of history rows: thumbnails and the system's icons. What was looked up once is kept as long as
-// this object lives, so that painting a row asks nobody.
+// The pictures of history rows: thumbnails and the system's icons. Painting a row that was painted before
+// asks nobody, except now and then whether its file has changed.
 #pragma once
 
 #include <windows.h>
 
+#include <commctrl.h>
+
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
-#include "src/framework/unique_handle.h"
 #include "src/history/history_entry.h"
+#include "src/history/row_thumbnails.h"
 
 namespace file_explorer {
 
 class RowPictures {
  public:
-  using Preview = std::function<HBITMAP(const char* path, int pixels)>;
-  explicit RowPictures(Preview preview);
+  // A picture of the file, pixels by pixels at most; none when there is none.
+  using Maker = std::function<std::optional<preview::Preview>(const HistoryEntry& entry, int pixels)>;
+  // maker: empty for the shell's extractor and the explorer's own previews.
+  explicit RowPictures(Maker maker);
 
   // Size in pixels of the system's small icons.
   static SIZE SmallIconSize();
 
-  // The entry's thumbnail, kThumbnailSize at most on each side, or null. Stays this object's.
-  HBITMAP Thumbnail(const HistoryEntry& entry);
+  // The entries' thumbnails, kThumbnailSize at most on each side.
+  RowThumbnails& thumbnails() { return thumbnails_; }
 
   // An image of the system's image lists, which are never released; no list when there is no icon.
   struct Icon {
@@ -37,8 +42,7 @@ class RowPictures {
   using Icons = std::map<std::string, Icon>;  // by extension: what the look-up goes by, as no file is touched
   static Icon IconOf(Icons& icons, const std::string& path, bool isSmall);
 
-  Preview preview_;
-  std::map<std::string, unique_hbitmap> thumbnails_;  // by path; null where none could be made
+  RowThumbnails thumbnails_;
   Icons smallIcons_;
   Icons largeIcons_;
 };

@@ -139,6 +139,7 @@ void OnSorting(const EventCall& call, const EventArguments& arguments) {
   const auto column = arguments.Number(1);
   LONG* const answer = arguments.NumberReference(2);
   if (arguments.count() != 3 || !text || !column || !answer) return;
+  *answer = kSortByControl;  // stands also when the callback throws
   const std::int64_t handled = call(ControlEvent::kSorting, nullptr, *column, 0, NarrowBstr(*text));
   *answer = handled ? kSortByComparison : kSortByControl;
 }

@@ -1,7 +1,8 @@
 #include "src/framework/com/com_dispatch.h"
 
 #include <cstdarg>
-#include <vector>
+#include <cwchar>
+#include <memory>
 
 #include "src/framework/com/com_owners.h"
 
@@ -147,13 +148,27 @@ void StoreResult(OwnedVariant& answer, VARTYPE type, void* result) {
   }
 }
 
-// Automation wants the arguments in reverse order.
-std::vector<VARIANT> ReadArguments(const wchar_t* types, va_list& arguments) {
-  std::vector<VARIANT> values;
-  for (; types && *types; ++types)
-    values.insert(values.begin(), NextArgument(static_cast<VARTYPE>(*types), arguments));
-  return values;
-}
+// The arguments of one call, in the reverse order that automation wants. Calls with a few arguments, which are
+// made for each item of a folder, allocate nothing.
+class ArgumentBlock {
+ public:
+  ArgumentBlock(const wchar_t* types, va_list& arguments) : count_(types ? std::wcslen(types) : 0) {
+    if (count_ > kFew) many_ = std::make_unique<VARIANT[]>(count_);
+    for (size_t i = 0; i < count_; ++i) {
+      values()[count_ - 1 - i] = NextArgument(static_cast<VARTYPE>(types[i]), arguments);
+    }
+  }
+
+  VARIANT* values() { return many_ ? many_.get() : few_; }
+  UINT count() const { return static_cast<UINT>(count_); }
+
+ private:
+  static constexpr size_t kFew = 4;
+
+  size_t count_;
+  VARIANT few_[kFew];
+  std::unique_ptr<VARIANT[]> many_;
+};
 
 }  // namespace
 }  // namespace file_explorer
@@ -188,10 +203,9 @@ HRESULT __cdecl _com_dispatch_method(IDispatch* object, DISPID id, WORD flags, V
                                      void* result, const wchar_t* argumentTypes, ...) {
   va_list arguments;
   va_start(arguments, argumentTypes);
-  std::vector<VARIANT> values = file_explorer::ReadArguments(argumentTypes, arguments);
+  file_explorer::ArgumentBlock values(argumentTypes, arguments);
   va_end(arguments);
-  DISPPARAMS parameters = {values.empty() ? nullptr : values.data(), nullptr,
-                           static_cast<UINT>(values.size()), 0};
+  DISPPARAMS parameters = {values.count() == 0 ? nullptr : values.values(), nullptr, values.count(), 0};
   const bool wantsResult = resultType != VT_EMPTY && result;
   file_explorer::OwnedVariant answer;
   file_explorer::Invoke(object, id, flags, &parameters, wantsResult ? answer.put() : nullptr);

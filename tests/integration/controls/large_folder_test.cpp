@@ -6,10 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 
 #include "tests/integration/controls/control_container.h"
+#include "tests/support/many_files.h"
 #include "tests/support/temp_directory.h"
 #include "tests/support/wait_until.h"
 
@@ -22,79 +22,18 @@ using test_support::WaitUntil;
 
 constexpr int kManyFiles = 100000;
 constexpr int kSomeFiles = 20000;
-constexpr int kFewFiles = 2000;
-
-// Makes files by a native shell, as making them through Wine takes minutes; elsewhere a smaller number
-// directly. Gives the number made.
-int MakeManyFiles(const TempDirectory& folder, int wanted) {
-  using UnixName = char*(CDECL*)(LPCWSTR);
-  UnixName unixName = nullptr;
-  const FARPROC address = GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name");
-  std::memcpy(&unixName, &address, sizeof(unixName));
-  char* const path = unixName ? unixName(folder.path().c_str()) : nullptr;
-  if (!path) {
-    for (int i = 0; i < kFewFiles; ++i) folder.AddFile(L"model" + std::to_wstring(i) + L".obj");
-    return kFewFiles;
-  }
-  const std::string marker = std::string(path) + ".done";
-  std::string command = "Z:\\bin\\sh -c \"cd '" + std::string(path) + "' && seq -f 'model%06g.obj' 1 " +
-                        std::to_string(wanted) + " | xargs touch && touch '" + marker + "'\"";
-  HeapFree(GetProcessHeap(), 0, path);
-  STARTUPINFOA start = {};
-  start.cb = sizeof(start);
-  PROCESS_INFORMATION process = {};
-  if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                      &process))
-    return 0;
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-  const std::wstring done = folder.path() + L".done";
-  if (!WaitUntil([&] { return GetFileAttributesW(done.c_str()) != INVALID_FILE_ATTRIBUTES; }, 90000))
-    return 0;
-  DeleteFileW(done.c_str());
-  return wanted;
-}
 
 class LargeFolder : public testing::Test {
  protected:
   void SetUp() override { view_.log().CountOnly(12); }
   void Fill(int wanted) {
-    count_ = MakeManyFiles(folder_, wanted);
+    count_ = test_support::MakeManyFiles(folder_.path(), wanted, false);
     ASSERT_GT(count_, 0);
   }
   void TearDown() override {
     view_.Close();
-    // Deleting through Wine takes long; the shell does it with the folder.
-    RemoveQuickly();
+    test_support::DeleteManyFiles(folder_.path());
   }
-  void RemoveQuickly() {
-    using UnixName = char*(CDECL*)(LPCWSTR);
-    UnixName unixName = nullptr;
-    const FARPROC address = GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name");
-    std::memcpy(&unixName, &address, sizeof(unixName));
-    char* const path = unixName ? unixName(folder_.path().c_str()) : nullptr;
-    if (!path) return;
-    std::string command = "Z:\\bin\\sh -c \"find '" + std::string(path) + "' -name 'model*.obj' -delete\"";
-    HeapFree(GetProcessHeap(), 0, path);
-    STARTUPINFOA start = {};
-    start.cb = sizeof(start);
-    PROCESS_INFORMATION process = {};
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                        &process))
-      return;
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    WaitUntil(
-        [&] {
-          WIN32_FIND_DATAW data;
-          const HANDLE find = FindFirstFileW(folder_.Join(L"model*").c_str(), &data);
-          if (find == INVALID_HANDLE_VALUE) return true;
-          FindClose(find);
-          return false;
-        },
-        60000);
-  }
-
   TempDirectory folder_;
   Hosted view_{kFileView};
   int count_ = 0;
@@ -126,7 +65,7 @@ TEST_F(LargeFolder, MessagesAreHandledBetweenTheSlicesOfTheFill) {
     EXPECT_LT(rowsAtFirstTurnWithRows, count_ / 2) << "the first rows are there long before the last";
   }
   EXPECT_EQ(view_.CellText(count_ - 1, 0),
-            L"model" + std::wstring(count_ == kManyFiles ? L"100000" : L"1999") + L".obj");
+            L"model" + std::wstring(count_ == kManyFiles ? L"100000" : L"002000") + L".obj");
 }
 
 TEST_F(LargeFolder, ClosingInTheMiddleOfTheFillIsClean) {

@@ -482,20 +482,12 @@ TEST_F(HistoryViewTest, APreviewOfTheSurroundingsIsShownInATallRow) {
   services.profilePath = [this] { return folder.profile(); };
   services.mainWindow = [this] { return panel; };
   int asked = 0;
-  services.preview = [&asked](const char*, int pixels) {
+  services.preview = [&asked](const HistoryEntry&, int pixels) {
     ++asked;
-    const HDC screen = GetDC(nullptr);
-    const HDC dc = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, pixels, pixels);
-    const HGDIOBJ previous = SelectObject(dc, bitmap);
-    const RECT all = {0, 0, pixels, pixels};
-    const HBRUSH brush = CreateSolidBrush(RGB(200, 10, 20));
-    FillRect(dc, &all, brush);
-    DeleteObject(brush);
-    SelectObject(dc, previous);
-    DeleteDC(dc);
-    ReleaseDC(nullptr, screen);
-    return bitmap;
+    preview::Preview red;
+    red.picture = {pixels, pixels, {}};
+    red.picture.pixels.assign(static_cast<std::size_t>(pixels * pixels), 0xFFC80A14);
+    return red;
   };
   view = CHistoryView::Create(panel, kViewId, services);
   view->SetShowIcons(true);

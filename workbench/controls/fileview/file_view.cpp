@@ -1,3 +1,4 @@
+#include "workbench/controls/fileview/container_sort.h"
 #include "workbench/controls/fileview/file_view.h"
 
 #include "workbench/controls/com/class_server.h"
@@ -59,7 +60,7 @@ void FileView::DestroyControlWindow() {
 void FileView::OnPaneDestroyed() {
   drops_.Revoke();
   model_.SetWindow(nullptr);
-  sorter_.reset();
+  sort_.reset();
   ForgetWindow();
 }
 
@@ -70,7 +71,7 @@ void FileView::OnClose() {
   itemOwner_->view = nullptr;
   followers_.AnnounceClosing();
   model_.SetWindow(nullptr);
-  sorter_.reset();
+  sort_.reset();
   askedItem_.reset();
   events().RemoveAll();
 }
@@ -143,17 +144,18 @@ void FileView::OnPaneMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   } else if (message == WM_TIMER && wParam == kSliceTimer) {
     model_.OnSliceTimer();
   } else if (message == WM_TIMER && wParam == kSortTimer) {
-    ContinueContainerSort();
+    ContinueContainerSort(false);
   }
 }
 
 // FolderModelEvents
 
 void FileView::FolderOpened() {
-  sorter_.reset();
+  sort_.reset();
   saved_.reset();
   error_.clear();
   nextSelected_ = -1;
+  pane_.thumbnails().OnFolderLeft();
   {
     const ListPane::Quiet quiet(pane_);
     pane_.SelectAll(false);
@@ -254,7 +256,8 @@ void FileView::FillFinished() {
 }
 
 void FileView::ChangesApplied() {
-  if (model_.sortedByContainer() && FireBeforeSort(static_cast<int>(model_.sortRule().column))) {
+  // A sort that is under way knows nothing of what has come and gone.
+  if ((sort_ || model_.sortedByContainer()) && FireBeforeSort(static_cast<int>(model_.sortRule().column))) {
     BeginContainerSort(model_.sortRule());
   }
   FireContentChanged();
@@ -303,6 +306,15 @@ int FileView::CellImage(int row) {
 bool FileView::RowDimmed(int row) {
   const ItemId id = IdOfRow(row);
   return id != kNoItem && listing().store.IsDimmed(id);
+}
+
+std::optional<ThumbnailSubject> FileView::Thumbnail(int row) {
+  const ItemId id = IdOfRow(row);
+  if (id == kNoItem || listing().IsFolder(id)) return std::nullopt;
+  const ItemRecord& record = listing().store.at(id);
+  const std::wstring path = listing().PathOf(id);
+  if (path.empty()) return std::nullopt;
+  return ThumbnailSubject{path, record.modified * 31 + record.size + 1};
 }
 
 int FileView::FindRow(int start, const std::wstring& prefix, bool partial, bool wrap) {

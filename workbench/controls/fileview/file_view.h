@@ -2,14 +2,12 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "workbench/controls/com/ole_control.h"
 #include "workbench/controls/fileview/folder_model.h"
 #include "workbench/controls/fileview/list_pane.h"
 #include "workbench/controls/fileview/listing_item.h"
-#include "workbench/controls/model/merge_sorter.h"
 #include "workbench/controls/shell/file_drop.h"
 #include "workbench/controls/shell/font_holder.h"
 #include "workbench/controls/shell/location_link.h"
@@ -101,6 +99,7 @@ class FileView : public OleControl,
   std::wstring CellText(int row, int column) override;
   int CellImage(int row) override;
   bool RowDimmed(int row) override;
+  std::optional<ThumbnailSubject> Thumbnail(int row) override;
   int FindRow(int start, const std::wstring& prefix, bool partial, bool wrap) override;
   void OnRowClicked(int row, POINT point) override;
   void OnRowActivated(int row, POINT point) override;
@@ -142,6 +141,7 @@ class FileView : public OleControl,
 
  private:
   struct SavedView;
+  struct ContainerSort;
 
   HRESULT PutFilterSwitch(Call& call, bool& value);
   void Navigate(const Location& location);
@@ -161,11 +161,14 @@ class FileView : public OleControl,
   void FireSelectionChanged();
   void FireContentChanged();
   bool FireBeforeSort(int column);
-  long FireCompare(const std::shared_ptr<Listing>& listing, ItemId first, ItemId second);
+  long FireCompare(ContainerSort& sort, ItemId first, ItemId second);
 
   void SortBy(SortRule rule);
   void BeginContainerSort(SortRule rule);
-  void ContinueContainerSort();
+  void ContinueContainerSort(bool first);
+  bool SortPart(ContainerSort& sort, bool first);
+  void FinishContainerSort(ContainerSort& sort);
+  void StopSortTimer();
   void Activate(int row, POINT point);
   HRESULT OpenRow(const Listing& from, ItemId id);
   void OpenFile(const std::wstring& path, const ITEMIDLIST* pidl);
@@ -204,9 +207,8 @@ class FileView : public OleControl,
   int nextSelected_ = -1;
 
   std::unique_ptr<SavedView> saved_;
-  std::optional<MergeSorter<ItemId>> sorter_;
-  SortRule sorterRule_;
-  std::shared_ptr<Listing> sorterListing_;
+  std::unique_ptr<ContainerSort> sort_;  // between two parts of a sort that the container decides
+  bool sortTimerRuns_ = false;
   ItemMenu* menu_ = nullptr;       // while a context menu is being built
   ItemMenu* shownMenu_ = nullptr;  // while it is shown
 };

@@ -1,5 +1,6 @@
 // The events that the file view raises.
 #include "workbench/controls/com/event_arguments.h"
+#include "workbench/controls/fileview/container_sort.h"
 #include "workbench/controls/fileview/file_view.h"
 
 namespace controls {
@@ -18,7 +19,8 @@ constexpr long kSortByComparison = 3;
 constexpr const wchar_t* kColumnNames[kColumnCount] = {L"Name", L"Size", L"Type", L"Modified"};
 
 // A list that is sorted within this many comparisons is sorted before anybody sees it unsorted.
-constexpr size_t kComparisonsAtOnce = 20000;
+constexpr size_t kComparisonsAtOnce = 100000;
+constexpr ULONGLONG kFirstPartMs = 120;
 constexpr size_t kComparisonsBetweenClockReads = 64;
 constexpr ULONGLONG kSliceMs = 12;
 
@@ -114,20 +116,24 @@ bool FileView::FireBeforeSort(int column) {
 }
 
 // The container's order of two items; our own where it does not decide.
-long FileView::FireCompare(const std::shared_ptr<Listing>& rows, ItemId first, ItemId second) {
-  const ComRef<IDispatch> a =
-      ComRef<IDispatch>::Attach(ComObject<ListingItem>::Create(itemOwner_, rows, first).detach());
-  const ComRef<IDispatch> b =
-      ComRef<IDispatch>::Attach(ComObject<ListingItem>::Create(itemOwner_, rows, second).detach());
+long FileView::FireCompare(ContainerSort& sort, ItemId first, ItemId second) {
+  const auto itemOf = [&](ItemId id) {
+    ComRef<IDispatch>& item = sort.items[id];
+    if (!item) {
+      item =
+          ComRef<IDispatch>::Attach(ComObject<ListingItem>::Create(itemOwner_, sort.listing, id).detach());
+    }
+    return item.get();
+  };
   long order = 0;
   EventArguments<3> arguments;
-  arguments.Object(a.get()).Object(b.get()).LongByReference(&order);
+  arguments.Object(itemOf(first)).Object(itemOf(second)).LongByReference(&order);
   events().Fire(kCompare, arguments.values(), arguments.count());
   return order;
 }
 
 void FileView::SortBy(SortRule rule) {
-  sorter_.reset();
+  sort_.reset();
   pane_.ShowSort(rule);
   if (FireBeforeSort(static_cast<int>(rule.column))) {
     BeginContainerSort(rule);
@@ -138,48 +144,61 @@ void FileView::SortBy(SortRule rule) {
 }
 
 void FileView::BeginContainerSort(SortRule rule) {
-  sorterRule_ = rule;
-  sorterListing_ = model_.shown();
   // Items that the container holds for equal keep our order.
-  std::vector<ItemId> rows = sorterListing_->rows.rows();
-  sorter_.emplace(std::move(rows));
-  ContinueContainerSort();
+  sort_ = std::make_unique<ContainerSort>(rule, model_.shown());
+  ContinueContainerSort(true);
 }
 
-// A part of the sort; a long one goes on at the next timer message, so that the window stays alive.
-void FileView::ContinueContainerSort() {
-  if (pane_.hwnd()) KillTimer(pane_.hwnd(), kSortTimer);
-  if (!sorter_ || closed()) return;
-  const std::shared_ptr<Listing> rows = sorterListing_;
-  const auto less = [&](ItemId first, ItemId second) {
+void FileView::StopSortTimer() {
+  if (sortTimerRuns_ && pane_.hwnd()) KillTimer(pane_.hwnd(), kSortTimer);
+  sortTimerRuns_ = false;
+}
+
+// A part of the sort; a long one goes on at the next timer message, which comes after input and painting.
+void FileView::ContinueContainerSort(bool first) {
+  if (!sort_ || closed()) return StopSortTimer();
+  // Set before the work, the timer is due when the work is done.
+  sortTimerRuns_ = SetTimer(pane_.hwnd(), kSortTimer, USER_TIMER_MINIMUM, nullptr) != 0;
+  // The part works on a sort of its own: a sink may start another one or leave the folder.
+  std::unique_ptr<ContainerSort> sort = std::move(sort_);
+  const bool done = SortPart(*sort, first);
+  if (closed() || sort_ || sort->listing != model_.shown()) return;
+  if (done) {
+    StopSortTimer();
+    return FinishContainerSort(*sort);
+  }
+  sort_ = std::move(sort);
+  if (!sortTimerRuns_) {
+    sortTimerRuns_ = SetTimer(pane_.hwnd(), kSortTimer, USER_TIMER_MINIMUM, nullptr) != 0;
+  }
+}
+
+// True when everything is in order.
+bool FileView::SortPart(ContainerSort& sort, bool first) {
+  const auto less = [&](ItemId a, ItemId b) {
     if (closed()) return false;
-    const long order = FireCompare(rows, first, second);
+    const long order = FireCompare(sort, a, b);
     // Folders stay in front in both directions.
-    const bool mayTurn = rows->IsFolder(first) == rows->IsFolder(second);
-    return sorterRule_.descending && mayTurn ? order > 0 : order < 0;
+    const bool mayTurn = sort.listing->IsFolder(a) == sort.listing->IsFolder(b);
+    return sort.rule.descending && mayTurn ? order > 0 : order < 0;
   };
-  // The sorter works outside the member: a sink may start another sort or leave the folder.
-  MergeSorter<ItemId> sorter = std::move(*sorter_);
-  sorter_.reset();
   const ULONGLONG start = GetTickCount64();
   size_t comparisons = 0;
-  bool done = false;
-  do {
-    done = sorter.Step(kComparisonsBetweenClockReads, less);
+  for (;;) {
+    if (sort.sorter.Step(kComparisonsBetweenClockReads, less)) return true;
+    if (closed() || sort_ || sort.listing != model_.shown()) return false;
     comparisons += kComparisonsBetweenClockReads;
-    if (closed() || sorter_ || rows != model_.shown()) return;
-  } while (!done && (GetTickCount64() - start < kSliceMs ||
-                     (comparisons < kComparisonsAtOnce && GetTickCount64() - start < 10 * kSliceMs)));
-  if (!done) {
-    sorter_.emplace(std::move(sorter));
-    SetTimer(pane_.hwnd(), kSortTimer, USER_TIMER_MINIMUM, nullptr);
-    return;
+    const ULONGLONG time = GetTickCount64() - start;
+    const bool mayGoOn = first && comparisons < kComparisonsAtOnce && time < kFirstPartMs;
+    if (time >= kSliceMs && !mayGoOn) return false;
   }
-  std::vector<ItemId> sorted = sorter.TakeItems();
+}
+
+void FileView::FinishContainerSort(ContainerSort& sort) {
+  std::vector<ItemId> sorted = sort.sorter.TakeItems();
   // Rows that came or went meanwhile: begin again with what is there now.
-  if (sorted.size() != rows->rows.size()) return BeginContainerSort(sorterRule_);
-  model_.AssignOrder(sorterRule_, std::move(sorted));
-  sorterListing_.reset();
+  if (sorted.size() != sort.listing->rows.size()) return BeginContainerSort(sort.rule);
+  model_.AssignOrder(sort.rule, std::move(sorted));
   FireContentChanged();
 }
 

@@ -124,7 +124,9 @@ HRESULT FileView::PutThumbnailQuality(Call& call) {
   const HRESULT result = call.Long(0, value);
   if (FAILED(result)) return result;
   if (value < 0 || value > 2) return E_INVALIDARG;
+  static constexpr int kPixels[] = {64, 96, 128};
   thumbnailQuality_ = value;
+  pane_.SetThumbnailSize(kPixels[value]);
   return S_OK;
 }
 

@@ -194,6 +194,8 @@ void FolderModel::OnReaderMessage() {
 
 void FolderModel::OnSliceTimer() {
   if (!filling_ || !opened_) return StopTimer();
+  // Set again before the work, the timer is due when the work is done.
+  SetTimer(window_, kSliceTimer, USER_TIMER_MINIMUM, nullptr);
   const std::shared_ptr<Listing> mine = filling_;
   const ULONGLONG start = GetTickCount64();
   const FolderReader::Progress progress = reader_.progress();  // before the batches: none comes after the end

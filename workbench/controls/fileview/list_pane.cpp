@@ -7,7 +7,7 @@ namespace controls {
 namespace {
 
 constexpr wchar_t kClassName[] = L"SswareShellFileView";
-constexpr int kThumbnailCell = 64;
+constexpr int kThumbnailMargin = 4;  // between a thumbnail and the border of its cell; pixels at 96 dots an inch
 
 struct Column {
   const wchar_t* title;
@@ -41,8 +41,8 @@ DWORD TypeBits(ViewStyle view) {
 
 ListPane::~ListPane() {
   listPart_.Detach();
+  thumbnails_.Detach();
   Destroy();
-  if (thumbnails_) ImageList_Destroy(thumbnails_);
 }
 
 int ListPane::Scale(int pixels) const {
@@ -65,6 +65,7 @@ bool ListPane::CreateList() {
   // The container may subclass this window with either character set; the list keeps talking Unicode to us.
   SendMessageW(list_, LVM_SETUNICODEFORMAT, TRUE, 0);
   listPart_.Attach(list_);
+  thumbnails_.Attach(hwnd(), list_);
   InsertColumns();
   ApplyImages();
   ApplyListStyle();
@@ -120,7 +121,8 @@ void ListPane::ApplyListStyle() {
 }
 
 void ListPane::ApplyImages() {
-  const HIMAGELIST large = view_ == ViewStyle::kThumbnails && thumbnails_ ? thumbnails_ : SystemImages(true);
+  const bool own = view_ == ViewStyle::kThumbnails && thumbnails_.images();
+  const HIMAGELIST large = own ? thumbnails_.images() : SystemImages(true);
   SendMessageW(list_, LVM_SETIMAGELIST, LVSIL_NORMAL, reinterpret_cast<LPARAM>(large));
   SendMessageW(list_, LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(SystemImages(false)));
 }
@@ -128,21 +130,48 @@ void ListPane::ApplyImages() {
 void ListPane::SetView(ViewStyle view) {
   view_ = view;
   if (!list_) return;
-  if (view == ViewStyle::kThumbnails && !thumbnails_) {
-    thumbnails_ = ImageList_Create(kThumbnailCell, kThumbnailCell, ILC_COLOR32, 16, 64);
+  if (view == ViewStyle::kThumbnails && !thumbnails_.images()) ResetThumbnails();
+  {
+    const Quiet quiet(*this);
+    ApplyView();
   }
-  const Quiet quiet(*this);
+  // Scroll bars that went while nothing was drawn have left their picture behind.
+  RedrawWindow(list_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
+}
+
+void ListPane::ApplyView() {
+  const ViewStyle view = view_;
   ApplyListStyle();
   ApplyImages();
   if (view == ViewStyle::kList) SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(Scale(220), 0));
   if (view == ViewStyle::kReport)
     SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, MAKELPARAM(Scale(kColumns[0].width), 0));
   if (view == ViewStyle::kLargeIcon || view == ViewStyle::kThumbnails) {
-    const int cell = view == ViewStyle::kThumbnails ? kThumbnailCell + Scale(36) : Scale(90);
-    const int line = view == ViewStyle::kThumbnails ? kThumbnailCell + Scale(46) : Scale(84);
+    const int cell = view == ViewStyle::kThumbnails ? thumbnails_.cell() + Scale(36) : Scale(90);
+    const int line = view == ViewStyle::kThumbnails ? thumbnails_.cell() + Scale(46) : Scale(84);
     SendMessageW(list_, LVM_SETICONSPACING, 0, MAKELPARAM(cell, line));
   }
   SendMessageW(list_, LVM_ARRANGE, LVA_DEFAULT, 0);
+}
+
+void ListPane::ResetThumbnails() {
+  const int picture = Scale(thumbnailSize_);
+  // The list lets go of the old images before they go.
+  SendMessageW(list_, LVM_SETIMAGELIST, LVSIL_NORMAL, reinterpret_cast<LPARAM>(SystemImages(true)));
+  thumbnails_.SetSize(picture, picture + 2 * Scale(kThumbnailMargin));
+}
+
+void ListPane::SetThumbnailSize(int pixels) {
+  if (thumbnailSize_ == pixels) return;
+  thumbnailSize_ = pixels;
+  if (!list_ || !thumbnails_.images()) return;
+  ResetThumbnails();
+  if (view_ == ViewStyle::kThumbnails) SetView(view_);
+}
+
+int ListPane::ThumbnailImage(int row, int systemImage) {
+  const std::optional<ThumbnailSubject> subject = owner_.Thumbnail(row);
+  return thumbnails_.ImageOf(row, systemImage, subject ? &*subject : nullptr);
 }
 
 void ListPane::SetOptions(const Options& options) {
@@ -291,38 +320,6 @@ POINT ListPane::RowPoint(int row) const {
   return {rect.left + 2, rect.bottom - 2};
 }
 
-// A large icon of the system in the middle of a 64-by-64 cell. Pictures of the files themselves come in here
-// later.
-int ListPane::ThumbnailImage(int systemImage) {
-  const auto index = static_cast<size_t>(systemImage < 0 ? 0 : systemImage);
-  if (index >= thumbnailOf_.size()) thumbnailOf_.resize(index + 1, -1);
-  if (thumbnailOf_[index] >= 0) return thumbnailOf_[index];
-  BITMAPINFO info = {};
-  info.bmiHeader = {sizeof(BITMAPINFOHEADER), kThumbnailCell, kThumbnailCell, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-  void* bits = nullptr;
-  const HDC context = CreateCompatibleDC(nullptr);
-  const HBITMAP bitmap = CreateDIBSection(context, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-  const HGDIOBJ old = SelectObject(context, bitmap);
-  const RECT cell = {0, 0, kThumbnailCell, kThumbnailCell};
-  FillRect(context, &cell, GetSysColorBrush(COLOR_WINDOW));
-  FrameRect(context, &cell, GetSysColorBrush(COLOR_BTNFACE));
-  int width = 32;
-  int height = 32;
-  const HIMAGELIST large = SystemImages(true);
-  ImageList_GetIconSize(large, &width, &height);
-  ImageList_Draw(large, systemImage, context, (kThumbnailCell - width) / 2, (kThumbnailCell - height) / 2,
-                 ILD_NORMAL);
-  GdiFlush();
-  // The cell is opaque: what the icon left transparent shows the window's colour.
-  auto* pixels = static_cast<DWORD*>(bits);
-  for (int i = 0; i < kThumbnailCell * kThumbnailCell; ++i) pixels[i] |= 0xFF000000u;
-  SelectObject(context, old);
-  thumbnailOf_[index] = ImageList_Add(thumbnails_, bitmap, nullptr);
-  DeleteObject(bitmap);
-  DeleteDC(context);
-  return thumbnailOf_[index];
-}
-
 void ListPane::Paint() {
   PAINTSTRUCT paint;
   const HDC context = BeginPaint(hwnd(), &paint);
@@ -430,6 +427,7 @@ LRESULT ListPane::ListPart::HandleSubclassed(HWND window, UINT message, WPARAM w
     case WM_PAINT: {
       const LRESULT result = Original(window, message, wParam, lParam);
       pane_.PaintEmptyText();
+      pane_.thumbnails_.OnPainted();
       return result;
     }
     case WM_GETDLGCODE:

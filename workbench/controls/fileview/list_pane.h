@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "workbench/controls/fileview/thumbnail_view.h"
 #include "workbench/controls/model/row_order.h"
 #include "workbench/controls/shell/window_base.h"
 
@@ -23,6 +24,8 @@ class ListPaneOwner {
   virtual std::wstring CellText(int row, int column) = 0;
   virtual int CellImage(int row) = 0;
   virtual bool RowDimmed(int row) = 0;
+  // The file of a row, for its thumbnail; none for what is no file.
+  virtual std::optional<ThumbnailSubject> Thumbnail(int row) = 0;
   virtual int FindRow(int start, const std::wstring& prefix, bool partial, bool wrap) = 0;
   virtual void OnRowClicked(int row, POINT point) = 0;
   virtual void OnRowActivated(int row, POINT point) = 0;
@@ -60,6 +63,9 @@ class ListPane : public WindowBase {
   void SetFont(HFONT font);
   void SetView(ViewStyle view);
   ViewStyle view() const { return view_; }
+  // The largest side of a thumbnail, in pixels at 96 dots an inch.
+  void SetThumbnailSize(int pixels);
+  ThumbnailView& thumbnails() { return thumbnails_; }
   // Every option of the list; applied at once.
   struct Options {
     bool gridLines = true;
@@ -130,10 +136,12 @@ class ListPane : public WindowBase {
   void PaintEmptyText();
   void ApplyListStyle();
   void ApplyImages();
+  void ApplyView();
   DWORD OwnStyleBits() const;
   int StatusHeight() const;
   int Scale(int pixels) const;
-  int ThumbnailImage(int systemImage);
+  void ResetThumbnails();
+  int ThumbnailImage(int row, int systemImage);
   LRESULT SetItemState(WPARAM row, LVITEMW item);
   void ApplyFocus();
 
@@ -165,8 +173,8 @@ class ListPane : public WindowBase {
   bool selectionPosted_ = false;
   bool applyingStyle_ = false;
   std::optional<SortRule> sort_;
-  HIMAGELIST thumbnails_ = nullptr;
-  std::vector<int> thumbnailOf_;
+  ThumbnailView thumbnails_;
+  int thumbnailSize_ = 128;  // pixels at 96 dots an inch
 };
 
 }  // namespace controls

@@ -54,12 +54,16 @@ LRESULT ListPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case kFocusMessage:
       ApplyFocus();
       return 0;
+    case ThumbnailView::kMadeMessage:
+      thumbnails_.OnMade();
+      return 0;
     case kSelectionMessage:
       selectionPosted_ = false;
       owner_.OnSelectionChanged();
       return 0;
     case WM_DESTROY:
       listPart_.Detach();
+      thumbnails_.Detach();
       owner_.OnPaneDestroyed();
       list_ = nullptr;
       return 0;
@@ -104,7 +108,8 @@ LRESULT ListPane::OnGetDispInfo(NMHDR* header) {
     CopyText(owner_.CellText(item.iItem, item.iSubItem), item.pszText, item.cchTextMax);
   if (item.mask & LVIF_IMAGE) {
     const int image = owner_.CellImage(item.iItem);
-    item.iImage = view_ == ViewStyle::kThumbnails && thumbnails_ ? ThumbnailImage(image) : image;
+    const bool own = view_ == ViewStyle::kThumbnails && thumbnails_.images();
+    item.iImage = own ? ThumbnailImage(item.iItem, image) : image;
   }
   if (item.mask & LVIF_STATE) item.state = owner_.RowDimmed(item.iItem) ? LVIS_CUT : 0u;
   return 0;

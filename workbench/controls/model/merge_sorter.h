@@ -24,7 +24,14 @@ class MergeSorter {
   template <typename Less>
   bool Step(size_t comparisons, Less&& less) {
     while (!done() && comparisons != 0) {
-      if (!merging_) BeginMerge();
+      if (!merging_) {
+        BeginMerge();
+        --comparisons;
+        if (right_ == rightEnd_ || !less(items_[right_], items_[leftEnd_ - 1])) {
+          EndMerge();
+          continue;
+        }
+      }
       while (left_ < leftEnd_ && right_ < rightEnd_ && comparisons != 0) {
         --comparisons;
         const bool takeRight = less(items_[right_], items_[left_]);

@@ -1,0 +1,133 @@
+#include "src/preview/ply_header.h"
+
+#include <algorithm>
+
+#include "src/preview/text_source.h"
+
+namespace file_explorer::preview {
+namespace {
+
+constexpr std::size_t kMostElements = 32;
+constexpr std::size_t kMostProperties = 128;  // of one element
+constexpr std::size_t kLongestHeader = 64 * 1024;
+
+struct TypeName {
+  std::string_view name;
+  PlyType type;
+};
+constexpr TypeName kTypes[] = {
+    {"char", PlyType::kInt8},      {"int8", PlyType::kInt8},     {"uchar", PlyType::kUint8},
+    {"uint8", PlyType::kUint8},    {"short", PlyType::kInt16},   {"int16", PlyType::kInt16},
+    {"ushort", PlyType::kUint16},  {"uint16", PlyType::kUint16}, {"int", PlyType::kInt32},
+    {"int32", PlyType::kInt32},    {"uint", PlyType::kUint32},   {"uint32", PlyType::kUint32},
+    {"float", PlyType::kFloat},    {"float32", PlyType::kFloat}, {"double", PlyType::kDouble},
+    {"float64", PlyType::kDouble},
+};
+
+struct RoleName {
+  std::string_view name;
+  PlyElement::Kind kind;
+  bool isList;
+  PlyRole role;
+};
+constexpr RoleName kRoles[] = {
+    {"x", PlyElement::Kind::kPoints, false, PlyRole::kX},
+    {"y", PlyElement::Kind::kPoints, false, PlyRole::kY},
+    {"z", PlyElement::Kind::kPoints, false, PlyRole::kZ},
+    {"red", PlyElement::Kind::kPoints, false, PlyRole::kRed},
+    {"green", PlyElement::Kind::kPoints, false, PlyRole::kGreen},
+    {"blue", PlyElement::Kind::kPoints, false, PlyRole::kBlue},
+    {"vertex_indices", PlyElement::Kind::kFaces, true, PlyRole::kCorners},
+    {"vertex_index", PlyElement::Kind::kFaces, true, PlyRole::kCorners},
+};
+
+struct EncodingName {
+  std::string_view name;
+  PlyEncoding encoding;
+};
+constexpr EncodingName kEncodings[] = {{"ascii", PlyEncoding::kText},
+                                       {"binary_little_endian", PlyEncoding::kLittleEndian},
+                                       {"binary_big_endian", PlyEncoding::kBigEndian}};
+
+std::optional<PlyType> TypeOf(std::string_view name) {
+  for (const TypeName& type : kTypes) {
+    if (type.name == name) return type.type;
+  }
+  return std::nullopt;
+}
+
+bool ReadFormat(TextSource& text, PlyHeader* header) {
+  const std::string_view name = text.Word();
+  const auto* const found = std::find_if(std::begin(kEncodings), std::end(kEncodings),
+                                         [&](const EncodingName& known) { return known.name == name; });
+  if (found == std::end(kEncodings)) return false;
+  header->encoding = found->encoding;
+  return true;
+}
+
+bool ReadElement(TextSource& text, PlyHeader* header) {
+  PlyElement element;
+  const std::string_view name = text.Word();
+  if (name == "vertex") element.kind = PlyElement::Kind::kPoints;
+  if (name == "face") element.kind = PlyElement::Kind::kFaces;
+  long long count = 0;
+  if (!ReadWhole(text.Word(), &count) || count < 0 || header->elements.size() == kMostElements) return false;
+  element.count = static_cast<std::uint64_t>(count);
+  header->elements.push_back(std::move(element));
+  return true;
+}
+
+bool ReadProperty(TextSource& text, PlyHeader* header) {
+  if (header->elements.empty()) return false;
+  PlyElement& element = header->elements.back();
+  PlyProperty property;
+  std::string_view typeName = text.Word();
+  if (typeName == "list") {
+    property.lengthType = TypeOf(text.Word());
+    if (!property.lengthType || !IsWhole(*property.lengthType)) return false;
+    typeName = text.Word();
+  }
+  const std::optional<PlyType> type = TypeOf(typeName);
+  const std::string_view name = text.Word();
+  if (!type || name.empty() || element.properties.size() == kMostProperties) return false;
+  property.type = *type;
+  for (const RoleName& known : kRoles) {
+    if (known.name == name && known.kind == element.kind && known.isList == property.lengthType.has_value()) {
+      property.role = known.role;
+    }
+  }
+  element.properties.push_back(property);
+  return true;
+}
+
+struct Keyword {
+  std::string_view word;
+  bool (*read)(TextSource& text, PlyHeader* header);
+};
+constexpr Keyword kKeywords[] = {
+    {"format", ReadFormat}, {"element", ReadElement}, {"property", ReadProperty}};
+
+}  // namespace
+
+std::optional<PlyHeader> ReadPlyHeader(std::string_view file) {
+  TextSource text(file.substr(0, kLongestHeader));
+  PlyHeader header;
+  bool hasFormat = false;
+  if (text.Word() != "ply") return std::nullopt;
+  for (;;) {
+    text.NextLine();
+    if (text.AtEnd()) return std::nullopt;
+    const std::string_view word = text.Word();
+    if (word == "end_header") break;
+    const auto* const keyword = std::find_if(std::begin(kKeywords), std::end(kKeywords),
+                                             [&](const Keyword& known) { return known.word == word; });
+    if (keyword == std::end(kKeywords)) continue;  // comments, and what later versions may add
+    if (!keyword->read(text, &header)) return std::nullopt;
+    hasFormat = hasFormat || keyword->read == ReadFormat;
+  }
+  text.NextLine();
+  header.body = file.substr(text.at());
+  return hasFormat ? std::optional(std::move(header)) : std::nullopt;
+}
+
+}  // namespace file_explorer::preview

@@ -1,0 +1,84 @@
+#include "src/preview/shell_extractor.h"
+
+#include <objbase.h>
+#include <shlobj.h>
+
+#include <algorithm>
+
+#include "src/framework/com/com_ptr.h"
+
+namespace file_explorer::preview {
+namespace {
+
+constexpr DWORD kColorDepth = 24;
+
+class OwnedBitmap {
+ public:
+  OwnedBitmap() = default;
+  ~OwnedBitmap() {
+    if (bitmap_ != nullptr) DeleteObject(bitmap_);
+  }
+  OwnedBitmap(const OwnedBitmap&) = delete;
+  OwnedBitmap& operator=(const OwnedBitmap&) = delete;
+  HBITMAP get() const { return bitmap_; }
+  HBITMAP* put() { return &bitmap_; }
+
+ private:
+  HBITMAP bitmap_ = nullptr;
+};
+
+ComPtr<IExtractImage> ExtractorOf(LPCITEMIDLIST item) {
+  ComPtr<IShellFolder> folder;
+  ComPtr<IExtractImage> extractor;
+  LPCITEMIDLIST child = nullptr;
+  if (FAILED(SHBindToParent(item, IID_IShellFolder, reinterpret_cast<void**>(folder.ReleaseAndGetAddressOf()),
+                            &child)) ||
+      FAILED(folder->GetUIObjectOf(nullptr, 1, &child, IID_IExtractImage, nullptr,
+                                   reinterpret_cast<void**>(extractor.ReleaseAndGetAddressOf())))) {
+    return nullptr;
+  }
+  return extractor;
+}
+
+// The bitmap's upper left part, opaque.
+std::optional<Picture> PixelsOf(HBITMAP bitmap, int size) {
+  BITMAP facts = {};
+  if (bitmap == nullptr || !GetObjectA(bitmap, sizeof(facts), &facts) || facts.bmWidth <= 0 ||
+      facts.bmHeight <= 0 || facts.bmWidth > 4096 || facts.bmHeight > 4096) {
+    return std::nullopt;
+  }
+  Picture whole = {static_cast<int>(facts.bmWidth), static_cast<int>(facts.bmHeight), {}};
+  whole.pixels.resize(static_cast<std::size_t>(facts.bmWidth) * static_cast<std::size_t>(facts.bmHeight));
+  BITMAPINFO info = {};
+  info.bmiHeader = {sizeof(BITMAPINFOHEADER), facts.bmWidth, -facts.bmHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  const HDC screen = GetDC(nullptr);
+  const int rows = GetDIBits(screen, bitmap, 0, static_cast<UINT>(facts.bmHeight), whole.pixels.data(), &info,
+                             DIB_RGB_COLORS);
+  ReleaseDC(nullptr, screen);
+  if (rows != facts.bmHeight) return std::nullopt;
+  Picture picture = {std::min(whole.width, size), std::min(whole.height, size), {}};
+  for (int y = 0; y < picture.height; ++y) {
+    for (int x = 0; x < picture.width; ++x) picture.pixels.push_back(whole.At(x, y) | 0xFF000000u);
+  }
+  return picture;
+}
+
+}  // namespace
+
+std::optional<Picture> ExtractShellPicture(LPCITEMIDLIST item, int size) {
+  const ComPtr<IExtractImage> extractor = ExtractorOf(item);
+  if (!extractor) return std::nullopt;
+  // The location has to be asked for before the picture, although nobody needs it here.
+  wchar_t location[MAX_PATH] = L"";
+  DWORD priority = 0;
+  DWORD flags = IEIFLAG_ASPECT;
+  const SIZE wanted = {size, size};
+  OwnedBitmap bitmap;
+  if (FAILED(extractor->GetLocation(location, MAX_PATH, &priority, &wanted, kColorDepth, &flags)) ||
+      FAILED(extractor->Extract(bitmap.put()))) {
+    return std::nullopt;
+  }
+  return PixelsOf(bitmap.get(), size);
+}
+
+}  // namespace file_explorer::preview
