@@ -22,9 +22,13 @@ class FavoritesPaneTest : public FavoritesFixture {
     ASSERT_EQ(boxes.boxes().size(), 1u);
     EXPECT_EQ(boxes.boxes()[0].text, text);
     EXPECT_EQ(boxes.boxes()[0].caption, "Error");
-    EXPECT_THAT(boxes.boxes()[0].buttons, testing::SizeIs(1));
-    EXPECT_EQ(boxes.boxes()[0].owner, panel);
     EXPECT_EQ(Shown(), before);
+    ExpectOkBox(boxes.boxes()[0]);
+  }
+  void ExpectOkBox(const test_support::RecordedMessageBox& box) const {
+    EXPECT_THAT(box.buttons, ElementsAre(IDOK));
+    EXPECT_EQ(box.icon, 0u);
+    EXPECT_EQ(box.owner, panel);
   }
 };
 
@@ -97,6 +101,7 @@ TEST_F(FavoritesPaneTest, DeletingAsksFirst) {
     EXPECT_EQ(boxes.boxes()[0].text, "Are you sure you want to delete this item?");
     EXPECT_THAT(boxes.boxes()[0].buttons, ElementsAre(IDYES, IDNO));
     EXPECT_EQ(boxes.boxes()[0].icon, static_cast<UINT>(MB_ICONQUESTION));
+    EXPECT_EQ(boxes.boxes()[0].owner, panel);
   }
   EXPECT_EQ(Shown(), "Favorites(Models(cube.obj) Textures wood.png)");
   MessageBoxRecorder boxes;
@@ -132,6 +137,19 @@ TEST_F(FavoritesPaneTest, APathThatIsListedIsRefused) {
   ASSERT_EQ(boxes.boxes().size(), 1u);
   EXPECT_EQ(boxes.boxes()[0].text, "The directory path is already contained within the Favorites list.");
   EXPECT_EQ(boxes.boxes()[0].caption, "Error");
+  ExpectOkBox(boxes.boxes()[0]);
+}
+
+TEST_F(FavoritesPaneTest, SeveralSelectedFilesAreRefused) {
+  CreateWithSample();
+  AddFavoriteSources sources;
+  sources.fileViewSelectionCount = [] { return 2; };
+  const MessageBoxRecorder boxes;
+  pane->AddFavorite(panel, sources);
+  ASSERT_EQ(boxes.boxes().size(), 1u);
+  EXPECT_EQ(boxes.boxes()[0].text, kSelectOnlyOneText);
+  EXPECT_EQ(boxes.boxes()[0].caption, "Error");
+  ExpectOkBox(boxes.boxes()[0]);
 }
 
 TEST_F(FavoritesPaneTest, WithoutAPathTheCommandSaysWhy) {
@@ -141,6 +159,7 @@ TEST_F(FavoritesPaneTest, WithoutAPathTheCommandSaysWhy) {
   ASSERT_EQ(boxes.boxes().size(), 1u);
   EXPECT_EQ(boxes.boxes()[0].text, kVirtualItemText);
   EXPECT_EQ(boxes.boxes()[0].caption, "Warning");
+  ExpectOkBox(boxes.boxes()[0]);
 }
 
 }  // namespace

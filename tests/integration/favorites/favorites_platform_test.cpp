@@ -27,6 +27,33 @@ TEST_F(FavoritesPlatformTest, LinesAreWrittenWithThePlatformsEnds) {
   EXPECT_NE(text.find("\r\ns=49\r\ni=0\r\nd=Favorites\r\nE\r\n"), std::string::npos) << text;
 }
 
+TEST_F(FavoritesPlatformTest, AGoldenFileComesBackByteForByte) {
+  const std::string golden = TextOfFile(TEST_DATA_DIR "/favorites/favorites.dat");
+  ASSERT_FALSE(golden.empty());
+  for (const char* name : {"favorites.dat", "favorites_lf.dat"}) {
+    PutFavorites(TextOfFile(std::string(TEST_DATA_DIR "/favorites/") + name));
+    Create();
+    EXPECT_EQ(Shown(),
+              "Favorites(Models(Scenes(city.3ds) cube = checked.obj) ) a folder at the top(textures)");
+    pane->Save();
+    EXPECT_EQ(TextOfFile(file()), golden) << name;
+    pane.reset();
+  }
+}
+
+// Saved through the tree and loaded again, whatever the file was.
+TEST_F(FavoritesPlatformTest, AFileMadeByHandIsTheSameAfterItsFirstSave) {
+  PutFavorites(TextOfFile(TEST_DATA_DIR "/favorites/odd.dat"));
+  Create();
+  EXPECT_EQ(Shown(), "Favorites(below the first) same key unknown parent");
+  pane->Save();
+  const std::string saved = TextOfFile(file());
+  pane.reset();
+  Create();
+  pane->Save();
+  EXPECT_EQ(TextOfFile(file()), saved);
+}
+
 TEST_F(FavoritesPlatformTest, Deliberate_TheOpenFileIsNotRenamedAndNoBackupIsMade) {
   CreateWithSample();
   const std::string backup = folder.Join(std::string_view("favorites.bak"));

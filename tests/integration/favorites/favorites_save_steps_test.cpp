@@ -8,6 +8,7 @@
 #include <string>
 
 #include "tests/integration/favorites/favorites_fixture.h"
+#include "tests/support/wait_until.h"
 
 namespace file_explorer {
 namespace {
@@ -42,8 +43,12 @@ class FavoritesSaveStepsTest : public FavoritesFixture {
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                        &process)) {
+    // A busy machine may refuse a start for the moment.
+    const bool isStarted = test_support::WaitUntil([&] {
+      return CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                            &process) != FALSE;
+    });
+    if (!isStarted) {
       ADD_FAILURE() << command << " does not start: error " << GetLastError();
       return ERROR_FILE_NOT_FOUND;
     }

@@ -72,6 +72,42 @@ TEST_F(TreeDragTest, NothingMovesOntoItselfOrBelowItself) {
   EXPECT_EQ(Shown(), before);
 }
 
+TEST_F(TreeDragTest, AClosedFolderStaysClosedWhenItMovesAndAnOpenOneOpen) {
+  PutFavorites(
+      "K={0}\ns=49\nd=Favorites\nE\nK={1}\ns=21\nd=outer\np={0}\nK={2}\ns=21\nd=inner\np={1}\n"
+      "K={3}\ns=6\nd=leaf\nn=X:\\leaf\np={2}\nK={4}\ns=21\nd=target\np={0}\n");
+  Create();
+  Show();
+  const auto itemOf = [this](const char* key) { return reinterpret_cast<LPARAM>(Record(key).treeItem); };
+  const auto isOpen = [&](const char* key) {
+    return TreeControl(tree().window()).IsExpanded(reinterpret_cast<HTREEITEM>(itemOf(key)));
+  };
+  SendMessageA(tree().window(), TVM_EXPAND, TVE_COLLAPSE, itemOf("{2}"));
+  Drag("{1}", "{4}");
+  EXPECT_EQ(Shown(), "Favorites(target(outer(inner(leaf))))");
+  EXPECT_TRUE(isOpen("{1}"));
+  EXPECT_FALSE(isOpen("{2}"));
+  EXPECT_EQ(SendMessageA(tree().window(), TVM_GETITEMSTATE, static_cast<WPARAM>(itemOf("{3}")),
+                         TVIS_STATEIMAGEMASK) &
+                TVIS_STATEIMAGEMASK,
+            static_cast<LRESULT>(INDEXTOSTATEIMAGEMASK(2)));
+}
+
+TEST_F(TreeDragTest, NothingMovesToAPlaceWithoutAnItemOrAFolderThatTakesNoDrops) {
+  PutFavorites(
+      "K={0}\ns=49\nd=Favorites\nE\nK={1}\ns=5\nd=closed\np={0}\nK={2}\ns=4\nd=leaf\np={0}\n"
+      "K={3}\ns=4\nd=at the top\nE\n");
+  Create();
+  Show();
+  const std::string before = Shown();
+  Drag("{2}", "{1}");
+  Drag("{2}", "{3}");
+  BeginDrag("{2}");
+  SendMessageA(panel, WM_MOUSEMOVE, 0, MAKELPARAM(150, 380));
+  SendMessageA(panel, WM_LBUTTONUP, 0, MAKELPARAM(150, 380));
+  EXPECT_EQ(Shown(), before);
+}
+
 TEST_F(TreeDragTest, TheRootIsNotDragged) {
   CreateWithSample();
   Show();

@@ -2,6 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/integration/favorites/favorites_fixture.h"
 #include "tests/support/wait_until.h"
 
@@ -272,6 +274,67 @@ TEST_F(TreeViewTest, CheckBoxesFollowTheFolders) {
   boxes.LeftButtonDown(point);
   EXPECT_FALSE(isChecked("{1}"));
   EXPECT_FALSE(isChecked("{2}"));
+}
+
+// Stands before the tree and refuses items of one name.
+WNDPROC behindTheRefusal = nullptr;
+LRESULT CALLBACK RefuseBadItems(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == TVM_INSERTITEMA &&
+      std::string(reinterpret_cast<const TVINSERTSTRUCTA*>(lParam)->item.pszText) == "refused") {
+    return 0;
+  }
+  return CallWindowProcA(behindTheRefusal, window, message, wParam, lParam);
+}
+
+TEST_F(TreeViewTest, AnItemThatTheControlRefusesIsTakenOffTheList) {
+  CreateWithSample();
+  behindTheRefusal = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrA(tree().window(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(RefuseBadItems)));
+  auto record = std::make_unique<FavoriteRecord>();
+  record->displayName = "refused";
+  EXPECT_EQ(tree().AddFavorite(std::move(record), &Record("{0}")), nullptr);
+  EXPECT_EQ(tree().list().records().size(), 5u);
+  PutFavorites(
+      "K={0}\ns=49\nd=Favorites\nE\nK={1}\ns=21\nd=refused\np={0}\nK={2}\ns=4\nd=orphan\np={1}\n"
+      "K={3}\ns=4\nd=kept\np={0}\n");
+  EXPECT_TRUE(tree().LoadFavorites(file()));
+  EXPECT_EQ(Shown(), "Favorites(kept) orphan");
+  EXPECT_EQ(tree().list().records().size(), 3u);
+  SetWindowLongPtrA(tree().window(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(behindTheRefusal));
+}
+
+TEST_F(TreeViewTest, ManyFavouritesInAnyOrderAreShownSorted) {
+  std::string text = "K={0}\ns=49\nd=Favorites\nE\n";
+  for (int i = 0; i < 3000; ++i) {
+    text += "K={" + std::to_string(i + 1) + "}\ns=4\nd=entry " + std::to_string(100000 + i * 7919 % 3001) +
+            "\np={0}\n";
+  }
+  PutFavorites(text);
+  Create();
+  const std::vector<FavoriteRecord*>& children = Record("{0}").children;
+  ASSERT_EQ(children.size(), 3000u);
+  auto item = reinterpret_cast<HTREEITEM>(SendMessageA(tree().window(), TVM_GETNEXTITEM, TVGN_CHILD,
+                                                       reinterpret_cast<LPARAM>(Record("{0}").treeItem)));
+  for (const FavoriteRecord* const child : children) {
+    ASSERT_EQ(item, child->treeItem) << child->displayName;
+    item = reinterpret_cast<HTREEITEM>(
+        SendMessageA(tree().window(), TVM_GETNEXTITEM, TVGN_NEXT, reinterpret_cast<LPARAM>(item)));
+  }
+  EXPECT_TRUE(std::is_sorted(children.begin(), children.end(),
+                             [](const auto* a, const auto* b) { return a->sortKey < b->sortKey; }));
+}
+
+TEST_F(TreeViewTest, ThePicturesAreSixteenByFifteen) {
+  const HBITMAP strip = CreateBitmap(6 * 16, 15, 1, 32, nullptr);
+  const FavoriteImages images = MakeFavoriteImages(strip);
+  DeleteObject(strip);
+  int width = 0;
+  int height = 0;
+  ASSERT_TRUE(ImageList_GetIconSize(images->get(), &width, &height));
+  EXPECT_EQ(width, 16);
+  EXPECT_EQ(height, 15);
+  EXPECT_EQ(ImageList_GetImageCount(images->get()), 6);
+  EXPECT_EQ(MakeFavoriteImages(nullptr), nullptr);
 }
 
 TEST_F(TreeViewTest, AParentThatGoesFirstDoesNoHarm) {

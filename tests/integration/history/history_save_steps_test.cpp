@@ -10,6 +10,7 @@
 
 #include "src/history/history_platform.h"
 #include "tests/integration/history/history_test_folder.h"
+#include "tests/support/wait_until.h"
 
 namespace file_explorer {
 namespace {
@@ -52,8 +53,12 @@ class HistorySaveStepsTest : public testing::Test {
     STARTUPINFOA startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                        &process)) {
+    // A busy machine may refuse a start for the moment.
+    const bool isStarted = test_support::WaitUntil([&] {
+      return CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                            &process) != FALSE;
+    });
+    if (!isStarted) {
       ADD_FAILURE() << command << " does not start: error " << GetLastError();
       return ERROR_FILE_NOT_FOUND;
     }

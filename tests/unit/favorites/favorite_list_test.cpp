@@ -131,6 +131,37 @@ TEST_F(FavoriteListTest, ARefusedRecordIsTakenOffAgain) {
   EXPECT_EQ(list.FindByKey("key of x"), nullptr);
 }
 
+TEST_F(FavoriteListTest, WhatIsBelowARemovedRecordGoesToTheTopLevelAndItsKeyToTheNextOne) {
+  FavoriteRecord* const folder = AddFolder("folder", root);
+  AddReference("x", folder);
+  FavoriteRecord* const other = AddFolder("folder", root);
+  list.Remove(*folder);
+  EXPECT_EQ(Shown(), "Favorites(folder) x");
+  EXPECT_EQ(list.FindByKey("KEY OF FOLDER"), other);
+}
+
+TEST_F(FavoriteListTest, SortingAtTheEndOfLoadingGivesTheTreeOfPlacingOneByOne) {
+  FavoriteList loaded;
+  loaded.BeginLoading();
+  FavoriteRecord* const top = loaded.Add(Folder("Favorites", kRootFolderFlags), nullptr);
+  FavoriteRecord* folder = top;
+  FavoriteRecord* ownFolder = root;
+  for (int i = 0; i < 2000; ++i) {
+    const std::string name = (i % 3 == 0 ? "Same " : "same ") + std::to_string(i * 7919 % 97);
+    FavoriteRecord* const added = loaded.Add(i % 5 == 0 ? Folder(name) : Reference(name), folder);
+    FavoriteRecord* const own = list.Add(i % 5 == 0 ? Folder(name) : Reference(name), ownFolder);
+    if (i % 50 == 0) {
+      folder = added;
+      ownFolder = own;
+    }
+  }
+  loaded.EndLoading();
+  EXPECT_EQ(Outline(loaded.topLevel()), Shown());
+  loaded.Add(Reference("same 5"), top);
+  list.Add(Reference("same 5"), root);
+  EXPECT_EQ(Outline(loaded.topLevel()), Shown());
+}
+
 TEST_F(FavoriteListTest, NothingIsDroppedOntoItselfOrBelowItself) {
   FavoriteRecord* const outer = AddFolder("outer", root);
   FavoriteRecord* const inner = AddFolder("inner", outer);

@@ -72,6 +72,34 @@ TEST_F(FavoritesWriterTest, AGoldenFileComesBackByteForByte) {
   EXPECT_EQ(Get(path), kGolden);
 }
 
+std::string GoldenFile(const char* name) {
+  std::ifstream file(std::string(TEST_DATA_DIR "/favorites/") + name, std::ios::binary);
+  EXPECT_TRUE(file) << name;
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+#ifndef _WIN32
+TEST_F(FavoritesWriterTest, AFileOfEitherLineEndsComesBackWithThePlatformsOwn) {
+  for (const char* name : {"favorites.dat", "favorites_lf.dat"}) {
+    list.Clear();
+    Put(path, GoldenFile(name));
+    ASSERT_TRUE(Read(list));
+    Write();
+    EXPECT_EQ(Get(path), GoldenFile("favorites_lf.dat")) << name;
+  }
+}
+#endif
+
+TEST_F(FavoritesWriterTest, AFileMadeByHandGivesWhatCanBeRead) {
+  Put(path, GoldenFile("odd.dat"));
+  ASSERT_TRUE(Read(list));
+  EXPECT_EQ(Outline(list.topLevel()), "Favorites(below the first) same key unknown parent");
+  EXPECT_EQ(list.records().front()->flags, 49);
+  EXPECT_EQ(list.records().front()->imageIndex, 0);
+}
+
 TEST_F(FavoritesWriterTest, LoadingTwiceGivesTheSameTree) {
   Put(path, kGolden);
   ASSERT_TRUE(Read(list));
