@@ -45,7 +45,7 @@ LRESULT CALLBACK HistoryListBox::Procedure(HWND window, UINT message, WPARAM wPa
     SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previous));
     SetWindowLongPtrA(window, GWLP_USERDATA, 0);
     box->window_.release();  // the parent may destroy its children before the view goes
-  } else if (message == WM_KEYDOWN || message == WM_CHAR || message == WM_GETDLGCODE) {
+  } else if (message == WM_KEYDOWN || message == WM_CHAR || message == WM_GETDLGCODE || message == WM_PAINT) {
     try {
       const ModuleContext context;
       LRESULT result = 0;

@@ -10,9 +10,11 @@
 #include <vector>
 
 #include "src/framework/command_ids.h"
+#include "src/history/row_thumbnails.h"
 #include "tests/integration/history/history_test_folder.h"
 #include "tests/support/message_box_recorder.h"
 #include "tests/support/wait_until.h"
+#include "tests/unit/preview/model_files.h"
 
 namespace file_explorer {
 namespace {
@@ -499,6 +501,105 @@ TEST_F(HistoryViewTest, APreviewOfTheSurroundingsIsShownInATallRow) {
   InvalidateRect(view->window(), nullptr, TRUE);
   UpdateWindow(view->window());
   EXPECT_EQ(asked, 1);  // kept
+}
+
+TEST_F(HistoryViewTest, AModelIsSeenAtTheThumbnailsPlaceAndOnTheSelectionsColour) {
+  folder.Put("cube.obj", model_files::Obj(model_files::Cube()));
+  Create();
+  view->SetShowIcons(true);
+  Add(folder.Path("cube.obj").c_str());
+  Show();
+  const auto pixel = [this](int x, int y) {
+    const HDC dc = GetDC(view->window());
+    const COLORREF color = GetPixel(dc, x, y);
+    ReleaseDC(view->window(), dc);
+    return color;
+  };
+  const auto brightness = [](COLORREF color) { return GetRValue(color) + GetGValue(color) + GetBValue(color); };
+  // The upper, front and right faces of the cube, and nothing beside it.
+  const int top = brightness(pixel(3 + 32, 1 + 11));
+  const int front = brightness(pixel(3 + 20, 1 + 37));
+  const int side = brightness(pixel(3 + 53, 1 + 37));
+  EXPECT_GT(top, front + 30);
+  EXPECT_GT(front, side + 30);
+  EXPECT_EQ(pixel(3, 1), GetSysColor(COLOR_WINDOW));
+  Send(LB_SETCURSEL, 0);
+  UpdateWindow(view->window());
+  EXPECT_EQ(pixel(3 + 1, 1 + 1), GetSysColor(COLOR_HIGHLIGHT));
+  EXPECT_NEAR(brightness(pixel(3 + 20, 1 + 37)), front, 3);
+}
+
+TEST_F(HistoryViewTest, OnlyRowsInSightAreAskedForAThumbnail) {
+  HistoryServices services;
+  services.instance = GetModuleHandleA(nullptr);
+  services.profilePath = [this] { return folder.profile(); };
+  services.mainWindow = [this] { return panel; };
+  std::vector<std::string> asked;
+  services.preview = [&asked](const HistoryEntry& entry, int) -> std::optional<preview::Preview> {
+    asked.push_back(entry.displayName);
+    return std::nullopt;
+  };
+  view = CHistoryView::Create(panel, kViewId, services);
+  view->SetShowIcons(true);
+  for (int i = 0; i < 60; ++i) Add(("X:\\file" + std::to_string(i) + ".obj").c_str());
+  EXPECT_THAT(asked, IsEmpty());
+  Show();
+  RECT area = {};
+  GetClientRect(view->window(), &area);
+  const std::size_t inSight = static_cast<std::size_t>((area.bottom + 65) / 66);
+  EXPECT_EQ(asked.size(), inSight);
+  EXPECT_EQ(asked.front(), "file59.obj");
+  InvalidateRect(view->window(), nullptr, TRUE);
+  UpdateWindow(view->window());
+  EXPECT_EQ(asked.size(), inSight);
+  Send(LB_SETTOPINDEX, 55);
+  UpdateWindow(view->window());
+  EXPECT_LE(asked.size(), 2 * inSight);
+}
+
+TEST_F(HistoryViewTest, AThumbnailIsMadeAnewWhenItsFileHasChanged) {
+  folder.Put("a.obj", "one");
+  HistoryServices services;
+  services.instance = GetModuleHandleA(nullptr);
+  services.profilePath = [this] { return folder.profile(); };
+  services.mainWindow = [this] { return panel; };
+  int asked = 0;
+  services.preview = [&asked](const HistoryEntry&, int) -> std::optional<preview::Preview> {
+    ++asked;
+    return std::nullopt;
+  };
+  view = CHistoryView::Create(panel, kViewId, services);
+  view->SetShowIcons(true);
+  Add(folder.Path("a.obj").c_str());
+  Show();
+  EXPECT_EQ(asked, 1);
+  folder.Put("a.obj", "another content");
+  EXPECT_TRUE(WaitUntil([&] {
+    InvalidateRect(view->window(), nullptr, FALSE);
+    UpdateWindow(view->window());
+    return asked == 2;
+  }));
+}
+
+TEST_F(HistoryViewTest, RowsThatHaveToWaitGetTheirThumbnailInALaterPainting) {
+  HistoryServices services;
+  services.instance = GetModuleHandleA(nullptr);
+  services.profilePath = [this] { return folder.profile(); };
+  services.mainWindow = [this] { return panel; };
+  int asked = 0;
+  services.preview = [&asked](const HistoryEntry&, int) -> std::optional<preview::Preview> {
+    ++asked;
+    const ULONGLONG end = GetTickCount64() + RowThumbnails::kPaintingMs + 30;
+    while (GetTickCount64() < end) Sleep(5);  // a slow file
+    return std::nullopt;
+  };
+  view = CHistoryView::Create(panel, kViewId, services);
+  view->SetShowIcons(true);
+  for (const char* const path : {"X:\\a.obj", "X:\\b.obj", "X:\\c.obj"}) Add(path);
+  Show();
+  EXPECT_TRUE(WaitUntil([&] { return asked == 3; }));
+  test_support::PumpMessages();
+  EXPECT_EQ(asked, 3);
 }
 
 TEST_F(HistoryViewTest, AParentThatGoesFirstDoesNoHarm) {
