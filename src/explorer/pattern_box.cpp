@@ -50,6 +50,10 @@ bool PatternBox::Create(HINSTANCE instance, ExplorerWindow& owner, HWND toolbar)
   SetPropA(edit_, kBoxProperty, this);
   previousProcedure_ = reinterpret_cast<WNDPROC>(
       SetWindowLongPtrA(edit_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PatternBox::EditProcedure)));
+  toolbar_ = toolbar;
+  SetPropA(toolbar, kBoxProperty, this);
+  previousToolbarProcedure_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrA(toolbar, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PatternBox::ToolbarProcedure)));
   CreateBalloon(instance, owner.window());
   return true;
 }
@@ -77,7 +81,11 @@ void PatternBox::Destroy() {
     SetWindowLongPtrA(edit_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousProcedure_));
     RemovePropA(edit_, kBoxProperty);
   }
-  balloon_ = label_ = edit_ = nullptr;
+  if (toolbar_ != nullptr && IsWindow(toolbar_)) {
+    SetWindowLongPtrA(toolbar_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousToolbarProcedure_));
+    RemovePropA(toolbar_, kBoxProperty);
+  }
+  balloon_ = label_ = edit_ = toolbar_ = nullptr;
 }
 
 void PatternBox::Clear() {
@@ -98,6 +106,19 @@ LRESULT CALLBACK PatternBox::EditProcedure(HWND edit, UINT message, WPARAM wPara
     MessageBeep(MB_ICONWARNING);  // the typed character stays; only its selection is missing
   }
   return result;
+}
+
+// The flat toolbar shows its parent's background, the colour of windows; a label in the colour of buttons would stand in
+// it as a patch.
+LRESULT CALLBACK PatternBox::ToolbarProcedure(HWND toolbar, UINT message, WPARAM wParam, LPARAM lParam) {
+  const auto* const box = static_cast<PatternBox*>(GetPropA(toolbar, kBoxProperty));
+  if (box == nullptr) return DefWindowProcA(toolbar, message, wParam, lParam);
+  if (message == WM_CTLCOLORSTATIC && reinterpret_cast<HWND>(lParam) == box->label_) {
+    SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
+    SetTextColor(reinterpret_cast<HDC>(wParam), GetSysColor(COLOR_WINDOWTEXT));
+    return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW));
+  }
+  return CallWindowProcA(box->previousToolbarProcedure_, toolbar, message, wParam, lParam);
 }
 
 }  // namespace file_explorer

@@ -17,7 +17,7 @@ class PatternBox {
   // Makes label and edit box behind the last button of the toolbar, and the balloon with the pattern help. owner answers
   // the balloon's request for text and lives longer. False when the edit box can't be made.
   bool Create(HINSTANCE instance, ExplorerWindow& owner, HWND toolbar);
-  // Destroys the balloon and gives the edit box its procedure back; the edit box itself goes with its toolbar.
+  // Destroys the balloon and gives edit box and toolbar their procedures back; label and edit box go with the toolbar.
   void Destroy();
   // Empties the box; the selection stays.
   void Clear();
@@ -28,13 +28,16 @@ class PatternBox {
 
  private:
   static LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
+  static LRESULT CALLBACK ToolbarProcedure(HWND toolbar, UINT message, WPARAM wParam, LPARAM lParam);
   void CreateBalloon(HINSTANCE instance, HWND ownerWindow);
 
   ExplorerWindow* owner_ = nullptr;
   HWND label_ = nullptr;
   HWND edit_ = nullptr;
   HWND balloon_ = nullptr;
-  WNDPROC previousProcedure_ = nullptr;
+  HWND toolbar_ = nullptr;
+  WNDPROC previousProcedure_ = nullptr;         // of the edit box
+  WNDPROC previousToolbarProcedure_ = nullptr;
 };
 
 }  // namespace file_explorer

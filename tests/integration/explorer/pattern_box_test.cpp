@@ -86,6 +86,15 @@ TEST_F(PatternBoxTest, TheLabelHasRoomForItsTextInTheToolbarsFont) {
   EXPECT_EQ(label.bottom - label.top, text.cy + 4);
 }
 
+TEST_F(PatternBoxTest, TheLabelHasTheColourOfTheToolbarsBackground) {
+  const HDC dc = GetDC(Label());
+  const LRESULT brush = SendMessageA(Toolbar(kCommandToolbar), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
+                                     reinterpret_cast<LPARAM>(Label()));
+  EXPECT_EQ(brush, reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW)));
+  EXPECT_EQ(GetBkMode(dc), TRANSPARENT);
+  ReleaseDC(Label(), dc);
+}
+
 TEST_F(PatternBoxTest, TheBalloonIsOnTopAndAsksForItsTextWhenItShows) {
   const HWND balloon = Balloon();
   ASSERT_NE(balloon, nullptr);
