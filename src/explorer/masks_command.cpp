@@ -25,7 +25,7 @@ void ShowMasksDialog(ExplorerWindow& window) {
   if (!state.explorerWindow) return;
   if (foldersChanged) ApplyViewOptions(state);  // the category colours go to the host with them
   ShellControlHost* const fileView = state.explorerWindow->fileView();
-  const UniquePidl folder = CopyItemPidl(fileView);
+  const unique_pidl folder = CopyItemPidl(fileView);
   SetCurrentFolder(fileView, folder.get());
   RefreshView(fileView);
 }

@@ -30,7 +30,7 @@ class DialogTurn {
 
 unique_pidl CurrentFolder(const ExplorerState& state) {
   if (!state.explorerWindow) return {};
-  return unique_pidl(CopyItemPidl(state.explorerWindow->fileView()).release());
+  return CopyItemPidl(state.explorerWindow->fileView());
 }
 
 }  // namespace

@@ -97,14 +97,14 @@ ShellItem GetCurrentFolderItem(ShellControlHost* fileView) {
   return GetItemProperty(fileView, file_view_id::kCurrentFolderItem);
 }
 
-UniquePidl CopyItemPidl(ShellControlHost* fileView) {
+unique_pidl CopyItemPidl(ShellControlHost* fileView) {
   try {
     const ShellItem folder = GetCurrentFolderItem(fileView);
     const PCIDLIST_ABSOLUTE pidl = folder.GetPidl();
-    return UniquePidl(pidl ? ILClone(pidl) : nullptr);
+    return unique_pidl(pidl ? ILClone(pidl) : nullptr);
   } catch (const _com_error& error) {
     ReportComError("Error while copying a PIDL.", error);
-    return nullptr;
+    return {};
   }
 }
 

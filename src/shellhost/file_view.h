@@ -8,7 +8,7 @@
 
 #include <string_view>
 
-#include "src/framework/com/com_owners.h"
+#include "src/framework/unique_handle.h"
 #include "src/shellhost/shell_control_host.h"
 #include "src/shellhost/shell_item.h"
 
@@ -41,7 +41,7 @@ ShellItem GetNextSelectedItem(ShellControlHost* fileView);
 // The folder that is shown, as an item.
 ShellItem GetCurrentFolderItem(ShellControlHost* fileView);
 // A copy of the current folder's list; null when there is none. A failing call is reported to the user.
-UniquePidl CopyItemPidl(ShellControlHost* fileView);
+unique_pidl CopyItemPidl(ShellControlHost* fileView);
 
 void GoUpOneLevel(ShellControlHost* fileView);
 void RefreshView(ShellControlHost* fileView);

@@ -1,5 +1,5 @@
-// Owners of what COM hands out: texts, variants, task memory, item identifier lists, connections. Nothing
-// else calls SysFreeString, VariantClear or CoTaskMemFree.
+// Owners of what COM hands out: texts, variants, task memory, connections. (Item identifier lists have
+// unique_pidl.) Nothing else calls SysFreeString, VariantClear or CoTaskMemFree.
 #pragma once
 
 #include <windows.h>
@@ -22,8 +22,6 @@ struct TaskMemoryDeleter {
 // Memory of the task allocator, as StringFromCLSID gives it.
 template <class T>
 using UniqueTaskMemory = std::unique_ptr<T, TaskMemoryDeleter>;
-// An item identifier list of our own.
-using UniquePidl = std::unique_ptr<ITEMIDLIST, TaskMemoryDeleter>;
 
 // A BSTR with one owner; may be null.
 class UniqueBstr {

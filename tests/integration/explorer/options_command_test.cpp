@@ -13,6 +13,7 @@
 #include "tests/support/dialog_visits.h"
 #include "tests/support/explorer/explorer_fixture.h"
 #include "tests/support/wait_until.h"
+#include "workbench/app/main/commands.h"
 
 namespace {
 
@@ -72,6 +73,14 @@ TEST_F(OptionsCommandTest, ThePanelsToolbarLeadsToTheSameDialog) {
   visits.Expect(kCaption, IDOK, nullptr);
   SendMessageA(fixture_.Panel(), WM_COMMAND, kOptionsCommand,
                reinterpret_cast<LPARAM>(fixture_.PanelChild(32004)));
+  EXPECT_TRUE(visits.Done());
+}
+
+TEST_F(OptionsCommandTest, TheGoToMenusEntryForTheHomeDirectoryLeadsToTheSameDialog) {
+  Begin();
+  DialogVisits visits;
+  visits.Expect(kCaption, IDOK, nullptr);
+  SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, 2012, 0);
   EXPECT_TRUE(visits.Done());
 }
 
@@ -229,17 +238,46 @@ TEST_F(OptionsCommandTest, TheDesktopOnWhichTheExplorerStartsIsTheDesktopItself)
   });
 }
 
+// Keeps the help page that is asked for instead of showing it.
+class HelpRecorder {
+ public:
+  HelpRecorder() {
+    page().clear();
+    Import_IO_SetHelpOpener([](const char* path) {
+      page() = path;
+      return 1;
+    });
+  }
+  ~HelpRecorder() { Import_IO_SetHelpOpener(nullptr); }
+  static std::string& page() {
+    static std::string path;
+    return path;
+  }
+};
+
 TEST_F(OptionsCommandTest, HelpShowsThePageAboutTheOptions) {
   Begin();
-  static std::string page;
-  page.clear();
-  Import_IO_SetHelpOpener([](const char* path) {
-    page = path;
-    return 1;
-  });
+  const HelpRecorder help;
   Options([](HWND dialog) { PressButton(dialog, 901); });
-  Import_IO_SetHelpOpener(nullptr);
-  EXPECT_THAT(page, testing::EndsWith("\\help\\ui_file_explorer\\folder options.html"));
+  EXPECT_THAT(help.page(), testing::EndsWith("\\help\\ui_file_explorer\\folder options.html"));
+}
+
+TEST_F(OptionsCommandTest, TheHostsHelpMenuLeadsToEachPage) {
+  Begin();
+  const HMENU menu = GetSubMenu(GetMenu(fixture_.workbench().window()), 2);
+  struct Row {
+    UINT command;
+    const char* page;
+  };
+  for (const Row& row : {Row{workbench::kCommandHelpTopics, "main.html"},
+                         Row{workbench::kCommandHelpOptions, "folder options.html"},
+                         Row{workbench::kCommandHelpMasks, "file selection masks dialog box.html"}}) {
+    EXPECT_NE(GetMenuState(menu, row.command, MF_BYCOMMAND), static_cast<UINT>(-1)) << row.page;
+    const HelpRecorder help;
+    SendMessageA(fixture_.workbench().window(), WM_COMMAND, row.command, 0);
+    EXPECT_THAT(help.page(), testing::EndsWith(std::string("\\help\\ui_file_explorer\\") + row.page));
+    EXPECT_NE(GetFileAttributesA(help.page().c_str()), INVALID_FILE_ATTRIBUTES);
+  }
 }
 
 }  // namespace

@@ -148,6 +148,23 @@ TEST_F(SettingsFailureTest, ALinkThatCannotBeWrittenKeepsNothingElseBack) {
   for (int write = 1; write <= kAll; ++write) EXPECT_TRUE(IsNew(write)) << kWrites[write - 1];
 }
 
+TEST_F(SettingsFailureTest, WithoutAPerUserDirectoryTheLinkLiesUnderItsBareName) {
+  directory_.AddFile(L"file", "no directory");
+  SetEnvironmentVariableA("HALVO_APPLICATION_DIRECTORY",
+                          directory_.Join(std::string_view("file\\below")).c_str());
+  std::array<char, MAX_PATH> before = {};
+  GetCurrentDirectoryA(MAX_PATH, before.data());
+  ASSERT_TRUE(SetCurrentDirectoryA(directory_.narrow().c_str()));
+  Store().Save(settings_);
+  ExplorerSettings read;
+  Store().Load(&read);
+  SetCurrentDirectoryA(before.data());
+  EXPECT_EQ(ParsingName(ReadShellLink(directory_.Join(std::string_view(kHomeDirectoryLink))).get()),
+            directory_.Join(std::string_view("new home")));
+  EXPECT_EQ(Text(read.homeDirectoryName), directory_.Join(std::string_view("new home")));
+  EXPECT_EQ(LinkTarget(), "old home") << "the one in the per-user directory is somebody else's now";
+}
+
 TEST_F(SettingsFailureTest, WithoutAHomeDirectoryTheLinkStays) {
   settings_.homeDirectory.reset();
   settings_.homeDirectoryName.reset();

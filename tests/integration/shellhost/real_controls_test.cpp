@@ -50,8 +50,8 @@ int Count(ControlEvent code) {
   }));
 }
 
-UniquePidl FolderOf(const std::wstring& path) {
-  return UniquePidl(ILCreateFromPathW(path.c_str()));
+unique_pidl FolderOf(const std::wstring& path) {
+  return unique_pidl(ILCreateFromPathW(path.c_str()));
 }
 
 std::string ClassOf(HWND window) {
@@ -92,7 +92,7 @@ class RealControls : public HostingTest {
     HostingTest::TearDown();
   }
   void ShowTestFolder() {
-    const UniquePidl pidl = FolderOf(directory_.path());
+    const unique_pidl pidl = FolderOf(directory_.path());
     SetCurrentFolder(file_.get(), pidl.get());
     ASSERT_TRUE(WaitUntil([&] { return GetItemCount(file_.get()) == 4; })) << GetItemCount(file_.get());
   }
@@ -126,9 +126,9 @@ TEST_F(RealControls, ShowTheFolderThatTheyAreSentTo) {
   EXPECT_GE(Count(ControlEvent::kFolderChanged), 1);
   EXPECT_GE(Count(ControlEvent::kContentChanged), 1);
   EXPECT_EQ(Count(ControlEvent::kAskDefaultAction), 3) << "once for each file";
-  const UniquePidl expected = FolderOf(directory_.path());
+  const unique_pidl expected = FolderOf(directory_.path());
   EXPECT_TRUE(ILIsEqual(GetCurrentFolder(file_.get()), expected.get()));
-  const UniquePidl copy = CopyItemPidl(file_.get());
+  const unique_pidl copy = CopyItemPidl(file_.get());
   EXPECT_TRUE(copy && ILIsEqual(copy.get(), expected.get()));
   const auto changed = std::find_if(events.rbegin(), events.rend(), [](const Event& event) {
     return event.code == static_cast<std::int16_t>(ControlEvent::kFolderChanged);
@@ -170,7 +170,7 @@ TEST_F(RealControls, SelectedItemsComeOneAfterTheOther) {
 
 TEST_F(RealControls, AnItemWhoseDefaultActionIsInvokedWhileTheListFillsIsLeftOut) {
   hiddenName = "wood.png";
-  const UniquePidl pidl = FolderOf(directory_.path());
+  const unique_pidl pidl = FolderOf(directory_.path());
   SetCurrentFolder(file_.get(), pidl.get());
   ASSERT_TRUE(WaitUntil([&] { return GetItemCount(file_.get()) == 3; }));
   EXPECT_EQ(ShownNames(), (std::set<std::string>{"tree.obj", "read me.txt", "sub folder"}));
@@ -231,7 +231,7 @@ TEST_F(RealControls, TakeOptionsAndNewFolders) {
 
 TEST_F(RealControls, AFolderThatDoesNotExistIsNoCrash) {
   ShowTestFolder();
-  UniquePidl gone;
+  unique_pidl gone;
   {
     const test_support::TempDirectory other;
     gone = FolderOf(other.path());
@@ -239,7 +239,7 @@ TEST_F(RealControls, AFolderThatDoesNotExistIsNoCrash) {
   ASSERT_TRUE(gone);
   SetCurrentFolder(file_.get(), gone.get());
   test_support::PumpMessages();
-  const UniquePidl back = FolderOf(directory_.path());
+  const unique_pidl back = FolderOf(directory_.path());
   SetCurrentFolder(file_.get(), back.get());
   EXPECT_TRUE(WaitUntil([&] { return GetItemCount(file_.get()) == 4; }));
 }
@@ -285,7 +285,7 @@ TEST_F(RealControls, ComeAndGoTwentyTimesWithoutTrace) {
     file_ = CreateFileViewHost(parent_.get(), {}, nullptr, Record);
     folder_ = CreateFolderViewHost(parent_.get());
     LinkShellControls(combo_.get(), folder_.get(), file_.get());
-    const UniquePidl pidl = FolderOf(directory_.path());
+    const unique_pidl pidl = FolderOf(directory_.path());
     SetCurrentFolder(file_.get(), pidl.get());
   }
   EXPECT_TRUE(WaitUntil([&] { return GetItemCount(file_.get()) == 4; }));

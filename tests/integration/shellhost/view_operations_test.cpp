@@ -84,7 +84,7 @@ TEST_F(ViewOperations, DisplayModesAreExactNames) {
 }
 
 TEST_F(ViewOperations, AFolderIsPutAsTheBitsOfItsAddress) {
-  UniquePidl folder;
+  unique_pidl folder;
   PIDLIST_ABSOLUTE raw = nullptr;
   ASSERT_EQ(SHGetSpecialFolderLocation(nullptr, CSIDL_DRIVES, &raw), S_OK);
   folder.reset(raw);
@@ -129,10 +129,10 @@ TEST_F(ViewOperations, AFailedNavigationIsReportedAndTheExplorerCarriesOn) {
 TEST_F(ViewOperations, CopyingAPidlClonesTheCurrentFoldersOne) {
   PIDLIST_ABSOLUTE raw = nullptr;
   ASSERT_EQ(SHGetSpecialFolderLocation(nullptr, CSIDL_DRIVES, &raw), S_OK);
-  const UniquePidl folder(raw);
+  const unique_pidl folder(raw);
   item_->pidl = static_cast<double>(reinterpret_cast<std::uintptr_t>(raw));
   member(69) = GivesObject(item_.Get());
-  const UniquePidl copy = CopyItemPidl(host());
+  const unique_pidl copy = CopyItemPidl(host());
   ASSERT_TRUE(copy);
   EXPECT_NE(copy.get(), raw);
   EXPECT_TRUE(ILIsEqual(copy.get(), raw));

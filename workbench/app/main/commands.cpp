@@ -33,6 +33,9 @@ constexpr Entry kViewMenu[] = {
 
 constexpr Entry kHelpMenu[] = {
     {kCommandHelpTopics, L"Explorer help &topics\tF1"},
+    {kCommandHelpOptions, L"Folder &options"},
+    {kCommandHelpMasks, L"File selection &masks"},
+    {0, nullptr},
     {kCommandPluginAbout, L"About the &plug-in..."},
     {0, nullptr},
     {kCommandAbout, L"&About Workbench..."},

@@ -20,6 +20,8 @@ enum Command : UINT {
   kCommandPreviousDocument,
   kCommandResetLayout,
   kCommandHelpTopics,
+  kCommandHelpOptions,
+  kCommandHelpMasks,
   kCommandPluginAbout,
   kCommandAbout,
   kCommandFirstWindow = 41000,  // one for each managed window, in the order of WindowManager::Windows

@@ -109,7 +109,7 @@ class Workbench : private MainWindowOwner {
   void OnSessionEnds() override;
   void ToggleWindow(size_t index);
   void AskForFile();
-  void ShowHelp();
+  void ShowHelp(const char* topic);
   void ShowPluginAbout();
   void ShowAbout();
   void NextDocument(int step);

@@ -14,7 +14,6 @@ namespace workbench {
 namespace {
 
 constexpr char kHelpFile[] = "ui_file_explorer.hlp";
-constexpr char kHelpTopic[] = "main";
 
 }  // namespace
 
@@ -36,7 +35,9 @@ void Workbench::OnCommand(UINT command) {
       {kCommandNextDocument, [](Workbench& self) { self.NextDocument(1); }},
       {kCommandPreviousDocument, [](Workbench& self) { self.NextDocument(-1); }},
       {kCommandResetLayout, [](Workbench& self) { self.windows_->ResetLayout(); }},
-      {kCommandHelpTopics, [](Workbench& self) { self.ShowHelp(); }},
+      {kCommandHelpTopics, [](Workbench& self) { self.ShowHelp("main"); }},
+      {kCommandHelpOptions, [](Workbench& self) { self.ShowHelp("folder options"); }},
+      {kCommandHelpMasks, [](Workbench& self) { self.ShowHelp("file selection masks dialog box"); }},
       {kCommandPluginAbout, [](Workbench& self) { self.ShowPluginAbout(); }},
       {kCommandAbout, [](Workbench& self) { self.ShowAbout(); }},
   };
@@ -131,8 +132,8 @@ void Workbench::AskForFile() {
   if (OpenDocument(path)) plugin_->Say("addpathtohistorylist", Narrow(path).c_str());
 }
 
-void Workbench::ShowHelp() {
-  if (!ShowHelpTopic(options_.helpLocation, kHelpFile, kHelpTopic)) {
+void Workbench::ShowHelp(const char* topic) {
+  if (!ShowHelpTopic(options_.helpLocation, kHelpFile, topic)) {
     main_->SetMessage(L"The help pages are not installed: " + options_.helpLocation);
   }
 }
