@@ -27,8 +27,8 @@ bool MakeFiles(const std::string& folder) {
   if (path == nullptr) return false;
   std::string command =
       "Z:\\bin\\sh -c \"cd '" + std::string(path) +
-      "' && for kind in Brick_wall.png Chair.obj House.3ds Notes.txt; do seq -f %06g_$kind 25000; "
-      "done | awk -F_ '{print $2 \\\"_\\\" $1 \\\"_\\\" $3}' | xargs touch; touch '" +
+      "' && (seq -f Brick_wall_%06g.png 25000; seq -f Chair_%06g.obj 25000; seq -f House_%06g.3ds 25000; "
+      "seq -f Notes_%06g.txt 25000) | xargs touch; touch '" +
       std::string(path) + ".done'\"";
   HeapFree(GetProcessHeap(), 0, path);
   STARTUPINFOA start = {};
@@ -96,12 +96,12 @@ int main() {
     const char* what;
   } keystrokes[] = {
       {"[z]", "nothing matches, nothing changes"},
-      {"wa", "a quarter gets selected"},
-      {"wal", "the same quarter again"},
+      {"br", "a quarter gets selected"},
+      {"bri", "the same quarter again"},
       {"?o", "another half, the quarter goes"},
       {"*", "all get selected"},
       {"*.3ds", "all but a quarter go"},
-      {"*[02468]_*", "every other one gets selected"},
+      {"*[02468].*", "every other one gets selected"},
       {"\"zz", "all go"},
   };
   for (const auto& keystroke : keystrokes) {

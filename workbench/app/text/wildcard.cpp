@@ -162,6 +162,7 @@ class Matcher {
     std::size_t behindStar = kNoStar;
     std::size_t starTakesTo = 0;
     for (;;) {
+      ++steps_;
       if (at < pattern_.size() && pattern_[at] == '*') {
         behindStar = ++at;
         starTakesTo = nameAt;
@@ -183,6 +184,8 @@ class Matcher {
     }
   }
 
+  std::size_t steps() const { return steps_; }
+
  private:
   // Where the name may go on behind a "*" which is followed by the element at `at`: for a plain ASCII
   // character its next place, or the name's end. Such a byte is never a part of a longer character, so bytes
@@ -194,7 +197,9 @@ class Matcher {
     const bool letter = ignoreCase_ && lower - U'a' < 26;
     const auto either = static_cast<char>(letter ? lower : wanted);
     const auto other = static_cast<char>(letter ? lower - 32 : wanted);
+    const std::size_t from = nameAt;
     while (nameAt < name_.size() && name_[nameAt] != either && name_[nameAt] != other) ++nameAt;
+    steps_ += nameAt - from;
     return nameAt;
   }
 
@@ -228,6 +233,7 @@ class Matcher {
     char32_t first = 0;
     char32_t last = 0;
     while (set.Next(&first, &last)) {
+      ++steps_;
       const auto lies = [&](char32_t value) { return value >= first && value <= last; };
       contains = contains || lies(code) || lies(lower) || lies(upper);
     }
@@ -240,6 +246,7 @@ class Matcher {
   std::string_view name_;
   bool ignoreCase_;
   std::size_t lastBracket_;
+  mutable std::size_t steps_ = 0;
 };
 
 }  // namespace
@@ -255,6 +262,14 @@ bool MatchPattern(std::string_view pattern, std::string_view name, bool ignoreCa
   const std::size_t lastBracket = pattern.rfind(']');
   if (FindFault(pattern, lastBracket) != Fault::kNone) return false;
   return Matcher(pattern, name, ignoreCase, lastBracket).Run();
+}
+
+std::size_t CountMatchSteps(std::string_view pattern, std::string_view name, bool ignoreCase) {
+  const std::size_t lastBracket = pattern.rfind(']');
+  if (FindFault(pattern, lastBracket) != Fault::kNone) return 0;
+  Matcher matcher(pattern, name, ignoreCase, lastBracket);
+  matcher.Run();
+  return matcher.steps();
 }
 
 }  // namespace workbench

@@ -8,14 +8,14 @@
 //   other    itself
 //
 // In a set "-" stands for itself at either end. Where reading "\]" as an escape would leave the set unclosed
-// (no other
-// "]" follows), the backslash is the set's last member and the "]" closes the set: "[a-z\]" takes the letters
-// and the backslash. "]" outside a set stands for itself.
+// (no other "]" follows), the backslash is the set's last member and the "]" closes the set: "[a-z\]" takes
+// the letters and the backslash. "]" outside a set stands for itself.
 //
 // Texts are 8-bit. A well-formed UTF-8 sequence counts as one character and every other byte as one of its
 // own, so that "?" takes one letter of a name whatever the code page is.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -30,5 +30,9 @@ bool ValidatePattern(std::string_view pattern, std::string* reason);
 // ill-formed pattern matches nothing. Allocates nothing; takes at most time proportional to pattern length
 // times name length.
 bool MatchPattern(std::string_view pattern, std::string_view name, bool ignoreCase);
+
+// How many steps that takes: characters looked at, and members of sets that they are compared with. For tests
+// of the bound.
+std::size_t CountMatchSteps(std::string_view pattern, std::string_view name, bool ignoreCase);
 
 }  // namespace workbench
