@@ -8,6 +8,7 @@
 #include <string>
 
 #include "src/host/vc64_tx.h"
+#include "tests/support/explorer/blocked_class.h"
 #include "tests/support/explorer/explorer_fixture.h"
 #include "tests/support/wait_until.h"
 #include "tests/support/zip_builder.h"
@@ -107,6 +108,24 @@ TEST_F(ArchiveExplorerTest, AnArchiveThatIsNotThereChangesNothing) {
   PumpMessages();
   EXPECT_THAT(fixture_.FileNames(), ElementsAre("sub", "box.zip", "notes.txt"));
   EXPECT_THAT(fixture_.boxes().boxes(), IsEmpty());
+}
+
+TEST_F(ArchiveExplorerTest, WithoutAUsableShellNothingHappens) {
+  const test_support::BlockedClass noTree(test_support::kFolderViewClassId);
+  fixture_.directory().AddFile(L"files\\box.zip", ZipBuilder().Add("readme.txt").Build());
+  fixture_.Start();
+  ASSERT_TRUE(fixture_.LoadExplorer());
+  fixture_.SayWithHost({{"showfolderviewpanel", nullptr}});
+  PumpMessages();
+  const std::vector<std::string> before = fixture_.FileNames();
+  const size_t boxes = fixture_.boxes().boxes().size();
+  ASSERT_GE(boxes, 1U) << "the user knows that there is no shell view";
+  fixture_.services().ClearCalls();
+  ASSERT_NE(ExecuteCallback(), nullptr);
+  EXPECT_EQ(ExecuteCallback()(1, kZipGuid, Archive().c_str()), 0);
+  PumpMessages();
+  EXPECT_EQ(fixture_.services().CountCalls("ShowManagedWindow"), 0);
+  EXPECT_EQ(fixture_.FileNames(), before);
 }
 
 TEST_F(ArchiveExplorerTest, ADoubleClickOpensItAndLoadsNothing) {
