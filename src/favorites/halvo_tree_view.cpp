@@ -342,9 +342,7 @@ bool CHalvoTreeView::OnBeginDrag(NMHDR* notification, LRESULT*) {
 
 bool CHalvoTreeView::OnClick(NMHDR*, LRESULT* result) {
   Click(lastButtonDown_);
-  *result = LeftButtonDown(lastButtonDown_)
-                ? 1
-                : 0;  // a check box was flipped here; the control must not do it too
+  *result = LeftButtonDown(lastButtonDown_) ? 1 : 0;  // what was done here the control must not do too
   return *result != 0;
 }
 
@@ -376,14 +374,17 @@ bool CHalvoTreeView::LeftButtonDown(POINT point) {
     return true;
   }
   if ((flags & TVHT_ONITEM) == 0) return false;
-  if (lastClicked_ == item && onActivation_) {
-    activatedByClick_ = item;
-    activatedAt_ = GetMessageTime();
-    onActivation_(record);
-  } else {
+  if (lastClicked_ != item || !onActivation_) {
     lastClicked_ = item;
+    return false;
   }
-  return false;
+  activatedByClick_ = item;
+  activatedAt_ = GetMessageTime();
+  // A click on a selected label is also how the control begins to edit it, which is not wanted of an entry
+  // that opens.
+  const bool wouldEdit = tree_.Selected() == item && !record->Has(kFavoriteFolder);
+  onActivation_(record);
+  return wouldEdit;
 }
 
 void CHalvoTreeView::Click(POINT) {}

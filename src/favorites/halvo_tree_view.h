@@ -44,7 +44,7 @@ class CHalvoTreeView {
   virtual void Drop();
   virtual void MouseMove(POINT point);
   virtual void ButtonUp(POINT point);
-  virtual bool LeftButtonDown(POINT point);  // true when a check box took the click
+  virtual bool LeftButtonDown(POINT point);  // true when the control is to leave the click alone
   virtual void OtherButtonUp(POINT point);
   virtual void EndDrag();
   virtual void Click(POINT point);
