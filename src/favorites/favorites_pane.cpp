@@ -68,9 +68,8 @@ bool FavoritesPane::OnKey(HWND panel, WORD key) {
     SendMessageA(panel, WM_NEXTDLGCTL, GetKeyState(VK_SHIFT) < 0 ? TRUE : FALSE, FALSE);
     return true;
   }
-  if (key == VK_F2) return HandleCommand(kCommandRenameFavorite);
-  if (key == VK_DELETE) return HandleCommand(kCommandDeleteFavorite);
-  return false;
+  if (key == VK_ESCAPE) tree_->MarkForMove(nullptr);
+  return RunFavoritesKey(*tree_, services_.mainWindow(), key);
 }
 
 bool FavoritesPane::HandleCommand(int command) {

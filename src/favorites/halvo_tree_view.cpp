@@ -146,6 +146,7 @@ bool CHalvoTreeView::LoadFavorites(const std::string& path) {
   ForgetMouse();
   tree_.SetRedraw(false);
   tree_.DeleteAll();  // the items point at the records
+  marked_ = nullptr;
   list_.Clear();
   list_.BeginLoading();
   ReadFavoritesFile(path, SystemFileCalls(), list_,
@@ -258,6 +259,24 @@ void CHalvoTreeView::MoveEntry(FavoriteRecord& record, FavoriteRecord& folder) {
   tree_.Delete(oldItem);
   if (wasSelected) Select(&record);
   tree_.SetRedraw(true);
+}
+
+void CHalvoTreeView::MarkForMove(FavoriteRecord* record) {
+  if (record != nullptr && !record->Has(kFavoriteDraggable)) return;
+  if (marked_ != nullptr && marked_->treeItem != nullptr) {
+    tree_.SetFaded(static_cast<HTREEITEM>(marked_->treeItem), false);
+  }
+  marked_ = record;
+  if (record != nullptr) tree_.SetFaded(static_cast<HTREEITEM>(record->treeItem), true);
+}
+
+void CHalvoTreeView::MoveMarked(FavoriteRecord* target) {
+  FavoriteRecord* const record = marked_;
+  FavoriteRecord* const folder = DropFolder(target);
+  if (record == nullptr || record->isDeleted || !MayDrop(*record, folder)) return;
+  MarkForMove(nullptr);
+  MoveEntry(*record, *folder);
+  Select(record);
 }
 
 void CHalvoTreeView::ToggleCheck(FavoriteRecord& record) {
