@@ -212,6 +212,18 @@ TEST_F(HistoryViewTest, SortingAgainByTheSameMethodDoesNotRefill) {
   EXPECT_THAT(Rows(), ElementsAre("a.obj", "b.obj"));
 }
 
+TEST_F(HistoryViewTest, TheFontIsNinePointsOfTheSystemsSansSerif) {
+  Create();
+  LOGFONTA font = {};
+  ASSERT_NE(GetObjectA(reinterpret_cast<HFONT>(Send(WM_GETFONT)), sizeof font, &font), 0);
+  EXPECT_STREQ(font.lfFaceName, "MS Sans Serif");
+  const HDC dc = GetDC(view->window());
+  EXPECT_EQ(font.lfHeight, -MulDiv(9, GetDeviceCaps(dc, LOGPIXELSY), 72));
+  ReleaseDC(view->window(), dc);
+  EXPECT_EQ(font.lfWeight, 400);
+  EXPECT_EQ(font.lfPitchAndFamily, VARIABLE_PITCH | FF_SWISS);
+}
+
 TEST_F(HistoryViewTest, RowHeights) {
   Create();
   const LRESULT compact = Send(LB_GETITEMHEIGHT);
@@ -249,15 +261,18 @@ TEST_F(HistoryViewTest, TheHorizontalExtentFollowsTheWidestRow) {
 }
 
 TEST_F(HistoryViewTest, AClickLoadsTheFileAndMovesItToTheTop) {
+  // 2 and 1 January 2026.
+  folder.Put("history.dat",
+             "[HistoryList]\r\nNumEntries=2\r\n"
+             "d0=two.obj\r\nf0=X:\\two.obj\r\nm0=EA070100000002000000000000000000F4\r\n"
+             "d1=one.obj\r\nf1=X:\\one.obj\r\nm1=EA070100000001000000000000000000F3\r\n");
   Create();
   Show();
-  Add("X:\\one.obj");
-  Add("X:\\two.obj");
-  Add("X:\\three.obj");
-  Click(2);
+  ASSERT_THAT(Rows(), ElementsAre("two.obj", "one.obj"));
+  Click(1);
   EXPECT_THAT(loaded, ElementsAre("X:\\one.obj"));
+  EXPECT_THAT(Rows(), ElementsAre("one.obj", "two.obj"));
   EXPECT_EQ(Send(LB_GETCURSEL), 0);
-  EXPECT_EQ(view->history().size(), 3u);
 }
 
 TEST_F(HistoryViewTest, AReportedSelectionLoadsTheFile) {
