@@ -350,6 +350,9 @@ TEST_F(HistoryViewTest, RowsKeepTheirTextsForThoseWhoAskTheListBox) {
   Send(WM_KEYDOWN, VK_DOWN);
   EXPECT_EQ(Send(LB_GETCURSEL), 0);
   EXPECT_EQ(Send(LB_GETCARETINDEX), 0);
+  char name[32] = "";
+  GetWindowTextA(view->window(), name, sizeof name);
+  EXPECT_STREQ(name, "History");
 }
 
 TEST_F(HistoryViewTest, AnyNumberIsShownAndFiftyAreSaved) {
