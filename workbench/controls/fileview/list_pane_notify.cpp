@@ -198,6 +198,7 @@ void ListPane::FrameRow(HDC context, int row) {
   area.left = view_ == ViewStyle::kReport && options_.fullRowSelect ? LVIR_BOUNDS : LVIR_SELECTBOUNDS;
   if (!SendMessageW(list_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&area)))
     return;
+  --area.bottom;  // the line below belongs to the grid
   FrameRect(context, &area, GetSysColorBrush(COLOR_HIGHLIGHT));
 }
 
