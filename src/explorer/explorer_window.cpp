@@ -131,11 +131,19 @@ LRESULT CALLBACK ExplorerWindow::WindowProcedure(HWND window, UINT message, WPAR
   }
 }
 
+// Asks the window and not the object, which may be gone. A window under creation has no object yet.
+bool ExplorerWindow::IsObjectOf(const ExplorerWindow* object, HWND window) {
+  return object == pendingWindow ||
+         reinterpret_cast<ExplorerWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA)) == object;
+}
+
 LRESULT ExplorerWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (messageHook_ != nullptr) {
     bool handled = false;
     const LRESULT result = messageHook_(*this, message, wParam, lParam, &handled);
     if (handled) return result;
+    // A menu that the hook opened runs a message loop of its own, in which the host may take the explorer down.
+    if (!IsObjectOf(this, window)) return 0;
   }
   if (message == host::Call<host::op::GetNotificationMessage>(state_.services) && message != 0) {
     return suppressHostMessages_ ? 0 : OnManagerNotification(wParam);

@@ -90,6 +90,7 @@ class ExplorerWindow {
 
   static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   static void RegisterWindowClass(HINSTANCE instance);
+  static bool IsObjectOf(const ExplorerWindow* object, HWND window);
   static std::span<const MessageHandler> MessageHandlers();
   LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT OnManagerNotification(WPARAM wParam);
