@@ -11,6 +11,7 @@
 #include "src/explorer/layout.h"
 #include "src/explorer/pattern_help.h"
 #include "src/explorer/toolbar_builder.h"
+#include "src/explorer/toolbar_states.h"
 #include "src/framework/module_context.h"
 #include "src/host/plugin_protocol.h"
 #include "src/settings/directory_links.h"
@@ -165,6 +166,7 @@ std::span<const ExplorerWindow::MessageHandler> ExplorerWindow::MessageHandlers(
       {WM_SIZE, &ExplorerWindow::OnSize},
       {WM_ERASEBKGND, &ExplorerWindow::OnEraseBackground},
       {WM_SHOWWINDOW, &ExplorerWindow::OnIgnored},
+      {WM_CLIPBOARDUPDATE, &ExplorerWindow::OnClipboardUpdate},
       {WM_DESTROY, &ExplorerWindow::OnDestroy},
       {WM_NCDESTROY, &ExplorerWindow::OnEndOfWindow},
   };
@@ -262,8 +264,15 @@ LRESULT ExplorerWindow::OnEraseBackground(HWND window, WPARAM wParam, LPARAM) {
   return 1;
 }
 
+// "Paste" follows the clipboard also while the selection stays as it is.
+LRESULT ExplorerWindow::OnClipboardUpdate(HWND, WPARAM, LPARAM) {
+  RefreshToolbarStates(*this);
+  return 0;
+}
+
 // Somebody else destroys the window: what lives in it goes while its windows still stand.
 LRESULT ExplorerWindow::OnDestroy(HWND window, WPARAM wParam, LPARAM lParam) {
+  RemoveClipboardFormatListener(window);
   DestroyFilePane();
   patternBox_.Destroy();
   return DefWindowProcA(window, WM_DESTROY, wParam, lParam);

@@ -103,6 +103,7 @@ class ExplorerWindow {
   LRESULT OnCreate(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnSize(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnEraseBackground(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnClipboardUpdate(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnDestroy(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnEndOfWindow(HWND window, WPARAM wParam, LPARAM lParam);
   bool BuildFilePane();
