@@ -9,7 +9,8 @@ namespace controls {
 namespace {
 
 constexpr wchar_t kClassName[] = L"SswareShellFileView";
-constexpr int kThumbnailMargin = 4;  // between a thumbnail and the border of its cell; pixels at 96 dots an inch
+constexpr int kThumbnailMargin =
+    4;  // between a thumbnail and the border of its cell; pixels at 96 dots an inch
 
 struct Column {
   const wchar_t* title;
@@ -137,6 +138,8 @@ void ListPane::SetView(ViewStyle view) {
     const Quiet quiet(*this);
     ApplyView();
   }
+  // The room for icons is known now that the scroll bars are there.
+  SendMessageW(list_, LVM_ARRANGE, LVA_DEFAULT, 0);
   // Scroll bars that went while nothing was drawn have left their picture behind.
   RedrawWindow(list_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
 }

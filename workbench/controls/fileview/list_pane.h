@@ -157,6 +157,7 @@ class ListPane : public WindowBase {
   LRESULT OnBeginLabelEdit(NMHDR* header);
   LRESULT OnEndLabelEdit(NMHDR* header);
   LRESULT OnCustomDraw(NMHDR* header);
+  void FrameRow(HDC context, int row);
   LRESULT OnBeginDrag(NMHDR* header);
   LRESULT OnBeginRightDrag(NMHDR* header);
   LRESULT OnSetFocus(NMHDR* header);

@@ -181,11 +181,25 @@ LRESULT ListPane::OnCustomDraw(NMHDR* header) {
         draw->clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
         draw->clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
       }
-      return CDRF_DODEFAULT;
+      return IsSelected(row) && GetFocus() != list_ ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
     }
+    case CDDS_ITEMPOSTPAINT:
+      FrameRow(draw->nmcd.hdc, static_cast<int>(draw->nmcd.dwItemSpec));
+      return CDRF_DODEFAULT;
     default:
       return CDRF_DODEFAULT;
   }
+}
+
+// A selected row keeps its category's colour while the list has no focus; the frame tells that it is
+// selected.
+void ListPane::FrameRow(HDC context, int row) {
+  RECT area = {};
+  area.left = view_ == ViewStyle::kReport && options_.fullRowSelect ? LVIR_BOUNDS : LVIR_SELECTBOUNDS;
+  if (!SendMessageW(list_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&area)))
+    return;
+  --area.bottom;  // the line below belongs to the grid
+  FrameRect(context, &area, GetSysColorBrush(COLOR_HIGHLIGHT));
 }
 
 LRESULT ListPane::OnBeginDrag(NMHDR*) {
