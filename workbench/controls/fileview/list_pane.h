@@ -156,6 +156,7 @@ class ListPane : public WindowBase {
   LRESULT OnBeginLabelEdit(NMHDR* header);
   LRESULT OnEndLabelEdit(NMHDR* header);
   LRESULT OnCustomDraw(NMHDR* header);
+  void DrawUnfocusedSelection(NMLVCUSTOMDRAW* draw) const;
   LRESULT OnBeginDrag(NMHDR* header);
   LRESULT OnBeginRightDrag(NMHDR* header);
   LRESULT OnSetFocus(NMHDR* header);

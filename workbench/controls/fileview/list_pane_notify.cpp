@@ -24,6 +24,13 @@ void CopyText(const std::wstring& text, wchar_t* to, int capacity) {
   to[length] = L'\0';
 }
 
+// The colour half way between the two.
+COLORREF MixColors(COLORREF a, COLORREF b) {
+  const auto part = [](int first, int second) { return static_cast<BYTE>((first + second) / 2); };
+  return RGB(part(GetRValue(a), GetRValue(b)), part(GetGValue(a), GetGValue(b)),
+             part(GetBValue(a), GetBValue(b)));
+}
+
 }  // namespace
 
 struct ListPane::Notification {
@@ -169,6 +176,14 @@ LRESULT ListPane::OnEndLabelEdit(NMHDR* header) {
   return FALSE;
 }
 
+// A selection is made from elsewhere too, by a pattern for example, and the list's own colour of one without
+// focus can hardly be told from the paper. Without the mark of a selected item the list takes our colours.
+void ListPane::DrawUnfocusedSelection(NMLVCUSTOMDRAW* draw) const {
+  draw->nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+  draw->clrText = GetSysColor(COLOR_WINDOWTEXT);
+  draw->clrTextBk = MixColors(GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_WINDOW));
+}
+
 LRESULT ListPane::OnCustomDraw(NMHDR* header) {
   auto* draw = reinterpret_cast<NMLVCUSTOMDRAW*>(header);
   switch (draw->nmcd.dwDrawStage) {
@@ -176,7 +191,11 @@ LRESULT ListPane::OnCustomDraw(NMHDR* header) {
       return CDRF_NOTIFYITEMDRAW;
     case CDDS_ITEMPREPAINT: {
       const int row = static_cast<int>(draw->nmcd.dwItemSpec);
-      if (owner_.RowDimmed(row) && !IsSelected(row)) draw->clrText = GetSysColor(COLOR_GRAYTEXT);
+      if (IsSelected(row)) {
+        if (GetFocus() != list_) DrawUnfocusedSelection(draw);
+      } else if (owner_.RowDimmed(row)) {
+        draw->clrText = GetSysColor(COLOR_GRAYTEXT);
+      }
       if (row == dropRow_) {
         draw->clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
         draw->clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
