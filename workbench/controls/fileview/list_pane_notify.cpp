@@ -24,13 +24,6 @@ void CopyText(const std::wstring& text, wchar_t* to, int capacity) {
   to[length] = L'\0';
 }
 
-// The colour half way between the two.
-COLORREF MixColors(COLORREF a, COLORREF b) {
-  const auto part = [](int first, int second) { return static_cast<BYTE>((first + second) / 2); };
-  return RGB(part(GetRValue(a), GetRValue(b)), part(GetGValue(a), GetGValue(b)),
-             part(GetBValue(a), GetBValue(b)));
-}
-
 }  // namespace
 
 struct ListPane::Notification {
@@ -179,9 +172,13 @@ LRESULT ListPane::OnEndLabelEdit(NMHDR* header) {
 // A selection is made from elsewhere too, by a pattern for example, and the list's own colour of one without
 // focus can hardly be told from the paper. Without the mark of a selected item the list takes our colours.
 void ListPane::DrawUnfocusedSelection(NMLVCUSTOMDRAW* draw) const {
+  const COLORREF text = GetSysColor(COLOR_WINDOWTEXT);
+  const COLORREF paper = GetSysColor(COLOR_WINDOW);
+  const auto mix = [](BYTE most, BYTE rest) { return static_cast<BYTE>((3 * most + 2 * rest) / 5); };
   draw->nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
-  draw->clrText = GetSysColor(COLOR_WINDOWTEXT);
-  draw->clrTextBk = MixColors(GetSysColor(COLOR_HIGHLIGHT), GetSysColor(COLOR_WINDOW));
+  draw->clrText = paper;
+  draw->clrTextBk = RGB(mix(GetRValue(text), GetRValue(paper)), mix(GetGValue(text), GetGValue(paper)),
+                        mix(GetBValue(text), GetBValue(paper)));
 }
 
 LRESULT ListPane::OnCustomDraw(NMHDR* header) {
