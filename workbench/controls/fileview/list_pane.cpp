@@ -407,8 +407,8 @@ void ListPane::ApplyFocus() {
   ListPart::Original(list_, LVM_SETSELECTIONMARK, 0, row);
 }
 
-// In columns of names the list keeps room for a scroll bar below them, also when there is none, and some versions of it
-// never paint that room.
+// In columns of names the list keeps room for a scroll bar below them, also when there is none, and some
+// versions of it never paint that room.
 void ListPane::EraseBelowColumns(HDC context) const {
   if (view_ != ViewStyle::kList) return;
   RECT room;
