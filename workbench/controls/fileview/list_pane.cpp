@@ -7,7 +7,8 @@ namespace controls {
 namespace {
 
 constexpr wchar_t kClassName[] = L"SswareShellFileView";
-constexpr int kThumbnailMargin = 4;  // between a thumbnail and the border of its cell; pixels at 96 dots an inch
+constexpr int kThumbnailMargin =
+    4;  // between a thumbnail and the border of its cell; pixels at 96 dots an inch
 
 struct Column {
   const wchar_t* title;
@@ -337,6 +338,10 @@ void ListPane::PaintStatus(HDC context) {
   FillRect(context, &line, GetSysColorBrush(COLOR_BTNSHADOW));
   bool isError = false;
   const std::wstring text = owner_.StatusText(isError);
+  if (text != statusText_) {
+    statusText_ = text;
+    SetWindowTextW(hwnd(), text.c_str());  // what is painted can be read by a screen reader too
+  }
   rect.left += Scale(6);
   rect.right -= Scale(6);
   rect.top += 1;
