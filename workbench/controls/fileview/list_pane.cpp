@@ -342,6 +342,10 @@ void ListPane::PaintStatus(HDC context) {
   FillRect(context, &line, GetSysColorBrush(COLOR_BTNSHADOW));
   bool isError = false;
   const std::wstring text = owner_.StatusText(isError);
+  if (text != statusText_) {
+    statusText_ = text;
+    SetWindowTextW(hwnd(), text.c_str());  // what is painted can be read by a screen reader too
+  }
   rect.left += Scale(6);
   rect.right -= Scale(6);
   rect.top += 1;

@@ -166,6 +166,7 @@ class ListPane : public WindowBase {
   ListPart listPart_;
   HWND list_ = nullptr;
   HFONT font_ = nullptr;
+  std::wstring statusText_;  // as painted last
   ViewStyle view_ = ViewStyle::kReport;
   Options options_;
   int quiet_ = 0;
