@@ -134,6 +134,7 @@ class ListPane : public WindowBase {
   void Paint();
   void PaintStatus(HDC context);
   void PaintEmptyText();
+  void EraseBelowColumns(HDC context) const;
   void ApplyListStyle();
   void ApplyImages();
   void ApplyView();
