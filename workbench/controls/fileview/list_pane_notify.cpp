@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "workbench/controls/fileview/list_pane.h"
+#include "workbench/controls/shell/selection_look.h"
 
 namespace controls {
 namespace {
@@ -169,16 +170,11 @@ LRESULT ListPane::OnEndLabelEdit(NMHDR* header) {
   return FALSE;
 }
 
-// A selection is made from elsewhere too, by a pattern for example, and the list's own colour of one without
-// focus can hardly be told from the paper. Without the mark of a selected item the list takes our colours.
-void ListPane::DrawUnfocusedSelection(NMLVCUSTOMDRAW* draw) const {
-  const COLORREF text = GetSysColor(COLOR_WINDOWTEXT);
-  const COLORREF paper = GetSysColor(COLOR_WINDOW);
-  const auto mix = [](BYTE most, BYTE rest) { return static_cast<BYTE>((3 * most + 2 * rest) / 5); };
+// Without the mark of a selected item the list takes our colours.
+void ListPane::DrawUnfocusedSelection(NMLVCUSTOMDRAW* draw) {
   draw->nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
-  draw->clrText = paper;
-  draw->clrTextBk = RGB(mix(GetRValue(text), GetRValue(paper)), mix(GetGValue(text), GetGValue(paper)),
-                        mix(GetBValue(text), GetBValue(paper)));
+  draw->clrText = InactiveSelectionTextColor();
+  draw->clrTextBk = InactiveSelectionColor();
 }
 
 LRESULT ListPane::OnCustomDraw(NMHDR* header) {
