@@ -46,9 +46,11 @@ void DeleteFavorite(CHalvoTreeView& tree, HWND owner) {
     ShowError(owner, "This item cannot be deleted");
     return;
   }
+  const HWND window = tree.window();
   const int answer = MessageBoxA(owner, "Are you sure you want to delete this item?", "Confirmation Request",
                                  MB_YESNO | MB_ICONQUESTION);
-  if (answer == IDYES) tree.DeleteEntry(*selected);
+  // The host may have taken the explorer down while the question was open: with the window the tree is gone.
+  if (answer == IDYES && IsWindow(window)) tree.DeleteEntry(*selected);
 }
 
 bool RunFavoritesKey(CHalvoTreeView& tree, HWND owner, WORD key) {

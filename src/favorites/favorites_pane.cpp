@@ -113,8 +113,10 @@ void FavoritesPane::AddFavorite(HWND owner, const AddFavoriteSources& sources) {
   dialog.note = AddFavoriteNote(services_.hostFlags ? services_.hostFlags() : 0);
   dialog.favoritesFile = FavoritesFilePath(services_.mainWindow());
   dialog.images = images_;
-  dialog.onChange = [this](const FavoriteRecord& record, const FavoriteRecord* parent,
-                           FavoriteChange change) { Mirror(record, parent, change); };
+  dialog.onChange = [this, alive = std::weak_ptr(alive_)](
+                        const FavoriteRecord& record, const FavoriteRecord* parent, FavoriteChange change) {
+    if (!alive.expired()) Mirror(record, parent, change);
+  };
   ShowAddFavoriteDialog(owner, std::move(dialog));
 }
 

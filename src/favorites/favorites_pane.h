@@ -55,6 +55,8 @@ class FavoritesPane {
   void Mirror(const FavoriteRecord& record, const FavoriteRecord* parent, FavoriteChange change);
 
   const FavoritesServices services_;
+  // Dies with the pane: a dialog that outlives it knows by it that there is no pane to change.
+  const std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);
   FavoriteImages images_;
   std::unique_ptr<CHalvoTreeView> tree_;
 };

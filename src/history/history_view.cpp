@@ -161,9 +161,11 @@ void CHistoryView::ClearHistory() {
 }
 
 void CHistoryView::AskAndClearHistory(HWND owner) {
+  const HWND list = window();
   const int answer = MessageBoxA(owner, "Are you sure you want to delete all the items in the history list?",
                                  "Confirmation Request", MB_YESNO | MB_ICONQUESTION);
-  if (answer == IDYES) ClearHistory();
+  // The host may have taken the explorer down while the question was open: with the list this object is gone.
+  if (answer == IDYES && IsWindow(list)) ClearHistory();
 }
 
 void CHistoryView::SetSortingMethod(int method) {

@@ -66,9 +66,16 @@ TEST_F(MasksCommandTest, OkSavesTheMasksInTheProfile) {
 }
 
 TEST_F(MasksCommandTest, TheFileViewIsFilledAnew) {
-  fixture_.directory().AddFile(L"files\\later.3ds");
-  Open([](HWND dialog) { Press(dialog, IDOK); });
-  EXPECT_TRUE(fixture_.WaitForFile("later.3ds"));
+  const auto include = [this](const char* patterns) {
+    Open([&](HWND dialog) {
+      SetDlgItemTextA(dialog, 1000, patterns);
+      Press(dialog, IDOK);
+    });
+  };
+  include("*.obj");
+  EXPECT_TRUE(WaitUntil([&] { return fixture_.IndexOf("a.3ds") < 0; })) << "every file is asked about again";
+  EXPECT_TRUE(fixture_.WaitForFile("below")) << "the folder is the same";
+  include("*.3ds");
   EXPECT_TRUE(fixture_.WaitForFile("a.3ds"));
 }
 
@@ -108,6 +115,24 @@ TEST_F(MasksCommandTest, TheSelectorToolbarOpensItToo) {
   const MasksDialogVisit visitor([](HWND dialog) { Press(dialog, IDOK); });
   SendMessageA(fixture_.Panel(), WM_COMMAND, 104, 0);
   EXPECT_TRUE(visitor.visited());
+}
+
+TEST_F(MasksCommandTest, ASecondDialogDoesNotOpenBesideTheFirst) {
+  constexpr int kOptionsCommand = 105;
+  int dialogs = 0;
+  Open([&](HWND dialog) {
+    // The toolbars of the explorer and of the panel; either can be in a window that the host floats.
+    SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, 104, 0);
+    SendMessageA(fixture_.Panel(), WM_COMMAND, 104, 0);
+    SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, kOptionsCommand, 0);
+    for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, "#32770", nullptr)) != nullptr;) {
+      dialogs += IsWindowVisible(window) ? 1 : 0;
+    }
+    Press(dialog, IDOK);
+  });
+  EXPECT_EQ(dialogs, 1);
+  // And it opens again when the first is gone.
+  Open([](HWND dialog) { Press(dialog, IDOK); });
 }
 
 TEST_F(MasksCommandTest, TakingTheInstanceDownWhileItIsOpenEndsCleanly) {

@@ -10,6 +10,7 @@
 #include "workbench/controls/com/com_object.h"
 #include "workbench/controls/model/natural_compare.h"
 #include "workbench/controls/model/path_logic.h"
+#include "workbench/controls/shell/selection_look.h"
 
 namespace controls {
 namespace {
@@ -377,12 +378,24 @@ LRESULT TreePane::OnNotify(NMHDR* header) {
       {static_cast<UINT>(NM_SETFOCUS), &TreePane::OnSetFocus},
       {static_cast<UINT>(NM_CLICK), &TreePane::OnClick},
       {static_cast<UINT>(NM_RCLICK), &TreePane::OnRightClick},
+      {static_cast<UINT>(NM_CUSTOMDRAW), &TreePane::OnCustomDraw},
   };
   if (!tree_ || header->hwndFrom != tree_) return 0;
   for (const Handler& row : kHandlers) {
     if (row.code == header->code) return (this->*row.handler)(header);
   }
   return 0;
+}
+
+LRESULT TreePane::OnCustomDraw(NMHDR* header) {
+  auto* const draw = reinterpret_cast<NMTVCUSTOMDRAW*>(header);
+  if (draw->nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+  const bool inactive = (draw->nmcd.uItemState & CDIS_SELECTED) != 0 && GetFocus() != tree_;
+  if (draw->nmcd.dwDrawStage == CDDS_ITEMPREPAINT && inactive) {
+    draw->clrText = InactiveSelectionTextColor();
+    draw->clrTextBk = InactiveSelectionColor();
+  }
+  return CDRF_DODEFAULT;
 }
 
 LRESULT TreePane::OnGetDispInfo(NMHDR* header) {

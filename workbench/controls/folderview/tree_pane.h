@@ -170,6 +170,7 @@ class TreePane : public WindowBase {
   LRESULT BeginDrag(NMHDR* header, bool rightButton);
 
   LRESULT OnNotify(NMHDR* header);
+  LRESULT OnCustomDraw(NMHDR* header);
   LRESULT OnGetDispInfo(NMHDR* header);
   LRESULT OnExpanding(NMHDR* header);
   LRESULT OnExpanded(NMHDR* header);
