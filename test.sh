@@ -18,12 +18,18 @@ cmake --preset "$preset" -DEXTRA_TESTS_DIR="$extra" >/dev/null
 cmake --build --preset "$preset" -j "$jobs"
 
 finish() {
-  WINEPREFIX="$PWD/build/$preset/wineprefix" "$WINESERVER" -k 2>/dev/null || true
+  local prefix
+  for prefix in "$PWD/build/$preset"/wineprefix*; do WINEPREFIX=$prefix "$WINESERVER" -k 2>/dev/null || true; done
   stop_virtual_display
 }
 trap finish EXIT
-start_virtual_display 1600x1000
-wine_env_for "build/$preset/bin"
+lanes=$((jobs < 4 ? jobs : 4))  # Windows programs that run side by side, each on a display of its own
+EXPLORER_DISPLAYS=
+for ((lane = 0; lane < lanes; lane++)); do
+  start_virtual_display 1600x1000
+  EXPLORER_DISPLAYS="$EXPLORER_DISPLAYS $DISPLAY"
+done
+export EXPLORER_DISPLAYS
 
 ctest --preset native-sanitized -j "$jobs" "$@"
-ctest --preset "$preset" -j "$jobs" "$@"
+ctest --preset "$preset" -j "$lanes" "$@"

@@ -43,14 +43,14 @@ function(explorer_unit_tests area)
   set_tests_properties(${target} PROPERTIES TIMEOUT 240 FAIL_REGULAR_EXPRESSION "${EXPLORER_CRASH_PATTERN}" LABELS unit)
 endfunction()
 
-# explorer_integration_tests(AREA SOURCES ... [LINKS ...])
+# explorer_integration_tests(AREA SOURCES ... [LINKS ...] [SECONDS n])
 # Windows tests under Wine: one program, and one CTest test, an area. Each test case cleans up behind itself: the next
-# one runs in the same process.
+# one runs in the same process. SECONDS: about how long a long one takes, so that it starts early.
 function(explorer_integration_tests area)
   if(NOT WIN32)
     return()
   endif()
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "" "SECONDS" "SOURCES;LINKS" ${ARGN})
   set(target integration_${area})
   add_executable(${target} ${ARG_SOURCES})
   explorer_binary_defaults(${target})
@@ -58,5 +58,8 @@ function(explorer_integration_tests area)
   explorer_use_test_headers(${target} integration_test_headers)
   add_test(NAME ${target} COMMAND ${target} WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
   set_tests_properties(${target} PROPERTIES TIMEOUT 280 FAIL_REGULAR_EXPRESSION "${EXPLORER_CRASH_PATTERN}"
-    LABELS integration RESOURCE_LOCK display)
+    LABELS integration)
+  if(ARG_SECONDS)
+    set_tests_properties(${target} PROPERTIES COST ${ARG_SECONDS})
+  endif()
 endfunction()

@@ -1,13 +1,14 @@
 # shellcheck shell=bash
-# Sourced: a virtual display for programs with windows.
+# Sourced: virtual displays for programs with windows.
 
-# start_virtual_display [WIDTHxHEIGHT]: starts Xvfb on a free display number and exports DISPLAY; ends it when the
-# script ends.
+# start_virtual_display [WIDTHxHEIGHT]: starts Xvfb on a free display number and exports DISPLAY. May be called several
+# times; stop_virtual_display ends them all.
 start_virtual_display() {
   local size=${1:-1600x1000} number_file
   number_file=$(mktemp)
   Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
   display_pid=$!
+  display_pids="${display_pids:-} $display_pid"
   local tries
   for tries in $(seq 100); do
     [ -s "$number_file" ] && break
@@ -24,9 +25,11 @@ start_virtual_display() {
 }
 
 stop_virtual_display() {
-  if [ -n "${display_pid:-}" ]; then
-    kill "$display_pid" 2>/dev/null || true
-    wait "$display_pid" 2>/dev/null || true
-    display_pid=
-  fi
+  local pid
+  for pid in ${display_pids:-}; do
+    kill "$pid" 2>/dev/null || true
+    wait "$pid" 2>/dev/null || true
+  done
+  display_pid=
+  display_pids=
 }

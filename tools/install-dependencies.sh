@@ -4,7 +4,7 @@ set -euo pipefail
 
 packages=(
   cmake ninja-build g++ g++-mingw-w64-x86-64-posix mingw-w64-tools  # native and cross compilers, IDL compiler
-  wine64 fonts-wine fonts-liberation                                # running Windows programs
+  wine64 fonts-wine fonts-liberation fonts-dejavu-extra             # running Windows programs
   xvfb xdotool x11-utils imagemagick                                # virtual display, real input, pictures
   googletest                                                        # sources, compiled for both worlds
   python3                                                           # sample folder

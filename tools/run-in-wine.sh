@@ -8,12 +8,13 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$here/wine-env.sh"
 program=$1
 shift
-wine_env_for "$program" || exit 1
-wine_managed_windows N
+take_lane "$program"
+wine_env_for "$program" 8>&- || exit 1
+wine_managed_windows N 8>&-
 # Through a file, not a pipe: Wine's background processes inherit the output and would keep a pipe open for seconds.
 output=$(mktemp)
 trap 'rm -f "$output"' EXIT
-timeout --kill-after=10 "${WINE_TIMEOUT:-300}" "$WINE" "$program" "$@" >"$output" 2>&1
+timeout --kill-after=10 "${WINE_TIMEOUT:-300}" "$WINE" "$program" "$@" >"$output" 2>&1 8>&-
 result=$?
 sed 's/\r$//' "$output"
 exit "$result"

@@ -20,9 +20,31 @@ wine_env_for() {
   export WINEPREFIX="${EXPLORER_WINEPREFIX:-$build/wineprefix}"
   # What is deleted to the recycle bin lands in the prefix, not in the user's own bin.
   export XDG_DATA_HOME="$WINEPREFIX/xdg-data"
-  [ -f "$WINEPREFIX/.ready" ] || make_wine_prefix || return 1
+  [ -f "$WINEPREFIX/.ready-2" ] || make_wine_prefix || return 1
   # The server stays for a minute after its last program, so that the next one starts at once.
   "$WINESERVER" -p60 </dev/null >/dev/null 2>&1 || true
+}
+
+# take_lane PATH: programs with windows disturb each other on one desktop. With several displays in EXPLORER_DISPLAYS
+# (numbers as in DISPLAY, separated by blanks) this waits for one that nobody else of the build folder uses, and exports
+# DISPLAY and EXPLORER_WINEPREFIX, a prefix for each display. The display is held through file descriptor 8, which
+# programs that stay behind must not inherit.
+take_lane() {
+  local build displays lane
+  read -ra displays <<<"${EXPLORER_DISPLAYS:-}"
+  [ "${#displays[@]}" -gt 1 ] || return 0
+  build=$(cd "$(dirname "$1")/.." && pwd)
+  while true; do
+    for lane in "${!displays[@]}"; do
+      exec 8>"$build/lane-$lane.lock"
+      if flock -n 8; then
+        export DISPLAY=${displays[lane]}
+        [ "$lane" = 0 ] || export EXPLORER_WINEPREFIX=$build/wineprefix-$lane
+        return 0
+      fi
+    done
+    sleep 0.1
+  done
 }
 
 # Creates WINEPREFIX: no crash dialogs, no desktop links into the user's home.
@@ -30,14 +52,15 @@ make_wine_prefix() {
   mkdir -p "$WINEPREFIX"
   (
     flock 9
-    [ -f "$WINEPREFIX/.ready" ] && exit 0
+    [ -f "$WINEPREFIX/.ready-2" ] && exit 0
     timeout 120 "$WINE" wineboot -i >/dev/null 2>&1
     timeout 60 "$WINE" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
     # The pictures of caption buttons come from a font; smooth outline fonts instead of bitmaps for the texts.
     cp /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
+    # This one is drawn exactly as wide as it is measured, and smooth at the size of dialogs.
     local font
     for font in Tahoma "MS Shell Dlg" "MS Shell Dlg 2" "MS Sans Serif" "Segoe UI"; do
-      timeout 60 "$WINE" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /t REG_SZ /d 'Liberation Sans' /f \
+      timeout 60 "$WINE" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /t REG_SZ /d 'DejaVu Sans Condensed' /f \
         >/dev/null 2>&1
     done
     timeout 60 "$WINE" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /t REG_SZ /d 2 /f >/dev/null 2>&1
@@ -48,7 +71,7 @@ make_wine_prefix() {
       if [ -L "$folder" ]; then rm "$folder" && mkdir "$folder"; fi
     done
     "$WINESERVER" -w
-    touch "$WINEPREFIX/.ready"
+    touch "$WINEPREFIX/.ready-2"
   ) 9>"$WINEPREFIX/.lock"
 }
 

@@ -1,5 +1,6 @@
 #include "src/explorer/add_favorite_command.h"
 
+#include "src/explorer/dialog_turn.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/shellhost/file_view.h"
@@ -16,7 +17,8 @@ std::string PathOf(const ShellItem& item) {
 }  // namespace
 
 void AddToFavorites(ExplorerState& state, bool fromFolderTree, const std::string& explicitPath) {
-  if (!state.favoritesPane) return;
+  const DialogTurn turn;
+  if (!turn || !state.favoritesPane) return;
   ShellControlHost* const fileView = state.explorerWindow ? state.explorerWindow->fileView() : nullptr;
   ShellControlHost* const folderView = state.folderViewHost.get();
   AddFavoriteSources sources;

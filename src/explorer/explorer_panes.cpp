@@ -32,6 +32,7 @@ bool ExplorerWindow::CreateToolbar(int toolbarId, int commandBase) {
   toolbar_ = CreateToolbarFromTable(
       {state_.instance, window_.get(), toolbarId, false, CommandToolbarButtons(), images_.get()});
   if (toolbar_ == nullptr || !patternBox_.Create(state_.instance, *this, toolbar_)) return false;
+  AddClipboardFormatListener(window_.get());
   const bool built = BuildFilePane();
   ApplyDisplayMode();
   if (built) ResynchronisePanes();

@@ -11,6 +11,7 @@
 #include "src/explorer/layout.h"
 #include "src/explorer/pattern_help.h"
 #include "src/explorer/toolbar_builder.h"
+#include "src/explorer/toolbar_states.h"
 #include "src/framework/module_context.h"
 #include "src/host/plugin_protocol.h"
 #include "src/settings/directory_links.h"
@@ -131,11 +132,19 @@ LRESULT CALLBACK ExplorerWindow::WindowProcedure(HWND window, UINT message, WPAR
   }
 }
 
+// Asks the window and not the object, which may be gone. A window under creation has no object yet.
+bool ExplorerWindow::IsObjectOf(const ExplorerWindow* object, HWND window) {
+  return object == pendingWindow ||
+         reinterpret_cast<ExplorerWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA)) == object;
+}
+
 LRESULT ExplorerWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (messageHook_ != nullptr) {
     bool handled = false;
     const LRESULT result = messageHook_(*this, message, wParam, lParam, &handled);
     if (handled) return result;
+    // A menu that the hook opened runs a message loop of its own, in which the host may take the explorer down.
+    if (!IsObjectOf(this, window)) return 0;
   }
   if (message == host::Call<host::op::GetNotificationMessage>(state_.services) && message != 0) {
     return suppressHostMessages_ ? 0 : OnManagerNotification(wParam);
@@ -157,6 +166,7 @@ std::span<const ExplorerWindow::MessageHandler> ExplorerWindow::MessageHandlers(
       {WM_SIZE, &ExplorerWindow::OnSize},
       {WM_ERASEBKGND, &ExplorerWindow::OnEraseBackground},
       {WM_SHOWWINDOW, &ExplorerWindow::OnIgnored},
+      {WM_CLIPBOARDUPDATE, &ExplorerWindow::OnClipboardUpdate},
       {WM_DESTROY, &ExplorerWindow::OnDestroy},
       {WM_NCDESTROY, &ExplorerWindow::OnEndOfWindow},
   };
@@ -254,8 +264,15 @@ LRESULT ExplorerWindow::OnEraseBackground(HWND window, WPARAM wParam, LPARAM) {
   return 1;
 }
 
+// "Paste" follows the clipboard also while the selection stays as it is.
+LRESULT ExplorerWindow::OnClipboardUpdate(HWND, WPARAM, LPARAM) {
+  RefreshToolbarStates(*this);
+  return 0;
+}
+
 // Somebody else destroys the window: what lives in it goes while its windows still stand.
 LRESULT ExplorerWindow::OnDestroy(HWND window, WPARAM wParam, LPARAM lParam) {
+  RemoveClipboardFormatListener(window);
   DestroyFilePane();
   patternBox_.Destroy();
   return DefWindowProcA(window, WM_DESTROY, wParam, lParam);

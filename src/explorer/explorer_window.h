@@ -90,6 +90,7 @@ class ExplorerWindow {
 
   static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   static void RegisterWindowClass(HINSTANCE instance);
+  static bool IsObjectOf(const ExplorerWindow* object, HWND window);
   static std::span<const MessageHandler> MessageHandlers();
   LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   LRESULT OnManagerNotification(WPARAM wParam);
@@ -102,6 +103,7 @@ class ExplorerWindow {
   LRESULT OnCreate(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnSize(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnEraseBackground(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnClipboardUpdate(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnDestroy(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnEndOfWindow(HWND window, WPARAM wParam, LPARAM lParam);
   bool BuildFilePane();

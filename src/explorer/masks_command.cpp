@@ -1,6 +1,7 @@
 #include "src/explorer/masks_command.h"
 
 #include "src/explorer/control_options.h"
+#include "src/explorer/dialog_turn.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/filter/masks_dialog.h"
@@ -9,6 +10,8 @@
 namespace file_explorer {
 
 void ShowMasksDialog(ExplorerWindow& window) {
+  const DialogTurn turn;
+  if (!turn) return;
   ExplorerState& state = window.state();
   MasksDialog dialog;
   dialog.instance = state.instance;

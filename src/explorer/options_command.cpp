@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "src/explorer/control_options.h"
+#include "src/explorer/dialog_turn.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/settings/options_dialog.h"
@@ -10,23 +11,6 @@
 
 namespace file_explorer {
 namespace {
-
-// A modal dialog disables its owner alone. A toolbar in a window that the host floats stays alive beside it
-// and could ask for the dialog a second time.
-class DialogTurn {
- public:
-  DialogTurn() : mine_(!taken_) { taken_ = true; }
-  ~DialogTurn() {
-    if (mine_) taken_ = false;
-  }
-  DialogTurn(const DialogTurn&) = delete;
-  DialogTurn& operator=(const DialogTurn&) = delete;
-  explicit operator bool() const { return mine_; }
-
- private:
-  static inline bool taken_ = false;
-  const bool mine_;
-};
 
 unique_pidl CurrentFolder(const ExplorerState& state) {
   if (!state.explorerWindow) return {};

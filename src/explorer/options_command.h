@@ -6,8 +6,8 @@ namespace file_explorer {
 class ExplorerWindow;
 
 // Shows the dialog, modal to the host's main window, and applies what was chosen: to the shell controls, to
-// the host's category colours and to the lists, which are read again. Nothing when the dialog is open
-// already.
+// the host's category colours and to the lists, which are read again. Nothing when a dialog of the
+// explorer is open already.
 void ShowOptionsDialog(ExplorerWindow& window);
 
 }  // namespace file_explorer

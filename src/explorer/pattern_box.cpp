@@ -27,6 +27,11 @@ PatternBox::~PatternBox() { Destroy(); }
 
 bool PatternBox::Create(HINSTANCE instance, ExplorerWindow& owner, HWND toolbar) {
   owner_ = &owner;
+  // Before the label is there: it asks for its colours as soon as it gets its font.
+  toolbar_ = toolbar;
+  SetPropA(toolbar, kBoxProperty, this);
+  previousToolbarProcedure_ = reinterpret_cast<WNDPROC>(
+      SetWindowLongPtrA(toolbar, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PatternBox::ToolbarProcedure)));
   RECT lastButton = {};
   const LRESULT count = SendMessageA(toolbar, TB_BUTTONCOUNT, 0, 0);
   SendMessageA(toolbar, TB_GETITEMRECT, static_cast<WPARAM>(count - 1), reinterpret_cast<LPARAM>(&lastButton));
@@ -50,10 +55,6 @@ bool PatternBox::Create(HINSTANCE instance, ExplorerWindow& owner, HWND toolbar)
   SetPropA(edit_, kBoxProperty, this);
   previousProcedure_ = reinterpret_cast<WNDPROC>(
       SetWindowLongPtrA(edit_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PatternBox::EditProcedure)));
-  toolbar_ = toolbar;
-  SetPropA(toolbar, kBoxProperty, this);
-  previousToolbarProcedure_ = reinterpret_cast<WNDPROC>(
-      SetWindowLongPtrA(toolbar, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PatternBox::ToolbarProcedure)));
   CreateBalloon(instance, owner.window());
   return true;
 }

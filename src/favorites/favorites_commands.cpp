@@ -46,9 +46,27 @@ void DeleteFavorite(CHalvoTreeView& tree, HWND owner) {
     ShowError(owner, "This item cannot be deleted");
     return;
   }
+  const HWND window = tree.window();
   const int answer = MessageBoxA(owner, "Are you sure you want to delete this item?", "Confirmation Request",
                                  MB_YESNO | MB_ICONQUESTION);
-  if (answer == IDYES) tree.DeleteEntry(*selected);
+  // The host may have taken the explorer down while the question was open: with the window the tree is gone.
+  if (answer == IDYES && IsWindow(window)) tree.DeleteEntry(*selected);
+}
+
+bool RunFavoritesKey(CHalvoTreeView& tree, HWND owner, WORD key) {
+  const bool isControl = GetKeyState(VK_CONTROL) < 0;
+  if (key == VK_F2) {
+    RenameFavorite(tree, owner);
+  } else if (key == VK_DELETE) {
+    DeleteFavorite(tree, owner);
+  } else if (key == 'X' && isControl) {
+    tree.MarkForMove(tree.current());
+  } else if (key == 'V' && isControl) {
+    tree.MoveMarked(tree.current());
+  } else {
+    return false;
+  }
+  return true;
 }
 
 }  // namespace file_explorer

@@ -161,9 +161,11 @@ void CHistoryView::ClearHistory() {
 }
 
 void CHistoryView::AskAndClearHistory(HWND owner) {
+  const HWND list = window();
   const int answer = MessageBoxA(owner, "Are you sure you want to delete all the items in the history list?",
                                  "Confirmation Request", MB_YESNO | MB_ICONQUESTION);
-  if (answer == IDYES) ClearHistory();
+  // The host may have taken the explorer down while the question was open: with the list this object is gone.
+  if (answer == IDYES && IsWindow(list)) ClearHistory();
 }
 
 void CHistoryView::SetSortingMethod(int method) {
@@ -293,6 +295,10 @@ void CHistoryView::ShowSortingMenuBelowButton(HWND toolbar, HWND commandWindow) 
   SendMessageA(toolbar, TB_PRESSBUTTON, kCommandHistorySorting, MAKELPARAM(FALSE, 0));
 }
 
+void CHistoryView::ShowIconsState(HWND toolbar) const {
+  SendMessageA(toolbar, TB_CHECKBUTTON, kCommandHistoryIcons, MAKELPARAM(showIcons_ ? TRUE : FALSE, 0));
+}
+
 bool CHistoryView::HandleCommand(int command, HWND toolbar, HWND commandWindow) {
   if (command >= kCommandFirstSorting && command < kCommandFirstSorting + kSortMethodCount) {
     SetSortingMethod(command - kCommandFirstSorting);
@@ -308,7 +314,7 @@ bool CHistoryView::HandleCommand(int command, HWND toolbar, HWND commandWindow) 
   }
   if (command == kCommandHistoryIcons) {
     SetShowIcons(!showIcons_);
-    SendMessageA(toolbar, TB_CHECKBUTTON, kCommandHistoryIcons, MAKELPARAM(showIcons_ ? TRUE : FALSE, 0));
+    ShowIconsState(toolbar);
     return true;
   }
   return false;

@@ -27,6 +27,8 @@ click "$(place_of_button 32000 104)"
 wait_for "the masks dialog" probe_answers find '#32770' '*' 'File Selection Masks'
 press ctrl+a
 type_text '*.3ds,*.obj,*.ply,*.png,*.bmp,*.svg,*.txt'
+park_mouse
+picture masks-dialog "$(place_of_window '#32770' '*' 'File Selection Masks')"
 press Return
 wait_for "the dialog to close" window_is_gone '#32770' '*' 'File Selection Masks'
 wait_for "the mask" row_is_gone Talk.ppt

@@ -2,7 +2,8 @@
 # Sourced by tools/make-pictures.sh: what scenes are made with. A place is "X Y WIDTH HEIGHT" in pixels of the screen.
 #
 #   start_workbench [WIDTHxHEIGHT [FOLDER]]   the workbench with the File Explorer on a fresh copy of the samples;
-#                                             FOLDER (a Windows path below C:\Samples) instead of C:\Samples
+#                                             FOLDER (a Windows path below C:\Samples) instead of C:\Samples;
+#                                             the user's directory gets the files of the folder user_data, when set
 #   stop_workbench                            ends it (done by itself at the end of a scene)
 #   wait_for WHAT COMMAND...                  until the command succeeds; the scene fails after 20 seconds
 #   place_of_window CLASS ID TEXT             the first visible window that agrees; * agrees with everything
@@ -10,6 +11,7 @@
 #   place_of_row NAME, place_of_item NAME     a row of the file list, an item of the tree in sight
 #   join PLACE PLACE...                       the place that holds them all
 #   grow PLACE PIXELS                         the place with a margin
+#   has_colors PLACE COUNT                    whether it shows at least so many
 #   hover PLACE, click PLACE [BUTTON], double_click PLACE, press KEY..., type_text TEXT
 #   picture NAME PLACE [COLORS [SCALE]]       writes docs/pictures/NAME.png, SCALE times as large
 
@@ -46,6 +48,7 @@ start_workbench() {
   rm -rf "$drive/Samples" "$drive/User data" "$drive/pictures.ini" "$drive/ready.txt"
   mkdir -p "samples/Empty folder" "$drive/User data"
   cp -r samples "$drive/Samples"
+  [ -z "${user_data:-}" ] || cp "$user_data"/* "$drive/User data"
   HALVO_APPLICATION_DIRECTORY='C:\User data' "$WINE" "$bin/workbench.exe" --size "$size" --profile 'C:\pictures.ini' \
     --ready-file 'C:\ready.txt' "$folder" >/dev/null 2>&1 &
   workbench_pid=$!
@@ -122,6 +125,13 @@ double_click() {
 }
 press() { xdotool key "$@"; }
 type_text() { xdotool type --delay 40 "$1"; }
+
+# has_colors PLACE COUNT: the place shows at least so many colours, as pictures do.
+has_colors() {
+  local x y width height
+  read -r x y width height <<<"$1"
+  [ "$(import -window root -crop "${width}x$height+$x+$y" -format %k info:)" -ge "$2" ]
+}
 
 # The screen has come to rest: two looks in a row show the same.
 screen_rests() {

@@ -46,5 +46,31 @@ TEST_F(FileView, ColumnsShowSizeTypeAndDate) {
   EXPECT_FALSE(view_.CellText(1, 3).empty());
 }
 
+TEST_F(FileView, AnotherViewLeavesNothingOfTheOneBefore) {
+  constexpr long kReport = 1;
+  constexpr long kList = 3;
+  constexpr DISPID kViewStyle = 9;
+  // More than there is room for in a report, less than there is room for in columns.
+  for (int i = 0; i < 40; ++i) folder_.AddFile(L"file " + std::to_wstring(100 + i) + L".txt");
+  Open();
+  const HWND list = view_.list();
+  PutLong(view_.dispatch(), kViewStyle, kReport);
+  PumpMessages();
+  UpdateWindow(list);
+  PutLong(view_.dispatch(), kViewStyle, kList);
+  PumpMessages();
+  RECT client = {};
+  GetClientRect(list, &client);
+  const HDC context = GetDC(list);
+  const auto ground = static_cast<COLORREF>(SendMessageA(list, LVM_GETBKCOLOR, 0, 0));
+  int differing = 0;
+  // Where the scroll bar below the columns would be.
+  for (int y = static_cast<int>(client.bottom) - GetSystemMetrics(SM_CYHSCROLL); y < client.bottom; ++y) {
+    for (int x = 0; x < client.right; ++x) differing += GetPixel(context, x, y) != ground;
+  }
+  ReleaseDC(list, context);
+  EXPECT_EQ(differing, 0);
+}
+
 }  // namespace
 }  // namespace controls_test

@@ -50,6 +50,14 @@ class OptionsCommandTest : public testing::Test {
     GetPrivateProfileStringA("Explore", key, "<missing>", text, sizeof(text), fixture_.ProfilePath().c_str());
     return text;
   }
+  // Dialogs in sight, of whatever kind.
+  static int CountDialogs() {
+    int count = 0;
+    for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, "#32770", nullptr)) != nullptr;) {
+      count += IsWindowVisible(window) ? 1 : 0;
+    }
+    return count;
+  }
   bool HasGridLines() const {
     return (SendMessageA(fixture_.FileList(), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_GRIDLINES) != 0;
   }
@@ -109,13 +117,29 @@ TEST_F(OptionsCommandTest, ASecondDialogDoesNotOpenBesideTheFirst) {
   Begin();
   int dialogs = 0;
   Options([&](HWND dialog) {
+    // The toolbars of the explorer and of the panel; either can be in a window that the host floats.
     SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, kOptionsCommand, 0);
-    for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, "#32770", kCaption)) != nullptr;)
-      ++dialogs;
+    SendMessageA(fixture_.Panel(), WM_COMMAND, kOptionsCommand, 0);
+    dialogs = CountDialogs();
     EXPECT_TRUE(IsWindowVisible(dialog));
   });
   EXPECT_EQ(dialogs, 1);
   Options(nullptr);  // and it opens again when the first is gone
+}
+
+TEST_F(OptionsCommandTest, NoOtherDialogOpensOnTopOfIt) {
+  Begin();
+  int dialogs = 0;
+  Options([&](HWND) {
+    constexpr int kMasksCommand = 104;
+    constexpr int kAddToFavoritesCommand = 109;
+    for (const int command : {kMasksCommand, kAddToFavoritesCommand}) {
+      SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, static_cast<WPARAM>(command), 0);
+    }
+    dialogs = CountDialogs();
+  });
+  EXPECT_EQ(dialogs, 1);
+  EXPECT_TRUE(fixture_.boxes().boxes().empty());
 }
 
 TEST_F(OptionsCommandTest, ClosingTheExplorerWhileTheDialogIsOpenDoesNoHarm) {

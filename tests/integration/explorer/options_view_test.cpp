@@ -1,4 +1,4 @@
-// The view options as the shell controls get them, with scripted controls in the place of the real ones.
+// The view options and the display mode as the shell controls get them, with scripted controls in the place of the real ones.
 #include <gmock/gmock.h>
 
 #include <windows.h>
@@ -63,6 +63,15 @@ class OptionsViewTest : public testing::Test {
     EXPECT_TRUE(visits.Done());
   }
 
+  // What was put to the file view's view style.
+  std::vector<std::string> ViewsPut() const {
+    std::vector<std::string> views;
+    for (const std::string& call : file_.LogOf({"put"})) {
+      if (call.rfind("put 9 ", 0) == 0) views.push_back(call);
+    }
+    return views;
+  }
+
   struct Com {
     Com() { CoInitialize(nullptr); }
     ~Com() { CoUninitialize(); }
@@ -113,6 +122,42 @@ TEST_F(OptionsViewTest, HiddenItemsAndPathBoxOptionsAreKeptAndNotSentDeliberatel
   EXPECT_THAT(file_.LogOf({"put"}),
               ElementsAre("put 15 bool -1", "put 17 bool -1", "put 27 bool -1", "put 4 bool -1"));
   EXPECT_THAT(combo_.LogOf({"put"}), IsEmpty());
+}
+
+// ---- The display mode, whose number in the control is neither the profile's nor the button's
+
+constexpr char kDisplayModeKey[] = "curr_fileview_display_mode";
+
+TEST_F(OptionsViewTest, WithoutAProfileTheFileViewGetsTheValueOfDetails) {
+  fixture_.Start();
+  ASSERT_TRUE(fixture_.LoadExplorer());
+  EXPECT_THAT(ViewsPut(), ElementsAre("put 9 int 1"));
+}
+
+TEST_F(OptionsViewTest, EachDisplayModeReachesTheFileViewUnderItsOwnNumber) {
+  Begin();
+  for (const int command : {115, 116, 114, 113, 117}) {
+    SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, static_cast<WPARAM>(command), 0);
+  }
+  EXPECT_THAT(ViewsPut(),
+              ElementsAre("put 9 int 0", "put 9 int 2", "put 9 int 3", "put 9 int 1", "put 9 int 4"));
+}
+
+TEST_F(OptionsViewTest, TheCurrentDisplayModeIsNotSentAgain) {
+  Begin();
+  SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, 113, 0);
+  EXPECT_THAT(ViewsPut(), IsEmpty());
+}
+
+TEST_F(OptionsViewTest, ADisplayModeOutOfRangeLeavesTheFileViewAlone) {
+  for (const char* const mode : {"7", "5", "-1"}) {
+    file_.log.clear();
+    WritePrivateProfileStringA("Explore", kDisplayModeKey, mode, fixture_.ProfilePath().c_str());
+    fixture_.Start();
+    ASSERT_TRUE(fixture_.LoadExplorer());
+    EXPECT_THAT(ViewsPut(), IsEmpty()) << mode;
+    fixture_.Close();
+  }
 }
 
 TEST_F(OptionsViewTest, AreSentWhenTheTreeIsMade) {

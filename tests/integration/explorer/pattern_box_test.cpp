@@ -86,13 +86,17 @@ TEST_F(PatternBoxTest, TheLabelHasRoomForItsTextInTheToolbarsFont) {
   EXPECT_EQ(label.bottom - label.top, text.cy + 4);
 }
 
-TEST_F(PatternBoxTest, TheLabelHasTheColourOfTheToolbarsBackground) {
+TEST_F(PatternBoxTest, TheLabelIsNoPatchOnTheToolbarsBackground) {
+  // Left of the label there is nothing but background.
+  const RECT label = InToolbar(Label());
+  const HDC toolbarDc = GetDC(Toolbar(kCommandToolbar));
+  const COLORREF ground = GetPixel(toolbarDc, static_cast<int>(label.left) - 2, static_cast<int>(label.bottom) - 1);
+  ReleaseDC(Toolbar(kCommandToolbar), toolbarDc);
   const HDC dc = GetDC(Label());
-  const LRESULT brush = SendMessageA(Toolbar(kCommandToolbar), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(dc),
-                                     reinterpret_cast<LPARAM>(Label()));
-  EXPECT_EQ(brush, reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_WINDOW)));
-  EXPECT_EQ(GetBkMode(dc), TRANSPARENT);
+  const COLORREF corner = GetPixel(dc, 0, static_cast<int>(label.bottom - label.top) - 1);
   ReleaseDC(Label(), dc);
+  EXPECT_NE(ground, CLR_INVALID);
+  EXPECT_EQ(corner, ground);
 }
 
 TEST_F(PatternBoxTest, TheBalloonIsOnTopAndAsksForItsTextWhenItShows) {

@@ -110,6 +110,24 @@ TEST_F(MasksCommandTest, TheSelectorToolbarOpensItToo) {
   EXPECT_TRUE(visitor.visited());
 }
 
+TEST_F(MasksCommandTest, ASecondDialogDoesNotOpenBesideTheFirst) {
+  constexpr int kOptionsCommand = 105;
+  int dialogs = 0;
+  Open([&](HWND dialog) {
+    // The toolbars of the explorer and of the panel; either can be in a window that the host floats.
+    SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, 104, 0);
+    SendMessageA(fixture_.Panel(), WM_COMMAND, 104, 0);
+    SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, kOptionsCommand, 0);
+    for (HWND window = nullptr; (window = FindWindowExA(nullptr, window, "#32770", nullptr)) != nullptr;) {
+      dialogs += IsWindowVisible(window) ? 1 : 0;
+    }
+    Press(dialog, IDOK);
+  });
+  EXPECT_EQ(dialogs, 1);
+  // And it opens again when the first is gone.
+  Open([](HWND dialog) { Press(dialog, IDOK); });
+}
+
 TEST_F(MasksCommandTest, TakingTheInstanceDownWhileItIsOpenEndsCleanly) {
   Open([this](HWND dialog) {
     EXPECT_TRUE(IsWindowVisible(dialog));

@@ -1,5 +1,7 @@
 #include "workbench/controls/fileview/list_pane.h"
 
+#include <algorithm>
+
 #include "workbench/controls/fileview/folder_model.h"
 #include "workbench/controls/shell/type_cache.h"
 
@@ -136,6 +138,8 @@ void ListPane::SetView(ViewStyle view) {
     const Quiet quiet(*this);
     ApplyView();
   }
+  // The room for icons is known now that the scroll bars are there.
+  SendMessageW(list_, LVM_ARRANGE, LVA_DEFAULT, 0);
   // Scroll bars that went while nothing was drawn have left their picture behind.
   RedrawWindow(list_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME);
 }
@@ -407,6 +411,20 @@ void ListPane::ApplyFocus() {
   ListPart::Original(list_, LVM_SETSELECTIONMARK, 0, row);
 }
 
+// In columns of names the list keeps room for a scroll bar below them, also when there is none, and some
+// versions of it never paint that room.
+void ListPane::EraseBelowColumns(HDC context) const {
+  if (view_ != ViewStyle::kList) return;
+  RECT room;
+  GetClientRect(list_, &room);
+  constexpr int kEdge = 2;
+  room.top = std::max<LONG>(room.top, room.bottom - GetSystemMetrics(SM_CYHSCROLL) - kEdge);
+  const auto color = static_cast<COLORREF>(SendMessageW(list_, LVM_GETBKCOLOR, 0, 0));
+  const COLORREF previous = SetBkColor(context, color);
+  ExtTextOutW(context, 0, 0, ETO_OPAQUE, &room, nullptr, 0, nullptr);
+  SetBkColor(context, previous);
+}
+
 LRESULT ListPane::ListPart::HandleSubclassed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case LVM_SETITEMSTATE:
@@ -428,6 +446,9 @@ LRESULT ListPane::ListPart::HandleSubclassed(HWND window, UINT message, WPARAM w
         auto* change = reinterpret_cast<STYLESTRUCT*>(lParam);
         change->styleNew = (change->styleNew & ~kOwnStyleMask) | pane_.OwnStyleBits();
       }
+      break;
+    case WM_ERASEBKGND:
+      pane_.EraseBelowColumns(reinterpret_cast<HDC>(wParam));
       break;
     case WM_PAINT: {
       const LRESULT result = Original(window, message, wParam, lParam);

@@ -134,6 +134,7 @@ class ListPane : public WindowBase {
   void Paint();
   void PaintStatus(HDC context);
   void PaintEmptyText();
+  void EraseBelowColumns(HDC context) const;
   void ApplyListStyle();
   void ApplyImages();
   void ApplyView();
@@ -156,6 +157,7 @@ class ListPane : public WindowBase {
   LRESULT OnBeginLabelEdit(NMHDR* header);
   LRESULT OnEndLabelEdit(NMHDR* header);
   LRESULT OnCustomDraw(NMHDR* header);
+  static void DrawUnfocusedSelection(NMLVCUSTOMDRAW* draw);
   LRESULT OnBeginDrag(NMHDR* header);
   LRESULT OnBeginRightDrag(NMHDR* header);
   LRESULT OnSetFocus(NMHDR* header);

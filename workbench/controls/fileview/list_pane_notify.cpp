@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "workbench/controls/fileview/list_pane.h"
+#include "workbench/controls/shell/selection_look.h"
 
 namespace controls {
 namespace {
@@ -172,6 +173,13 @@ LRESULT ListPane::OnEndLabelEdit(NMHDR* header) {
   return FALSE;
 }
 
+// Without the mark of a selected item the list takes our colours.
+void ListPane::DrawUnfocusedSelection(NMLVCUSTOMDRAW* draw) {
+  draw->nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+  draw->clrText = InactiveSelectionTextColor();
+  draw->clrTextBk = InactiveSelectionColor();
+}
+
 LRESULT ListPane::OnCustomDraw(NMHDR* header) {
   auto* draw = reinterpret_cast<NMLVCUSTOMDRAW*>(header);
   switch (draw->nmcd.dwDrawStage) {
@@ -179,7 +187,11 @@ LRESULT ListPane::OnCustomDraw(NMHDR* header) {
       return CDRF_NOTIFYITEMDRAW;
     case CDDS_ITEMPREPAINT: {
       const int row = static_cast<int>(draw->nmcd.dwItemSpec);
-      if (owner_.RowDimmed(row) && !IsSelected(row)) draw->clrText = GetSysColor(COLOR_GRAYTEXT);
+      if (IsSelected(row)) {
+        if (GetFocus() != list_) DrawUnfocusedSelection(draw);
+      } else if (owner_.RowDimmed(row)) {
+        draw->clrText = GetSysColor(COLOR_GRAYTEXT);
+      }
       if (row == dropRow_) {
         draw->clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
         draw->clrTextBk = GetSysColor(COLOR_HIGHLIGHT);

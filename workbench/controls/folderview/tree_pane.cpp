@@ -2,11 +2,6 @@
 
 #include <windows.h>
 
-#include <windowsx.h>
-
-#include <algorithm>
-#include <cstring>
-
 #include "workbench/controls/com/com_object.h"
 #include "workbench/controls/model/natural_compare.h"
 #include "workbench/controls/model/path_logic.h"
@@ -318,5 +313,4 @@ void TreePane::OnHoverTimer() {
     SendMessageW(tree_, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(dropItem_));
   }
 }
-
 }  // namespace controls

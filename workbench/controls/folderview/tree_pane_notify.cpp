@@ -8,6 +8,7 @@
 
 #include "workbench/controls/folderview/tree_pane.h"
 #include "workbench/controls/model/path_logic.h"
+#include "workbench/controls/shell/selection_look.h"
 
 namespace controls {
 namespace {
@@ -15,13 +16,6 @@ namespace {
 constexpr UINT kFirstOwnerMessage = WM_APP + 10;
 // A click that brings the focus to the tree is no wish to edit the selected name.
 constexpr UINT kFocusingClickMs = 300;
-
-// Between two colours, one part in eight.
-COLORREF Mixed(COLORREF most, COLORREF little) {
-  const auto mix = [](int a, int b) { return static_cast<BYTE>((a * 7 + b) / 8); };
-  return RGB(mix(GetRValue(most), GetRValue(little)), mix(GetGValue(most), GetGValue(little)),
-             mix(GetBValue(most), GetBValue(little)));
-}
 
 }  // namespace
 
@@ -232,15 +226,13 @@ LRESULT TreePane::OnKeyDown(NMHDR* header) {
   return owner_.OnTreeKey(reinterpret_cast<NMTVKEYDOWN*>(header)->wVKey) ? TRUE : FALSE;
 }
 
-// Without the focus the selected folder stands out too: the system's colour for it can be all but white.
 LRESULT TreePane::OnCustomDraw(NMHDR* header) {
-  auto* draw = reinterpret_cast<NMTVCUSTOMDRAW*>(header);
+  auto* const draw = reinterpret_cast<NMTVCUSTOMDRAW*>(header);
   if (draw->nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
-  const bool selected = (draw->nmcd.uItemState & CDIS_SELECTED) != 0;
-  if (draw->nmcd.dwDrawStage == CDDS_ITEMPREPAINT && selected && options_.showSelectionAlways &&
-      GetFocus() != tree_ && reinterpret_cast<HTREEITEM>(draw->nmcd.dwItemSpec) == Caret()) {
-    draw->clrText = GetSysColor(COLOR_WINDOWTEXT);
-    draw->clrTextBk = Mixed(GetSysColor(COLOR_WINDOW), GetSysColor(COLOR_WINDOWTEXT));
+  const bool inactive = (draw->nmcd.uItemState & CDIS_SELECTED) != 0 && GetFocus() != tree_;
+  if (draw->nmcd.dwDrawStage == CDDS_ITEMPREPAINT && inactive) {
+    draw->clrText = InactiveSelectionTextColor();
+    draw->clrTextBk = InactiveSelectionColor();
   }
   return CDRF_DODEFAULT;
 }
