@@ -97,9 +97,12 @@ LRESULT CALLBACK ItemColors::Procedure(HWND window, UINT message, WPARAM wParam,
 
 LRESULT ItemColors::OnCustomDraw(WNDPROC original, HWND window, WPARAM wParam, NMLVCUSTOMDRAW& draw) {
   const DWORD stage = draw.nmcd.dwDrawStage;
+  const bool selected = (draw.nmcd.uItemState & CDIS_SELECTED) != 0;
   const LRESULT answer = CallOriginal(original, window, WM_NOTIFY, wParam, reinterpret_cast<LPARAM>(&draw));
   if (stage == CDDS_PREPAINT) return answer | CDRF_NOTIFYITEMDRAW;
-  if (stage == CDDS_ITEMPREPAINT && (answer & CDRF_SKIPDEFAULT) == 0) ColorItem(draw);
+  // A control that takes the mark of a selected item away shows its selection in a colour of its own.
+  const bool ownSelection = selected && (draw.nmcd.uItemState & CDIS_SELECTED) == 0;
+  if (stage == CDDS_ITEMPREPAINT && (answer & CDRF_SKIPDEFAULT) == 0 && !ownSelection) ColorItem(draw);
   return answer;
 }
 

@@ -33,7 +33,8 @@ SelectorPanes LayOutSelector(int width, int height, int labelToolbarHeight, int 
 InitialSize SizeForFirstPlacement(const PaneRect& hostRectangle, std::uint16_t creationMethod) {
   InitialSize size = {hostRectangle.right - hostRectangle.left + 1, hostRectangle.bottom - hostRectangle.top + 1};
   if (creationMethod == kCollapsible || creationMethod == kTabbedCollapsible) {
-    size.height = static_cast<int>((size.height / 2) * 0.9);
+    const int half = size.height / 2;  // whole pixels
+    size.height = static_cast<int>(half * 0.9);
   }
   return size;
 }

@@ -62,6 +62,13 @@ LRESULT HandlePanelMessage(ExplorerState& state, HWND panel, UINT message, WPARA
     case WM_SHOWWINDOW:
       if (wParam != FALSE) EnsureSelectorArea(state);
       break;
+    case WM_SETFOCUS:  // the panel itself has nothing to type into
+      FocusCurrentView(state);
+      break;
+    case WM_NEXTDLGCTL:  // Tab in a view or in its toolbar
+      FocusNextInSelector(state);
+      *handled = true;
+      break;
     case WM_NOTIFY:
       return OnNotify(state, panel, lParam);
     case WM_COMMAND:

@@ -12,12 +12,16 @@
 #include "src/explorer/file_view_events.h"
 #include "src/explorer/layout.h"
 #include "src/explorer/toolbar_builder.h"
+#include "src/explorer/toolbar_keys.h"
 #include "src/shellhost/file_view.h"
+#include "src/shellhost/folder_view.h"
 
 namespace file_explorer {
 namespace {
 
-RECT ToRect(const PaneRect& pane) { return {pane.left, pane.top, pane.right, pane.bottom}; }
+RECT ToRect(const PaneRect& pane) {
+  return {pane.left, pane.top, pane.right, pane.bottom};
+}
 
 struct LabelToolbarRow {
   int id;
@@ -43,10 +47,13 @@ void CreateToolbars(ExplorerState& state) {
     const HWND toolbar = CreateToolbarFromTable(
         {state.instance, state.panelWindow, row.id, false, row.buttons(), state.selectorImages.get()});
     toolbars.*row.toolbar = toolbar;
-    if (toolbar != nullptr) toolbars.*row.labelWindow = CreateToolbarLabel(state.instance, toolbar, row.label);
+    if (toolbar == nullptr) continue;
+    toolbars.*row.labelWindow = CreateToolbarLabel(state.instance, toolbar, row.label);
+    AddToolbarKeys(toolbar);
   }
   toolbars.commands = CreateToolbarFromTable({state.instance, state.panelWindow, kSelectorToolbarId, true,
                                               SelectorToolbarButtons(), state.selectorImages.get()});
+  if (state.historyView) state.historyView->ShowIconsState(toolbars.history);
 }
 
 bool CreateFolderTree(ExplorerState& state) {
@@ -62,14 +69,41 @@ bool CreateFolderTree(ExplorerState& state) {
 }
 
 void ApplyStartDirectory(ExplorerState& state) {
-  if (state.startDirectoryApplied || !state.explorerWindow || state.explorerWindow->fileView() == nullptr) return;
+  if (state.startDirectoryApplied || !state.explorerWindow || state.explorerWindow->fileView() == nullptr)
+    return;
   SetCurrentFolder(state.explorerWindow->fileView(), state.startDirectory.get());
   state.startDirectoryApplied = true;
 }
 
-HWND HistoryWindow(const ExplorerState& state) { return state.historyView ? state.historyView->window() : nullptr; }
+HWND HistoryWindow(const ExplorerState& state) {
+  return state.historyView ? state.historyView->window() : nullptr;
+}
 HWND FavoritesWindow(const ExplorerState& state) {
   return state.favoritesPane ? state.favoritesPane->window() : nullptr;
+}
+
+HWND CurrentViewWindow(const ExplorerState& state) {
+  switch (state.currentView) {
+    case SelectorView::History:
+      return HistoryWindow(state);
+    case SelectorView::Favorites:
+      return FavoritesWindow(state);
+    case SelectorView::Folders:
+      break;
+  }
+  return state.folderViewHost ? GetTreeWindow(state.folderViewHost.get()) : nullptr;
+}
+
+HWND CurrentLabelToolbar(const ExplorerState& state) {
+  switch (state.currentView) {
+    case SelectorView::History:
+      return state.toolbars.history;
+    case SelectorView::Favorites:
+      return state.toolbars.favorites;
+    case SelectorView::Folders:
+      break;
+  }
+  return state.toolbars.folders;
 }
 
 void Show(HWND window, bool visible) {
@@ -157,7 +191,22 @@ void ShowCurrentSelectorView(ExplorerState& state) {
   Show(HistoryWindow(state), view == SelectorView::History);
   Show(state.toolbars.favorites, view == SelectorView::Favorites);
   Show(FavoritesWindow(state), view == SelectorView::Favorites);
-  if (view != SelectorView::Folders) RedrawWindow(state.panelWindow, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
+  if (view != SelectorView::Folders)
+    RedrawWindow(state.panelWindow, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE);
+}
+
+void FocusCurrentView(const ExplorerState& state) {
+  const HWND view = CurrentViewWindow(state);
+  if (view != nullptr) SetFocus(view);
+}
+
+void FocusNextInSelector(const ExplorerState& state) {
+  const HWND toolbar = CurrentLabelToolbar(state);
+  if (toolbar != nullptr && GetFocus() != toolbar) {
+    SetFocus(toolbar);
+  } else {
+    FocusCurrentView(state);
+  }
 }
 
 void ShowSelectorView(ExplorerState& state, SelectorView view) {

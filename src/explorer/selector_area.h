@@ -1,5 +1,5 @@
-// The selector area: the explorer's page of the host's utility panel with its three views (folder tree, history,
-// favourites) and their toolbars.
+// The selector area: the explorer's page of the host's utility panel with its three views (folder tree,
+// history, favourites) and their toolbars.
 #pragma once
 
 #include <windows.h>
@@ -10,9 +10,9 @@ namespace file_explorer {
 
 struct ExplorerState;
 
-// Makes folder tree and selector toolbars when they don't exist yet, and takes the file view to the start directory the
-// first time. When the folder tree can't be made the shell is marked unusable and the user is told, once; the next call
-// tries again. False in that case.
+// Makes folder tree and selector toolbars when they don't exist yet, and takes the file view to the start
+// directory the first time. When the folder tree can't be made the shell is marked unusable and the user is
+// told, once; the next call tries again. False in that case.
 bool EnsureSelectorArea(ExplorerState& state);
 
 // Destroys toolbars and folder tree, when they were made.
@@ -21,13 +21,21 @@ void DestroySelectorArea(ExplorerState& state);
 // Places toolbars and views in a panel of this size; nothing before the folder tree exists.
 void LayOutSelectorArea(ExplorerState& state, int width, int height);
 
-// Shows the current selector view and hides the others; nothing before the Folders toolbar and the folder tree exist.
+// Shows the current selector view and hides the others; nothing before the Folders toolbar and the folder
+// tree exist.
 void ShowCurrentSelectorView(ExplorerState& state);
 
 // Makes view the current one and lays the area out again.
 void ShowSelectorView(ExplorerState& state, SelectorView view);
 
-// The panel window's messages. Sets *handled when the result is the answer; else the host's own procedure follows.
-LRESULT HandlePanelMessage(ExplorerState& state, HWND panel, UINT message, WPARAM wParam, LPARAM lParam, bool* handled);
+// Gives the keyboard to the view in front; does nothing before it exists.
+void FocusCurrentView(const ExplorerState& state);
+// Gives it to the view's label toolbar or, when that has it, to the view.
+void FocusNextInSelector(const ExplorerState& state);
+
+// The panel window's messages. Sets *handled when the result is the answer; else the host's own procedure
+// follows.
+LRESULT HandlePanelMessage(ExplorerState& state, HWND panel, UINT message, WPARAM wParam, LPARAM lParam,
+                           bool* handled);
 
 }  // namespace file_explorer

@@ -100,9 +100,7 @@ class DialogWindow {
 
   INT_PTR OnNotify(const NMHDR* notification) {
     if (notification->idFrom != kTree || notification->code != static_cast<UINT>(TVN_KEYDOWN)) return FALSE;
-    const WORD key = reinterpret_cast<const NMTVKEYDOWN*>(notification)->wVKey;
-    if (key == VK_F2) OnRename();
-    if (key == VK_DELETE) OnDelete();
+    RunFavoritesKey(*tree_, window_, reinterpret_cast<const NMTVKEYDOWN*>(notification)->wVKey);
     return TRUE;
   }
 

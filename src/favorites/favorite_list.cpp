@@ -68,7 +68,7 @@ void FavoriteList::EndLoading() {
 }
 
 std::vector<FavoriteRecord*> FavoriteList::Remove(FavoriteRecord& record) {
-  const std::vector<FavoriteRecord*> orphans = std::exchange(record.children, {});
+  std::vector<FavoriteRecord*> orphans = std::exchange(record.children, {});
   for (FavoriteRecord* const orphan : orphans) Place(*orphan, nullptr);
   Unplace(record);
   records_.erase(std::find_if(records_.begin(), records_.end(),

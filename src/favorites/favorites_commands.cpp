@@ -53,4 +53,20 @@ void DeleteFavorite(CHalvoTreeView& tree, HWND owner) {
   if (answer == IDYES && IsWindow(window)) tree.DeleteEntry(*selected);
 }
 
+bool RunFavoritesKey(CHalvoTreeView& tree, HWND owner, WORD key) {
+  const bool isControl = GetKeyState(VK_CONTROL) < 0;
+  if (key == VK_F2) {
+    RenameFavorite(tree, owner);
+  } else if (key == VK_DELETE) {
+    DeleteFavorite(tree, owner);
+  } else if (key == 'X' && isControl) {
+    tree.MarkForMove(tree.current());
+  } else if (key == 'V' && isControl) {
+    tree.MoveMarked(tree.current());
+  } else {
+    return false;
+  }
+  return true;
+}
+
 }  // namespace file_explorer

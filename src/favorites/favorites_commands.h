@@ -13,4 +13,8 @@ void NewFavoritesFolder(CHalvoTreeView& tree, HWND owner);
 void RenameFavorite(CHalvoTreeView& tree, HWND owner);
 void DeleteFavorite(CHalvoTreeView& tree, HWND owner);
 
+// What a key does in the tree: F2 renames, Delete deletes, Ctrl+X and Ctrl+V move an entry. False for all
+// others.
+bool RunFavoritesKey(CHalvoTreeView& tree, HWND owner, WORD key);
+
 }  // namespace file_explorer

@@ -57,16 +57,19 @@ bool FavoritesPane::HandleMessage(HWND window, UINT message, WPARAM wParam, LPAR
     const auto* const notification = reinterpret_cast<const NMHDR*>(lParam);
     if (notification->hwndFrom == tree_->window() && notification->code == static_cast<UINT>(TVN_KEYDOWN)) {
       *result = 0;
-      return OnKey(reinterpret_cast<const NMTVKEYDOWN*>(lParam)->wVKey);
+      return OnKey(window, reinterpret_cast<const NMTVKEYDOWN*>(lParam)->wVKey);
     }
   }
   return tree_->RouteMessage(window, message, wParam, lParam, false, result);
 }
 
-bool FavoritesPane::OnKey(WORD key) {
-  if (key == VK_F2) return HandleCommand(kCommandRenameFavorite);
-  if (key == VK_DELETE) return HandleCommand(kCommandDeleteFavorite);
-  return false;
+bool FavoritesPane::OnKey(HWND panel, WORD key) {
+  if (key == VK_TAB) {
+    SendMessageA(panel, WM_NEXTDLGCTL, GetKeyState(VK_SHIFT) < 0 ? TRUE : FALSE, FALSE);
+    return true;
+  }
+  if (key == VK_ESCAPE) tree_->MarkForMove(nullptr);
+  return RunFavoritesKey(*tree_, services_.mainWindow(), key);
 }
 
 bool FavoritesPane::HandleCommand(int command) {

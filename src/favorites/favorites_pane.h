@@ -40,7 +40,7 @@ class FavoritesPane {
   void Save();
 
   // The panel window's procedure offers every message while the pane is shown: true when it is dealt with and
-  // *result is the answer.
+  // *result is the answer. The Tab key in the tree asks the panel for the next control (WM_NEXTDLGCTL).
   bool HandleMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
   // Commands 129, 130 and 131; false for every other command.
   bool HandleCommand(int command);
@@ -51,7 +51,7 @@ class FavoritesPane {
  private:
   explicit FavoritesPane(FavoritesServices services);
   void OnActivation(const FavoriteRecord* record) const;
-  bool OnKey(WORD key);
+  bool OnKey(HWND panel, WORD key);
   void Mirror(const FavoriteRecord& record, const FavoriteRecord* parent, FavoriteChange change);
 
   const FavoritesServices services_;

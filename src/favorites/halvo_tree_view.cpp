@@ -146,6 +146,7 @@ bool CHalvoTreeView::LoadFavorites(const std::string& path) {
   ForgetMouse();
   tree_.SetRedraw(false);
   tree_.DeleteAll();  // the items point at the records
+  marked_ = nullptr;
   list_.Clear();
   list_.BeginLoading();
   ReadFavoritesFile(path, SystemFileCalls(), list_,
@@ -260,6 +261,24 @@ void CHalvoTreeView::MoveEntry(FavoriteRecord& record, FavoriteRecord& folder) {
   tree_.SetRedraw(true);
 }
 
+void CHalvoTreeView::MarkForMove(FavoriteRecord* record) {
+  if (record != nullptr && !record->Has(kFavoriteDraggable)) return;
+  if (marked_ != nullptr && marked_->treeItem != nullptr) {
+    tree_.SetFaded(static_cast<HTREEITEM>(marked_->treeItem), false);
+  }
+  marked_ = record;
+  if (record != nullptr) tree_.SetFaded(static_cast<HTREEITEM>(record->treeItem), true);
+}
+
+void CHalvoTreeView::MoveMarked(FavoriteRecord* target) {
+  FavoriteRecord* const record = marked_;
+  FavoriteRecord* const folder = DropFolder(target);
+  if (record == nullptr || record->isDeleted || !MayDrop(*record, folder)) return;
+  MarkForMove(nullptr);
+  MoveEntry(*record, *folder);
+  Select(record);
+}
+
 void CHalvoTreeView::ToggleCheck(FavoriteRecord& record) {
   ToggleCheckMark(list_, record, syncFolderChecks_);
   for (const auto& each : list_.records()) {
@@ -342,9 +361,7 @@ bool CHalvoTreeView::OnBeginDrag(NMHDR* notification, LRESULT*) {
 
 bool CHalvoTreeView::OnClick(NMHDR*, LRESULT* result) {
   Click(lastButtonDown_);
-  *result = LeftButtonDown(lastButtonDown_)
-                ? 1
-                : 0;  // a check box was flipped here; the control must not do it too
+  *result = LeftButtonDown(lastButtonDown_) ? 1 : 0;  // what was done here the control must not do too
   return *result != 0;
 }
 
@@ -376,14 +393,17 @@ bool CHalvoTreeView::LeftButtonDown(POINT point) {
     return true;
   }
   if ((flags & TVHT_ONITEM) == 0) return false;
-  if (lastClicked_ == item && onActivation_) {
-    activatedByClick_ = item;
-    activatedAt_ = GetMessageTime();
-    onActivation_(record);
-  } else {
+  if (lastClicked_ != item || !onActivation_) {
     lastClicked_ = item;
+    return false;
   }
-  return false;
+  activatedByClick_ = item;
+  activatedAt_ = GetMessageTime();
+  // A click on a selected label is also how the control begins to edit it, which is not wanted of an entry
+  // that opens.
+  const bool wouldEdit = tree_.Selected() == item && !record->Has(kFavoriteFolder);
+  onActivation_(record);
+  return wouldEdit;
 }
 
 void CHalvoTreeView::Click(POINT) {}

@@ -44,7 +44,7 @@ class CHalvoTreeView {
   virtual void Drop();
   virtual void MouseMove(POINT point);
   virtual void ButtonUp(POINT point);
-  virtual bool LeftButtonDown(POINT point);  // true when a check box took the click
+  virtual bool LeftButtonDown(POINT point);  // true when the control is to leave the click alone
   virtual void OtherButtonUp(POINT point);
   virtual void EndDrag();
   virtual void Click(POINT point);
@@ -85,6 +85,10 @@ class CHalvoTreeView {
   // Starts editing the record's label in place.
   void EditLabel(const FavoriteRecord& record);
   void SetDisplayName(FavoriteRecord& record, const std::string& name);
+  // What a drag does, by keys: marks an entry that may be dragged (null: no longer any), then moves it as a
+  // drop on `target` (may be null) would, if that is allowed.
+  void MarkForMove(FavoriteRecord* record);
+  void MoveMarked(FavoriteRecord* target);
   // Deletes the record with everything below it and reports it.
   void DeleteEntry(FavoriteRecord& record);
 
@@ -152,6 +156,8 @@ class CHalvoTreeView {
   bool isDragging_ = false;
   HTREEITEM draggedItem_ = nullptr;
   HTREEITEM dropTarget_ = nullptr;
+
+  FavoriteRecord* marked_ = nullptr;  // to be moved by keys; of the list
 
   HWND endedEdit_ = nullptr;  // label editor whose end was dealt with
 

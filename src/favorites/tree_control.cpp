@@ -50,13 +50,21 @@ void TreeControl::SetText(HTREEITEM item, const std::string& text) const {
   Send(TVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&info));
 }
 
-void TreeControl::SetCheckMark(HTREEITEM item, bool isChecked) const {
+void TreeControl::SetState(HTREEITEM item, UINT mask, UINT state) const {
   TVITEMA info = {};
   info.mask = TVIF_HANDLE | TVIF_STATE;
   info.hItem = item;
-  info.stateMask = TVIS_STATEIMAGEMASK;
-  info.state = INDEXTOSTATEIMAGEMASK(isChecked ? kCheckedImage : kUncheckedImage);
+  info.stateMask = mask;
+  info.state = state;
   Send(TVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&info));
+}
+
+void TreeControl::SetCheckMark(HTREEITEM item, bool isChecked) const {
+  SetState(item, TVIS_STATEIMAGEMASK, INDEXTOSTATEIMAGEMASK(isChecked ? kCheckedImage : kUncheckedImage));
+}
+
+void TreeControl::SetFaded(HTREEITEM item, bool isFaded) const {
+  SetState(item, TVIS_CUT, isFaded ? TVIS_CUT : 0);
 }
 
 bool TreeControl::IsExpanded(HTREEITEM item) const {
@@ -104,12 +112,7 @@ void TreeControl::Highlight(HTREEITEM dropTarget) const {
 
 // Not every tree control takes the highlight away when no item is to have it.
 void TreeControl::ClearHighlight(HTREEITEM item) const {
-  if (item == nullptr) return;
-  TVITEMA info = {};
-  info.mask = TVIF_HANDLE | TVIF_STATE;
-  info.hItem = item;
-  info.stateMask = TVIS_DROPHILITED;
-  Send(TVM_SETITEMA, 0, reinterpret_cast<LPARAM>(&info));
+  if (item != nullptr) SetState(item, TVIS_DROPHILITED, 0);
 }
 
 HIMAGELIST TreeControl::CreateDragImage(HTREEITEM item) const {

@@ -23,6 +23,7 @@ class TreeControl {
   void DeleteAll() const { Delete(TVI_ROOT); }
   void SetText(HTREEITEM item, const std::string& text) const;
   void SetCheckMark(HTREEITEM item, bool isChecked) const;
+  void SetFaded(HTREEITEM item, bool isFaded) const;  // as entries that are about to be moved
   bool IsExpanded(HTREEITEM item) const;
 
   // The record of an item; null for a null item.
@@ -45,6 +46,7 @@ class TreeControl {
  private:
   LRESULT Send(UINT message, WPARAM wParam, LPARAM lParam) const;
   HTREEITEM Next(WPARAM relation) const;
+  void SetState(HTREEITEM item, UINT mask, UINT state) const;
   void ClearHighlight(HTREEITEM item) const;
 
   HWND window_;

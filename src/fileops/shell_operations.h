@@ -8,6 +8,7 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
+#include "src/fileops/file_operation.h"
 #include "src/fileops/source_list.h"
 #include "src/shellhost/shell_control_host.h"
 
@@ -18,7 +19,7 @@ struct ShellFunctions {
   HRESULT(WINAPI* getMalloc)(IMalloc** allocator) = &SHGetMalloc;
   PIDLIST_ABSOLUTE(WINAPI* browse)(BROWSEINFOA* request) = &SHBrowseForFolderA;
   BOOL(WINAPI* pathFromList)(PCIDLIST_ABSOLUTE list, LPSTR path) = &SHGetPathFromIDListA;
-  int(WINAPI* operate)(SHFILEOPSTRUCTA* request) = &SHFileOperationA;
+  int(WINAPI* operate)(SHFILEOPSTRUCTA* request) = &RunFileOperation;
 };
 
 // The host's memory, for source lists.

@@ -6,19 +6,23 @@
 namespace file_explorer {
 namespace {
 
-constexpr std::string_view kBlanks = " \t\r\n\v\f";
+constexpr bool IsBlank(char c) {
+  return c == ' ' || (c >= '\t' && c <= '\r');
+}
 
 }  // namespace
 
 std::string_view StripBlanks(std::string_view text) {
-  const size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
+  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
+  return text;
 }
 
 bool PatternListWalk::Next(std::string_view* pattern) {
   while (!rest_.empty() && rest_.front() != '|') {
-    const size_t length = std::min(rest_.find_first_of(",|"), rest_.size());
+    // This runs once a file and pattern; find_first_of takes several times as long.
+    const auto end = std::find_if(rest_.begin(), rest_.end(), [](char c) { return c == ',' || c == '|'; });
+    const auto length = static_cast<size_t>(end - rest_.begin());
     *pattern = StripBlanks(rest_.substr(0, length));
     rest_.remove_prefix(length);
     if (!rest_.empty() && rest_.front() == ',') rest_.remove_prefix(1);

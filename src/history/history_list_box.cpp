@@ -77,6 +77,10 @@ bool HistoryListBox::OnKeyDown(WPARAM key) {
     ReportSelection();
     return true;
   }
+  if (key == VK_TAB) {
+    SendMessageA(GetParent(window_.get()), WM_NEXTDLGCTL, GetKeyState(VK_SHIFT) < 0 ? TRUE : FALSE, FALSE);
+    return true;
+  }
   const auto* const found =
       std::find_if(std::begin(kNavigationKeys), std::end(kNavigationKeys),
                    [key](const NavigationKey& candidate) { return candidate.key == key; });

@@ -1,5 +1,5 @@
 // The list box of the history view. Keys move the selection without reporting it, so that a file is loaded
-// only when Enter or a click picks it.
+// only when Enter or a click picks it. Tab asks the parent for the next control (WM_NEXTDLGCTL).
 #pragma once
 
 #include <windows.h>

@@ -295,6 +295,10 @@ void CHistoryView::ShowSortingMenuBelowButton(HWND toolbar, HWND commandWindow) 
   SendMessageA(toolbar, TB_PRESSBUTTON, kCommandHistorySorting, MAKELPARAM(FALSE, 0));
 }
 
+void CHistoryView::ShowIconsState(HWND toolbar) const {
+  SendMessageA(toolbar, TB_CHECKBUTTON, kCommandHistoryIcons, MAKELPARAM(showIcons_ ? TRUE : FALSE, 0));
+}
+
 bool CHistoryView::HandleCommand(int command, HWND toolbar, HWND commandWindow) {
   if (command >= kCommandFirstSorting && command < kCommandFirstSorting + kSortMethodCount) {
     SetSortingMethod(command - kCommandFirstSorting);
@@ -310,7 +314,7 @@ bool CHistoryView::HandleCommand(int command, HWND toolbar, HWND commandWindow) 
   }
   if (command == kCommandHistoryIcons) {
     SetShowIcons(!showIcons_);
-    SendMessageA(toolbar, TB_CHECKBUTTON, kCommandHistoryIcons, MAKELPARAM(showIcons_ ? TRUE : FALSE, 0));
+    ShowIconsState(toolbar);
     return true;
   }
   return false;

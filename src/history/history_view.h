@@ -57,6 +57,8 @@ class CHistoryView {
   // Tall rows with pictures, or compact ones. Sorts and refills when the choice changed.
   void SetShowIcons(bool show);
   bool GetShowIcons() const { return showIcons_; }
+  // Checks or unchecks the toolbar's icons button. toolbar may be null.
+  void ShowIconsState(HWND toolbar) const;
 
   // Opens the sorting menu at a screen position; the choice is sent to commandWindow as a command (3000 to
   // 3003). Returns when the menu is closed.

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kMostElements = 32;
 constexpr std::size_t kMostProperties = 128;  // of one element
-constexpr std::size_t kLongestHeader = 64 * 1024;
+constexpr std::size_t kLongestHeader = std::size_t{64} * 1024;
 
 struct TypeName {
   std::string_view name;

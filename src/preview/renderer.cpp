@@ -140,7 +140,7 @@ class NearestTriangles {
       const float middle = static_cast<float>(y) + 0.5f;
       const Corners::Span columns = corners.Columns(middle, samples_);
       const int width = columns.last - columns.first;
-      if (!budget.Spend(static_cast<std::uint64_t>(std::max(0, width) / 4 + 1))) return false;
+      if (!budget.Spend(static_cast<std::uint64_t>(std::max(0, width)) / 4 + 1)) return false;
       for (int x = columns.first; x <= columns.last; ++x) {
         Take(corners, corners.At(static_cast<float>(x) + 0.5f, middle), Index(x, y), number);
       }
@@ -238,7 +238,7 @@ std::optional<Picture> RenderMesh(const Mesh& mesh, int size, WorkBudget& budget
   picture.pixels.reserve(static_cast<std::size_t>(size) * static_cast<std::size_t>(size));
   bool isEmpty = true;
   for (int y = 0; y < samples; y += edge) {
-    if (!budget.Spend(static_cast<std::uint64_t>(samples * edge))) return std::nullopt;
+    if (!budget.Spend(static_cast<std::uint64_t>(samples) * static_cast<std::uint64_t>(edge))) return std::nullopt;
     for (int x = 0; x < samples; x += edge) {
       picture.pixels.push_back(PixelOf(nearest, surface, x, y, edge));
       isEmpty = isEmpty && picture.pixels.back() == 0;

@@ -99,7 +99,8 @@ for program in workbench.exe window_probe.exe ui_file_explorer.dll; do
 done
 
 mkdir -p "$work/files" "$work/user"
-# Favorites(Models(cube.obj) Scenes(Inner(city.3ds)) wood.png)
+# Favorites(Models(cube.obj) Scenes(Inner(city.3ds)) wood.png) Archive. The archive is a folder that the root does not
+# hold: there is nothing but its protection that keeps the root from being dropped on it.
 record() { printf 'K={%s}\r\ns=%s\r\ni=%s\r\nd=%s\r\n%s\r\n' "$1" "$2" "$3" "$4" "$5"; }
 {
   record 0 49 0 Favorites E
@@ -109,6 +110,7 @@ record() { printf 'K={%s}\r\ns=%s\r\ni=%s\r\nd=%s\r\n%s\r\n' "$1" "$2" "$3" "$4"
   record 4 21 0 Inner 'p={3}'
   record 5 4 1 city.3ds $'n=X:\\city.3ds\r\np={4}'
   record 6 4 1 wood.png $'n=X:\\wood.png\r\np={0}'
+  record 7 21 0 Archive E
 } >"$work/user/favorites.dat"
 
 start_virtual_display 1400x900
@@ -127,9 +129,10 @@ xdotool mousemove $(middle "$(probe button "$folders_toolbar" "$favorites_view")
 wait_for "the favorites" shows_item city.3ds
 
 step "what must not move: the root, an entry onto itself, a folder onto its child"
-drag Favorites Scenes
+drag Favorites Archive
 drag Models Models
 drag Scenes Inner
+[ "$(left_of Favorites)" = "$(left_of Archive)" ] || fail "the root moved"
 [ "$(left_of Inner)" -gt "$(left_of Scenes)" ] || fail "the folder moved into its own child"
 is_right_below Models Favorites || fail "the folder is not where it was"
 
@@ -169,6 +172,7 @@ wood.png in Models
 Scenes in Favorites
 Inner in Scenes
 cube.obj in Inner
-city.3ds in Favorites"
+city.3ds in Favorites
+Archive"
 [ "$arrangement" = "$expected" ] || fail "favorites.dat holds"$'\n'"$arrangement"
 step "passed"

@@ -12,7 +12,7 @@
 
 namespace workbench::tx {
 
-inline constexpr size_t kFormatFileSize = 1024 * 1024;  // bytes that are read at most
+inline constexpr size_t kFormatFileSize = size_t{1024} * 1024;  // bytes that are read at most
 inline constexpr size_t kFormatLimit = 4096;            // formats that are taken at most
 
 // The formats in the order of their lines, all enabled. skippedLines (may be null) counts lines that are

@@ -28,7 +28,7 @@ int CountPixels(HWND window, const RECT& area, COLORREF color) {
   return count;
 }
 
-TEST(SelectionLook, AnUnfocusedListFramesItsSelectedRows) {
+TEST(SelectionLook, AnUnfocusedListShadesItsSelectedRows) {
   TempDirectory folder;
   folder.AddFile(L"a.txt");
   folder.AddFile(L"b.txt");
@@ -39,17 +39,16 @@ TEST(SelectionLook, AnUnfocusedListFramesItsSelectedRows) {
   SendMessageW(view.list(), LVM_SETITEMSTATE, 1, reinterpret_cast<LPARAM>(&item));
   SetFocus(view.frame());
   ASSERT_NE(GetFocus(), view.list());
-  const auto framePixels = [&](int row) {
+  const auto shaded = [&](int row) {
     RECT area = {};
-    area.left = LVIR_SELECTBOUNDS;
+    area.left = LVIR_LABEL;
     SendMessageW(view.list(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&area));
-    return CountPixels(view.list(), area, GetSysColor(COLOR_HIGHLIGHT));
+    return CountPixels(view.list(), area, controls::InactiveSelectionColor());
   };
-  RECT area = {};
-  area.left = LVIR_SELECTBOUNDS;
-  SendMessageW(view.list(), LVM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&area));
-  EXPECT_GE(framePixels(1), 2 * (area.right - area.left));
-  EXPECT_EQ(framePixels(0), 0);
+  EXPECT_GT(shaded(1), 100);
+  EXPECT_EQ(shaded(0), 0);
+  SetFocus(view.list());
+  EXPECT_EQ(shaded(1), 0) << "with the focus it has the system's colour";
 }
 
 TEST(SelectionLook, AnUnfocusedTreeShadesItsSelectedFolder) {

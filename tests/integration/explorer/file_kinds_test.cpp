@@ -5,7 +5,10 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -71,8 +74,31 @@ class FileKindsTest : public testing::Test {
     return count;
   }
 
+  // The colour that most pixels of a row's label have.
+  COLORREF GroundOf(const char* name) {
+    const HWND list = fixture_.FileList();
+    UpdateWindow(list);
+    RECT label = {};
+    label.left = LVIR_LABEL;
+    SendMessageA(list, LVM_GETITEMRECT, static_cast<WPARAM>(fixture_.IndexOf(name)), reinterpret_cast<LPARAM>(&label));
+    const HDC screen = GetDC(list);
+    std::map<COLORREF, int> counts;
+    for (LONG y = label.top; y < label.bottom; ++y) {
+      for (LONG x = label.left; x < label.right; ++x) ++counts[GetPixel(screen, x, y)];
+    }
+    ReleaseDC(list, screen);
+    return std::max_element(counts.begin(), counts.end(), [](const auto& a, const auto& b) {
+             return a.second < b.second;
+           })->first;
+  }
+
   test_support::ExplorerFixture fixture_;
 };
+
+int Distance(COLORREF a, COLORREF b) {
+  return std::max({std::abs(GetRValue(a) - GetRValue(b)), std::abs(GetGValue(a) - GetGValue(b)),
+                   std::abs(GetBValue(a) - GetBValue(b))});
+}
 
 TEST_F(FileKindsTest, AMaskHidesHalfOfTheFiles) {
   for (const wchar_t* const name : {L"a.obj", L"b.obj", L"a.txt", L"b.txt"}) AddFile(name);
@@ -208,6 +234,22 @@ TEST_F(FileKindsTest, ASelectedFileIsHighlightedWhateverItsColour) {
   SetFocus(fixture_.FileList());
   SendMessageA(fixture_.FileList(), LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&item));
   EXPECT_TRUE(WaitUntil([&] { return PixelsOf("a.txt", RGB(255, 0, 0)) == 0; }));
+}
+
+TEST_F(FileKindsTest, ASelectionIsSeenWhileTheSelectBoxHasTheFocus) {
+  for (const wchar_t* const name : {L"a.txt", L"a.xyz", L"b.txt", L"b.xyz"}) AddFile(name);
+  Begin(4);
+  SetFocus(fixture_.SelectEdit());
+  SendMessageA(fixture_.SelectEdit(), WM_CHAR, 'a', 1);
+  ASSERT_THAT(fixture_.SelectedNames(), UnorderedElementsAre("a.txt", "a.xyz"));
+  // Both have the same ground, which is neither that of unselected files nor that of a focused selection.
+  EXPECT_TRUE(WaitUntil([&] { return Distance(GroundOf("a.xyz"), GroundOf("b.xyz")) >= 48; }))
+      << std::hex << GroundOf("a.xyz") << " beside " << GroundOf("b.xyz");
+  EXPECT_EQ(GroundOf("a.txt"), GroundOf("a.xyz"));
+  EXPECT_GE(Distance(GroundOf("a.txt"), GetSysColor(COLOR_HIGHLIGHT)), 48);
+  EXPECT_EQ(GroundOf("b.txt"), ColorOf("b.txt"));
+  SetFocus(fixture_.FileList());
+  EXPECT_TRUE(WaitUntil([&] { return GroundOf("a.txt") == GetSysColor(COLOR_HIGHLIGHT); }));
 }
 
 TEST_F(FileKindsTest, APatternSelectsThree) {

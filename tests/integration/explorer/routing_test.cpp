@@ -369,6 +369,21 @@ TEST_F(RoutingTest, TheHistoryIconsAreSwitched) {
   EXPECT_EQ(SendMessageA(list, LB_GETITEMHEIGHT, 0, 0), tall);
 }
 
+class RoutingWithIconsTest : public RoutingTest {
+ protected:
+  void SetUp() override {
+    WritePrivateProfileStringA("History", "HistoryShowIcons", "1", fixture_.ProfilePath().c_str());
+    RoutingTest::SetUp();
+  }
+};
+
+TEST_F(RoutingWithIconsTest, TheIconsButtonIsCheckedFromTheStart) {
+  EXPECT_TRUE(IsChecked(kHistoryToolbar, 135));
+  Press(kFoldersToolbar, 107);
+  Press(kHistoryToolbar, 135);
+  EXPECT_FALSE(IsChecked(kHistoryToolbar, 135));
+}
+
 // ---- The order in which a message is offered
 // ---------------------------------------------------------------------
 

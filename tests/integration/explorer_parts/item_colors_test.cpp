@@ -18,11 +18,14 @@ constexpr char kGuid[] = "{5D1B7A10-2C44-4E0E-9A61-0B771F28D357}";
 
 // What the list's own window answers, and what it was asked.
 LRESULT ownAnswer = 0;
+bool ownSelection = false;  // it takes the mark of a selected item away
 int ownCalls = 0;
 
 LRESULT CALLBACK OwnProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_NOTIFY && reinterpret_cast<NMHDR*>(lParam)->code == static_cast<UINT>(NM_CUSTOMDRAW)) {
     ++ownCalls;
+    auto* const draw = reinterpret_cast<NMLVCUSTOMDRAW*>(lParam);
+    if (ownSelection) draw->nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
     return ownAnswer;
   }
   return DefWindowProcA(window, message, wParam, lParam);
@@ -33,6 +36,7 @@ class ItemColorsTest : public testing::Test {
   void SetUp() override {
     ownAnswer = CDRF_DODEFAULT;
     ownCalls = 0;
+    ownSelection = false;
     const INITCOMMONCONTROLSEX classes = {sizeof(classes), ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&classes);
     WNDCLASSA windowClass = {};
@@ -68,8 +72,9 @@ class ItemColorsTest : public testing::Test {
     row.pszText = name.data();
     SendMessageA(list_, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&row));
   }
-  LRESULT Ask(DWORD stage, int row, COLORREF* background) {
+  LRESULT Ask(DWORD stage, int row, COLORREF* background, UINT state = 0) {
     NMLVCUSTOMDRAW draw = {};
+    draw.nmcd.uItemState = state;
     draw.nmcd.hdr = {list_, 1, static_cast<UINT>(NM_CUSTOMDRAW)};
     draw.nmcd.dwDrawStage = stage;
     draw.nmcd.dwItemSpec = static_cast<DWORD_PTR>(row);
@@ -118,6 +123,17 @@ TEST_F(ItemColorsTest, WhatTheWindowAnswersItselfStands) {
   EXPECT_EQ(Ask(CDDS_ITEMPREPAINT, 0, &background_), CDRF_SKIPDEFAULT);
   EXPECT_EQ(background_, CLR_DEFAULT) << "it drew the item itself";
   EXPECT_EQ(ownCalls, 2);
+}
+
+TEST_F(ItemColorsTest, ASelectionThatTheWindowDrawsInItsOwnColourStands) {
+  colors_.Attach(list_);
+  Ask(CDDS_ITEMPREPAINT, 0, &background_, CDIS_SELECTED);
+  EXPECT_EQ(background_, RGB(255, 127, 0)) << "the list itself shows its selection";
+  ownSelection = true;
+  Ask(CDDS_ITEMPREPAINT, 0, &background_, CDIS_SELECTED);
+  EXPECT_EQ(background_, CLR_DEFAULT);
+  Ask(CDDS_ITEMPREPAINT, 0, &background_, CDIS_FOCUS);
+  EXPECT_EQ(background_, RGB(255, 127, 0));
 }
 
 TEST_F(ItemColorsTest, OtherWindowsAreLeftAlone) {

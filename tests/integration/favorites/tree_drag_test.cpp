@@ -185,6 +185,81 @@ TEST_F(TreeDragTest, ADragEndsWithThePane) {
   EXPECT_EQ(GetCapture(), nullptr);
 }
 
+// The keys that do what a drag does.
+class TreeMoveByKeysTest : public TreeDragTest {
+ protected:
+  ~TreeMoveByKeysTest() override { HoldControl(false); }
+  static void HoldControl(bool down) {
+    BYTE keys[256] = {};
+    GetKeyboardState(keys);
+    keys[VK_CONTROL] = down ? 0x80 : 0;
+    SetKeyboardState(keys);
+  }
+  void Type(const char* key, WPARAM letter) {
+    Select(key);
+    HoldControl(true);
+    SendMessageA(tree().window(), WM_KEYDOWN, letter, 1);
+    HoldControl(false);
+  }
+  bool IsFaded(const char* key) {
+    const auto item = reinterpret_cast<WPARAM>(Record(key).treeItem);
+    return (SendMessageA(tree().window(), TVM_GETITEMSTATE, item, TVIS_CUT) & TVIS_CUT) != 0;
+  }
+};
+
+TEST_F(TreeMoveByKeysTest, CutAndPasteMoveAnEntryAsADropWould) {
+  CreateWithSample();
+  Show();
+  Type("{4}", 'X');
+  EXPECT_TRUE(IsFaded("{4}"));
+  Type("{2}", 'V');  // a reference: its folder
+  EXPECT_EQ(Shown(), "Favorites(Models(cube.obj wood.png) Textures)");
+  EXPECT_FALSE(IsFaded("{4}"));
+  EXPECT_EQ(tree().current(), &Record("{4}"));
+  Type("{3}", 'V');  // has been done
+  EXPECT_EQ(Shown(), "Favorites(Models(cube.obj wood.png) Textures)");
+}
+
+TEST_F(TreeMoveByKeysTest, WhatADropRefusesIsRefused) {
+  CreateWithSample();
+  Show();
+  const std::string before = Shown();
+  Type("{0}", 'X');
+  EXPECT_FALSE(IsFaded("{0}"));
+  Type("{3}", 'V');
+  Type("{1}", 'X');
+  Type("{2}", 'V');
+  EXPECT_EQ(Shown(), before);
+  Type("{3}", 'V');
+  EXPECT_EQ(Shown(), "Favorites(Textures(Models(cube.obj)) wood.png)");
+}
+
+TEST_F(TreeMoveByKeysTest, AnotherEntryTakesThePlaceOfTheOneThatWasCut) {
+  CreateWithSample();
+  Show();
+  Type("{4}", 'X');
+  Type("{2}", 'X');
+  EXPECT_FALSE(IsFaded("{4}"));
+  EXPECT_TRUE(IsFaded("{2}"));
+  SendMessageA(tree().window(), WM_KEYDOWN, VK_ESCAPE, 1);
+  EXPECT_FALSE(IsFaded("{2}"));
+  Type("{3}", 'V');
+  EXPECT_EQ(Shown(), "Favorites(Models(cube.obj) Textures wood.png)");
+}
+
+TEST_F(TreeMoveByKeysTest, AnEntryThatIsGoneIsNotMoved) {
+  CreateWithSample();
+  Show();
+  Type("{4}", 'X');
+  tree().DeleteEntry(Record("{4}"));
+  Type("{3}", 'V');
+  EXPECT_EQ(Shown(), "Favorites(Models(cube.obj) Textures)");
+  Type("{2}", 'X');
+  tree().LoadFavorites(file());
+  Type("{3}", 'V');
+  EXPECT_EQ(Shown(), "Favorites(Models(cube.obj) Textures wood.png)");
+}
+
 TEST_F(TreeDragTest, TheControlsOwnGestureStartsADrag) {
   CreateWithSample();
   Show();

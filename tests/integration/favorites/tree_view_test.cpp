@@ -200,6 +200,40 @@ TEST_F(TreeViewTest, ASecondClickOnTheSameItemActivatesIt) {
   EXPECT_THAT(loaded, ElementsAre("X:\\textures\\wood.png"));
 }
 
+// Else the control would begin to edit the label of what has just been loaded.
+TEST_F(TreeViewTest, AClickThatActivatesIsKeptFromTheControlAndOneOnAFolderIsNot) {
+  CreateWithSample();
+  Show();
+  const auto notifyClick = [this] {
+    NMHDR click = {tree().window(), 104, static_cast<UINT>(NM_CLICK)};
+    return SendMessageA(panel, WM_NOTIFY, 104, reinterpret_cast<LPARAM>(&click));
+  };
+  Click("{4}");
+  EXPECT_EQ(notifyClick(), 1);
+  EXPECT_EQ(loaded.size(), 1u);
+  Click("{3}");
+  EXPECT_EQ(notifyClick(), 0);
+}
+
+TEST_F(TreeViewTest, AClickThatActivatesStillSelects) {
+  CreateWithSample();
+  Show();
+  Click("{4}");
+  Select("{2}");
+  Click("{4}");
+  EXPECT_EQ(loaded.size(), 1u);
+  EXPECT_EQ(tree().current(), &Record("{4}"));
+}
+
+TEST_F(TreeViewTest, ASecondClickOnAFoldersNameEditsIt) {
+  CreateWithSample();
+  Show();
+  SetFocus(tree().window());
+  Click("{3}");
+  Click("{3}");
+  EXPECT_TRUE(WaitUntil([this] { return TreeControl(tree().window()).LabelEdit() != nullptr; }));
+}
+
 TEST_F(TreeViewTest, ADoubleClickActivatesOnce) {
   CreateWithSample();
   Show();

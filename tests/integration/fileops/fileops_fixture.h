@@ -77,6 +77,20 @@ class FileOpsTest : public testing::Test {
     return WaitUntil([&] { return SelectedNode() == name; }) && fixture_.WaitForFiles(files);
   }
 
+  // Types a folder into the path box.
+  void TypePath(const std::string& path) {
+    const HWND box = test_support::FindDescendant(fixture_.ExplorerWindow(), WC_COMBOBOXEXA);
+    const auto edit = reinterpret_cast<HWND>(SendMessageA(box, CBEM_GETEDITCONTROL, 0, 0));
+    SetWindowTextA(edit, path.c_str());
+    SendMessageA(edit, WM_KEYDOWN, VK_RETURN, 1);
+  }
+  // The line under the list, painted anew.
+  std::string Status() {
+    test_support::PumpMessages();
+    UpdateWindow(GetParent(list()));
+    return test_support::TextOf(GetParent(list()));
+  }
+
   std::string NodeText(HTREEITEM item) const {
     char text[512] = "";
     TVITEMA data = {};

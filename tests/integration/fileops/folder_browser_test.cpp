@@ -36,8 +36,9 @@ class FolderBrowserTest : public FileOpsTest {
     return WaitUntil(
         [&] {
           if (tell) {
-            SendMessageA(browser, BFFM_SETSELECTIONA, TRUE,
-                         reinterpret_cast<LPARAM>(fixture_.directory().Join(std::string_view("target")).c_str()));
+            SendMessageA(
+                browser, BFFM_SETSELECTIONA, TRUE,
+                reinterpret_cast<LPARAM>(fixture_.directory().Join(std::string_view("target")).c_str()));
           }
           return SelectionOf(browser) == "target";
         },
@@ -50,7 +51,8 @@ class FolderBrowserTest : public FileOpsTest {
   // Confirms the next browsers when they have the target selected, and says no to questions.
   void ChooseTarget(bool tell) {
     driver_.OnDialog([this, tell](const SeenDialog& dialog) {
-      if (test_support::FindDescendant(dialog.window, WC_TREEVIEWA) == nullptr) return Press(dialog.window, IDNO);
+      if (test_support::FindDescendant(dialog.window, WC_TREEVIEWA) == nullptr)
+        return Press(dialog.window, IDNO);
       ++browsers_;
       EXPECT_TRUE(WaitForTarget(dialog.window, tell)) << SelectionOf(dialog.window);
       Press(dialog.window, IDOK);
@@ -91,6 +93,25 @@ TEST_F(FolderBrowserTest, CopyingOntoAFileOfTheSameNameAsksFirst) {
   EXPECT_EQ(Content(Target("a.txt")), "older");
   EXPECT_EQ(Content(Path("a.txt")), "of a");
   EXPECT_TRUE(fixture_.boxes().boxes().empty()) << "who says no knows it";
+}
+
+TEST_F(FolderBrowserTest, MovingOntoAFileOfTheSameNameAsksFirstAndObeysBothAnswers) {
+  fixture_.directory().AddFile(L"target\\a.txt", "older");
+  for (const int answer : {IDNO, IDYES}) {
+    Select({"a.txt", "b.txt"});
+    ChooseTarget(answer == IDNO);
+    fixture_.boxes().AnswerWith(answer);
+    Command(file_explorer::kCommandMoveTo);
+    EXPECT_EQ(Content(Target("a.txt")), answer == IDYES ? "of a" : "older");
+    EXPECT_EQ(Content(Path("a.txt")), answer == IDYES ? "(none)" : "of a");
+    EXPECT_EQ(Content(Path("b.txt")), answer == IDYES ? "(none)" : "of b");
+  }
+  ASSERT_EQ(fixture_.boxes().boxes().size(), 2U) << "one question a time, and no report of the No";
+  const test_support::RecordedMessageBox& box = fixture_.boxes().boxes()[0];
+  EXPECT_EQ(box.caption, "Confirm File Replace");
+  EXPECT_EQ(box.text, "The folder already contains a file named \"a.txt\".\n\nDo you want to replace it?");
+  EXPECT_EQ(box.icon, static_cast<UINT>(MB_ICONQUESTION));
+  EXPECT_THAT(box.buttons, testing::ElementsAre(IDYES, IDNO));
 }
 
 }  // namespace

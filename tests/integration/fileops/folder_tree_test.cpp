@@ -71,6 +71,19 @@ TEST_F(FolderTreeTest, TheViewsLeaveAFolderThatIsMovedAway) {
   EXPECT_TRUE(Becomes({"one"}));
 }
 
+TEST_F(FolderTreeTest, AFolderThatItsParentDoesNotListStays) {
+  // Devices are not listed by the root of this drive, but who knows the folder can go there.
+  Start(3);
+  TypePath("Z:\\dev\\shm");
+  ASSERT_TRUE(WaitUntil([this] { return SelectedNode() == "shm"; }));
+  const HTREEITEM dev = NextNode(TVGN_PARENT, NextNode(TVGN_CARET));
+  const HTREEITEM drive = NextNode(TVGN_PARENT, dev);
+  SendMessageA(tree(), TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(drive));
+  ASSERT_TRUE(WaitUntil([&] { return ChildOf(drive, "usr") != nullptr; }));
+  EXPECT_EQ(NodeText(dev), "dev");
+  EXPECT_EQ(SelectedNode(), "shm");
+}
+
 TEST_F(FolderTreeTest, FilesAreLeavesBehindTheFolders) {
   fixture_.directory().AddFile(L"files\\another.txt");
   Option("TreeView_ShowFiles", "1");

@@ -92,6 +92,12 @@ const MatchCase kEdgeCases[] = {
     {"*ab*ab", "abab", true},
     {"*ab*ab", "ab", false},
     {"*aab", "aaaaab", true},
+    {"aab*aab", "aaab", false},  // end and beginning may not share letters
+    {"ab*ab", "ab", false},
+    {"ab*ab", "abab", true},
+    {"ab*", "a", false},
+    {"a*b*c", "abc", true},
+    {"a*b*c", "acb", false},
     {"*.*", "name", false},
     {"\\?", "?", true},
     {"\\?", "a", false},
@@ -176,6 +182,10 @@ TEST(MatchPattern, CountsACharacterOutsideAsciiAsOne) {
   EXPECT_FALSE(MatchPattern(umlaut + "*", capitalUmlaut + "x", false));
   EXPECT_TRUE(MatchPattern("\\" + umlaut, umlaut, false));
   EXPECT_TRUE(MatchPattern("*" + umlaut, umlaut + umlaut, false));
+  EXPECT_TRUE(MatchPattern("*.TXT", umlaut + ".txt", true));
+  EXPECT_TRUE(MatchPattern(umlaut + "*b", umlaut + umlaut + "b", false));
+  EXPECT_FALSE(MatchPattern(umlaut + "*b", umlaut + umlaut, false));
+  EXPECT_FALSE(MatchPattern("*?b", "b" + umlaut, false));
 }
 
 TEST(MatchPattern, CountsAByteThatIsNoUtf8AsOneCharacter) {
@@ -186,6 +196,19 @@ TEST(MatchPattern, CountsAByteThatIsNoUtf8AsOneCharacter) {
   EXPECT_FALSE(MatchPattern("\xE4", "\xC3\xA4", false)) << "a stray byte is not the letter of that number";
   EXPECT_TRUE(MatchPattern("??", "\xC0\x80", false)) << "an over-long sequence is no character";
   EXPECT_TRUE(MatchPattern("???", "\xED\xA0\x80", false)) << "half of a surrogate pair is no character";
+  EXPECT_TRUE(MatchPattern("*b",
+                           "\xC3"
+                           "b",
+                           false))
+      << "the byte before a letter takes nothing of it";
+  EXPECT_FALSE(MatchPattern("?b",
+                            "\xE6\x97"
+                            "b",
+                            false));
+  EXPECT_TRUE(MatchPattern("??b",
+                           "\xE6\x97"
+                           "b",
+                           false));
 }
 
 TEST(MatchPattern, TakesNamesOf1024Characters) {
@@ -277,6 +300,8 @@ TEST(MatchPattern, IllFormedPatternsMatchNothing) {
   EXPECT_FALSE(MatchPattern("a\\", "a", false));
   EXPECT_FALSE(MatchPattern("a\\", "a\\", false));
   EXPECT_FALSE(MatchPattern("x*[", "y", false));
+  EXPECT_FALSE(MatchPattern("x[", "x[", false));
+  EXPECT_FALSE(MatchPattern("xyz\\", "xyz", false));
 }
 
 }  // namespace

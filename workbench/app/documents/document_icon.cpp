@@ -44,8 +44,8 @@ COLORREF KindColor(FileKind kind) {
 void FillPolygon(HDC dc, const POINT* points, int count, COLORREF fill, COLORREF edge, int edgeWidth) {
   const UniqueBrush brush(CreateSolidBrush(fill));
   const UniquePen pen(CreatePen(edgeWidth > 0 ? PS_SOLID : PS_NULL, edgeWidth, edge));
-  const SelectedObject brushScope(dc, brush.get());
-  const SelectedObject penScope(dc, pen.get());
+  const ObjectSelection brushScope(dc, brush.get());
+  const ObjectSelection penScope(dc, pen.get());
   Polygon(dc, points, count);
 }
 
@@ -78,7 +78,7 @@ void DrawSheet(HDC dc, int side, FileKind kind, const std::wstring& extension) {
   shape.lfQuality = ANTIALIASED_QUALITY;
   lstrcpynW(shape.lfFaceName, L"Tahoma", LF_FACESIZE);
   const UniqueFont font(CreateFontIndirectW(&shape));
-  const SelectedObject fontScope(dc, font.get());
+  const ObjectSelection fontScope(dc, font.get());
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, RGB(255, 255, 255));
   DrawTextW(dc, extension.c_str(), -1, &band, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
@@ -106,7 +106,7 @@ void DrawSmooth(HDC dc, int x, int y, int size, COLORREF background,
   const UniqueBitmap bitmap(CreateDIBSection(memory, &large, DIB_RGB_COLORS, &bits, nullptr, 0));
   PixelGrid grid = {side, side, {}};
   if (bitmap && bits != nullptr) {
-    const SelectedObject selected(memory, bitmap.get());
+    const ObjectSelection selected(memory, bitmap.get());
     const RECT square = {0, 0, side, side};
     const UniqueBrush brush(CreateSolidBrush(background));
     FillRect(memory, &square, brush.get());

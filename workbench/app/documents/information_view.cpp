@@ -92,14 +92,14 @@ class InformationView final : public DocumentView, private ViewWindow {
   void MeasureLabels() {
     const HDC screen = GetDC(nullptr);
     {
-      const SelectedObject font(screen, font_.get());
+      const ObjectSelection font(screen, font_.get());
       for (const Row& row : rows_) {
         SIZE extent = {};
         GetTextExtentPoint32W(screen, row.label, lstrlenW(row.label), &extent);
         labelWidth_ = std::max<int>(labelWidth_, extent.cx);
       }
       lineHeight_ = LineHeight(screen);
-      const SelectedObject nameFont(screen, nameFont_.get());
+      const ObjectSelection nameFont(screen, nameFont_.get());
       nameHeight_ = LineHeight(screen);
     }
     ReleaseDC(nullptr, screen);
@@ -183,7 +183,7 @@ class InformationView final : public DocumentView, private ViewWindow {
     RECT text = {0, 0, width - 2 * padding, 0};
     const HDC screen = GetDC(nullptr);
     {
-      const SelectedObject font(screen, font_.get());
+      const ObjectSelection font(screen, font_.get());
       DrawTextW(screen, note_.c_str(), -1, &text, DT_WORDBREAK | DT_CALCRECT | DT_NOPREFIX);
     }
     ReleaseDC(nullptr, screen);
@@ -238,10 +238,10 @@ class InformationView final : public DocumentView, private ViewWindow {
   }
 
   void OnPaint() const {
-    const BufferedPaint paint(handle());
+    const OffscreenPaint paint(handle());
     const HDC dc = paint.dc();
     FillRect(dc, &paint.client(), GetSysColorBrush(COLOR_WINDOW));
-    const SelectedObject font(dc, font_.get());
+    const ObjectSelection font(dc, font_.get());
     SetBkMode(dc, TRANSPARENT);
     if (!note_.empty()) PaintNote(dc);
     const int margin = ScaledPixels(kMargin);

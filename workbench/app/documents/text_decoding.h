@@ -22,7 +22,7 @@ TextEncoding DetectEncoding(std::string_view bytes);
 std::u16string DecodeText(std::string_view bytes, TextEncoding encoding, bool cutOff);
 
 // How much of a file's beginning LooksLikeText wants to see, in bytes.
-inline constexpr std::size_t kSniffSize = 64 * 1024;
+inline constexpr std::size_t kSniffSize = std::size_t{64} * 1024;
 
 // True when the beginning of a file reads as text: no NULs (unless it is UTF-16) and hardly any control
 // characters. Empty content is text.

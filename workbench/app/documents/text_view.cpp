@@ -186,7 +186,7 @@ LRESULT TextView::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 void TextView::MeasureCell() {
   const HDC screen = GetDC(nullptr);
   {
-    const SelectedObject font(screen, font_.get());
+    const ObjectSelection font(screen, font_.get());
     TEXTMETRICW metrics = {};
     GetTextMetricsW(screen, &metrics);
     SIZE extent = {};
@@ -365,12 +365,12 @@ LRESULT TextView::OnContextMenu(WPARAM, LPARAM lParam) {
 }
 
 LRESULT TextView::OnPaint(WPARAM, LPARAM) {
-  const BufferedPaint paint(handle());
+  const OffscreenPaint paint(handle());
   const HDC dc = paint.dc();
   const RECT& client = paint.client();
   FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));
   if (cutOff_) PaintNote(dc, client);
-  const SelectedObject font(dc, font_.get());
+  const ObjectSelection font(dc, font_.get());
   SetBkMode(dc, OPAQUE);
   for (int y = TextTop(), row = top_; y < client.bottom && row < static_cast<int>(index_.rows()); ++row) {
     PaintRow(dc, static_cast<std::size_t>(row), y, client);
@@ -385,7 +385,7 @@ void TextView::PaintNote(HDC dc, const RECT& client) const {
   FillRect(dc, &band, brush.get());
   const std::wstring note = L"The file has " + Wide(RoundedSize(size_)) + L". The first " +
                             Wide(RoundedSize(kTextSizeLimit)) + L" of it are shown.";
-  const SelectedObject font(dc, noteFont_.get());
+  const ObjectSelection font(dc, noteFont_.get());
   SetBkMode(dc, TRANSPARENT);
   SetTextColor(dc, kNoteText);
   InflateRect(&band, -ScaledPixels(kMargin), 0);

@@ -133,22 +133,6 @@ SIZE ViewWindow::ClientSize() const {
   return {client.right, client.bottom};
 }
 
-BufferedPaint::BufferedPaint(HWND window) : window_(window) {
-  const HDC screen = BeginPaint(window, &paint_);
-  GetClientRect(window, &client_);
-  buffer_ = CreateCompatibleDC(screen);
-  bitmap_.reset(CreateCompatibleBitmap(screen, client_.right > 0 ? client_.right : 1,
-                                       client_.bottom > 0 ? client_.bottom : 1));
-  previous_ = SelectObject(buffer_, bitmap_.get());
-}
-
-BufferedPaint::~BufferedPaint() {
-  BitBlt(paint_.hdc, 0, 0, client_.right, client_.bottom, buffer_, 0, 0, SRCCOPY);
-  SelectObject(buffer_, previous_);
-  DeleteDC(buffer_);
-  EndPaint(window_, &paint_);
-}
-
 std::wstring Wide(const std::string& utf8) {
   const int size = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
   std::wstring text(static_cast<std::size_t>(size), L'\0');

@@ -73,7 +73,7 @@ class WelcomeView final : public DocumentView, private ViewWindow {
 
   // Draws (or only measures) a text at the top of the rectangle, broken into lines; gives its height.
   static int Text(HDC dc, HFONT font, COLORREF color, const wchar_t* text, const RECT& place, bool draw) {
-    const SelectedObject scope(dc, font);
+    const ObjectSelection scope(dc, font);
     RECT measured = place;
     DrawTextW(dc, text, -1, &measured, DT_WORDBREAK | DT_NOPREFIX | DT_CALCRECT);
     if (draw) {
@@ -108,7 +108,7 @@ class WelcomeView final : public DocumentView, private ViewWindow {
   }
 
   void OnPaint() const {
-    const BufferedPaint paint(handle());
+    const OffscreenPaint paint(handle());
     const HDC dc = paint.dc();
     const RECT& client = paint.client();
     FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));

@@ -1,5 +1,6 @@
 #include "workbench/app/text/wildcard.h"
 
+#include <array>
 #include <cstddef>
 
 #include "workbench/app/text/letter_case.h"
@@ -43,10 +44,25 @@ inline Character DecodeAt(std::string_view text, std::size_t at) {
   return lead < 0x80 ? Character{lead, 1} : DecodeLongAt(text, at);
 }
 
-// Names are ASCII for the most part, and this runs once a character and pattern.
-inline char32_t Lower(char32_t letter) {
-  if (letter >= 0x80) return ToLowerLetter(letter);
-  return letter - U'A' < 26 ? letter + 32 : letter;
+// What a byte is compared as: letters of ASCII in one case when case does not count. Other bytes stay
+// different from all of ASCII.
+using ByteFolding = std::array<unsigned char, 256>;
+
+constexpr ByteFolding MakeFolding(bool ignoreCase) {
+  ByteFolding folding = {};
+  for (std::size_t byte = 0; byte < folding.size(); ++byte) {
+    const bool capital = byte >= 'A' && byte <= 'Z';
+    folding[byte] = static_cast<unsigned char>(capital && ignoreCase ? byte + 32 : byte);
+  }
+  return folding;
+}
+
+constexpr ByteFolding kEachCase = MakeFolding(false);
+constexpr ByteFolding kEitherCase = MakeFolding(true);
+
+// True for bytes that stand for themselves in a pattern and are a character each, in whatever text.
+constexpr bool IsPlain(unsigned char byte) {
+  return byte < 0x80 && byte != '*' && byte != '?' && byte != '[' && byte != '\\';
 }
 
 enum class Fault { kNone, kUnclosedSet, kEmptySet, kReversedRange, kTrailingBackslash };
@@ -111,24 +127,40 @@ class SetReader {
   Fault fault_ = Fault::kNone;
 };
 
-Fault FindFault(std::string_view pattern, std::size_t lastBracket) {
-  for (std::size_t at = 0; at < pattern.size();) {
-    if (pattern[at] == '[') {
-      SetReader set(pattern, at + 1, lastBracket);
+// A pattern, looked over once.
+struct Pattern {
+  std::string_view text;
+  Fault fault = Fault::kNone;
+  std::size_t lastBracket = std::string_view::npos;  // place of the last "]"; known where there is a set
+  std::size_t plainEnd = 0;                          // from here on all bytes are plain
+};
+
+Pattern LookOver(std::string_view text) {
+  Pattern pattern = {text};
+  for (std::size_t at = 0; at < text.size();) {
+    if (IsPlain(ByteAt(text, at))) {
+      ++at;
+      continue;
+    }
+    if (text[at] == '[') {
+      if (pattern.lastBracket == std::string_view::npos) pattern.lastBracket = text.rfind(']');
+      SetReader set(text, at + 1, pattern.lastBracket);
       char32_t first = 0;
       char32_t last = 0;
       while (set.Next(&first, &last)) {
       }
-      if (set.fault() != Fault::kNone) return set.fault();
+      pattern.fault = set.fault();
       at = set.at();
-    } else if (pattern[at] == '\\') {
-      if (at + 1 == pattern.size()) return Fault::kTrailingBackslash;
-      at += 2;  // the rest of a longer character reads as plain characters, which have no faults
+    } else if (text[at] == '\\') {
+      if (at + 1 == text.size()) pattern.fault = Fault::kTrailingBackslash;
+      at += 2;  // what follows of a longer character is not plain either and has no faults
     } else {
       ++at;
     }
+    if (pattern.fault != Fault::kNone) return pattern;
+    pattern.plainEnd = at;
   }
-  return Fault::kNone;
+  return pattern;
 }
 
 const char* Reason(Fault fault) {
@@ -150,8 +182,13 @@ const char* Reason(Fault fault) {
 // Matches one well-formed pattern against one name.
 class Matcher {
  public:
-  Matcher(std::string_view pattern, std::string_view name, bool ignoreCase, std::size_t lastBracket)
-      : pattern_(pattern), name_(name), ignoreCase_(ignoreCase), lastBracket_(lastBracket) {}
+  Matcher(const Pattern& pattern, std::string_view name, bool ignoreCase)
+      : pattern_(pattern.text),
+        name_(name),
+        lastBracket_(pattern.lastBracket),
+        plainEnd_(pattern.plainEnd),
+        ignoreCase_(ignoreCase),
+        folding_(ignoreCase ? kEitherCase : kEachCase) {}
 
   // On a mismatch only the last "*" takes one character more: what an earlier one could still take, the last
   // one can take too. So no position of the pattern meets a position of the name more than once.
@@ -165,20 +202,15 @@ class Matcher {
       ++steps_;
       if (at < pattern_.size() && pattern_[at] == '*') {
         behindStar = ++at;
-        starTakesTo = nameAt;
-        if (at == pattern_.size()) return true;
-        nameAt = starTakesTo = NextCandidate(behindStar, starTakesTo);
+        // Behind the last "*" the name only has to end like the pattern.
+        if (at >= plainEnd_) return EndsPlainly(at, nameAt);
+        nameAt = starTakesTo = NextCandidate(behindStar, nameAt);
         continue;
       }
       if (nameAt == name_.size()) return at == pattern_.size();
-      const Character character = DecodeAt(name_, nameAt);
-      if (at < pattern_.size() && TakesOne(&at, character.code)) {
-        nameAt += character.length;
-        continue;
-      }
+      if (at < pattern_.size() && TakesOne(&at, &nameAt)) continue;
       if (behindStar == kNoStar) return false;
-      starTakesTo += DecodeAt(name_, starTakesTo).length;
-      starTakesTo = NextCandidate(behindStar, starTakesTo);
+      starTakesTo = NextCandidate(behindStar, starTakesTo + DecodeAt(name_, starTakesTo).length);
       nameAt = starTakesTo;
       at = behindStar;
     }
@@ -187,25 +219,52 @@ class Matcher {
   std::size_t steps() const { return steps_; }
 
  private:
-  // Where the name may go on behind a "*" which is followed by the element at `at`: for a plain ASCII
-  // character its next place, or the name's end. Such a byte is never a part of a longer character, so bytes
-  // can be compared.
+  bool SameByte(unsigned char first, unsigned char second) const {
+    return folding_[first] == folding_[second];
+  }
+
+  // True when the name, from nameAt, ends with the pattern from `at`, which is plain to its end. A plain byte
+  // is never a part of a longer character, so bytes can be compared.
+  bool EndsPlainly(std::size_t at, std::size_t nameAt) const {
+    const std::size_t length = pattern_.size() - at;
+    if (name_.size() - nameAt < length) return false;
+    const std::size_t from = name_.size() - length;
+    for (std::size_t i = 0; i < length; ++i) {
+      ++steps_;
+      if (!SameByte(ByteAt(pattern_, at + i), ByteAt(name_, from + i))) return false;
+    }
+    return true;
+  }
+
+  // Where the name may go on behind a "*" which is followed by the element at `at`: for a plain byte its next
+  // place, or the name's end.
   std::size_t NextCandidate(std::size_t at, std::size_t nameAt) const {
     const unsigned char wanted = ByteAt(pattern_, at);
-    if (wanted >= 0x80 || wanted == '?' || wanted == '[' || wanted == '\\' || wanted == '*') return nameAt;
-    const char32_t lower = Lower(wanted);
-    const bool letter = ignoreCase_ && lower - U'a' < 26;
-    const auto either = static_cast<char>(letter ? lower : wanted);
-    const auto other = static_cast<char>(letter ? lower - 32 : wanted);
+    if (!IsPlain(wanted)) return nameAt;
     const std::size_t from = nameAt;
-    while (nameAt < name_.size() && name_[nameAt] != either && name_[nameAt] != other) ++nameAt;
+    while (nameAt < name_.size() && !SameByte(ByteAt(name_, nameAt), wanted)) ++nameAt;
     steps_ += nameAt - from;
     return nameAt;
   }
 
-  // True when the element at *at, which is no "*", takes the character; *at then lies behind the element.
-  bool TakesOne(std::size_t* at, char32_t code) const {
-    switch (pattern_[*at]) {
+  // True when the element at *at, which is no "*", takes the name's character at *nameAt; both then lie
+  // behind it.
+  bool TakesOne(std::size_t* at, std::size_t* nameAt) const {
+    const unsigned char element = ByteAt(pattern_, *at);
+    if (IsPlain(element)) {
+      if (!SameByte(element, ByteAt(name_, *nameAt))) return false;
+      ++*at;
+      ++*nameAt;
+      return true;
+    }
+    const Character character = DecodeAt(name_, *nameAt);
+    if (!ElementTakes(element, at, character.code)) return false;
+    *nameAt += character.length;
+    return true;
+  }
+
+  bool ElementTakes(unsigned char element, std::size_t* at, char32_t code) const {
+    switch (element) {
       case '?':
         ++*at;
         return true;
@@ -220,13 +279,14 @@ class Matcher {
 
   bool LiteralTakes(std::size_t literalAt, std::size_t* at, char32_t code) const {
     const Character literal = DecodeAt(pattern_, literalAt);
-    const bool equal = literal.code == code || (ignoreCase_ && Lower(literal.code) == Lower(code));
+    const bool equal =
+        literal.code == code || (ignoreCase_ && ToLowerLetter(literal.code) == ToLowerLetter(code));
     if (equal) *at = literalAt + literal.length;
     return equal;
   }
 
   bool SetTakes(std::size_t* at, char32_t code) const {
-    const char32_t lower = ignoreCase_ ? Lower(code) : code;
+    const char32_t lower = ignoreCase_ ? ToLowerLetter(code) : code;
     const char32_t upper = ignoreCase_ ? ToUpperLetter(code) : code;
     SetReader set(pattern_, *at + 1, lastBracket_);
     bool contains = false;
@@ -242,34 +302,51 @@ class Matcher {
     return true;
   }
 
-  std::string_view pattern_;
-  std::string_view name_;
-  bool ignoreCase_;
-  std::size_t lastBracket_;
+  const std::string_view pattern_;
+  const std::string_view name_;
+  const std::size_t lastBracket_;
+  const std::size_t plainEnd_;
+  const bool ignoreCase_;
+  const ByteFolding& folding_;
   mutable std::size_t steps_ = 0;
 };
+
+// Plain bytes at the beginning tell most names apart, and have no faults: the rest of the pattern is looked
+// at only where they agree.
+bool Match(std::string_view pattern, std::string_view name, bool ignoreCase, std::size_t* steps) {
+  const ByteFolding& folding = ignoreCase ? kEitherCase : kEachCase;
+  while (!pattern.empty() && IsPlain(ByteAt(pattern, 0))) {
+    ++*steps;
+    if (name.empty() || folding[ByteAt(pattern, 0)] != folding[ByteAt(name, 0)]) return false;
+    pattern.remove_prefix(1);
+    name.remove_prefix(1);
+  }
+  const Pattern seen = LookOver(pattern);
+  if (seen.fault != Fault::kNone) return false;
+  Matcher matcher(seen, name, ignoreCase);
+  const bool matches = matcher.Run();
+  *steps += matcher.steps();
+  return matches;
+}
 
 }  // namespace
 
 bool ValidatePattern(std::string_view pattern, std::string* reason) {
-  const Fault fault = FindFault(pattern, pattern.rfind(']'));
+  const Fault fault = LookOver(pattern).fault;
   if (fault == Fault::kNone) return true;
   if (reason != nullptr) *reason = Reason(fault);
   return false;
 }
 
 bool MatchPattern(std::string_view pattern, std::string_view name, bool ignoreCase) {
-  const std::size_t lastBracket = pattern.rfind(']');
-  if (FindFault(pattern, lastBracket) != Fault::kNone) return false;
-  return Matcher(pattern, name, ignoreCase, lastBracket).Run();
+  std::size_t steps = 0;
+  return Match(pattern, name, ignoreCase, &steps);
 }
 
 std::size_t CountMatchSteps(std::string_view pattern, std::string_view name, bool ignoreCase) {
-  const std::size_t lastBracket = pattern.rfind(']');
-  if (FindFault(pattern, lastBracket) != Fault::kNone) return 0;
-  Matcher matcher(pattern, name, ignoreCase, lastBracket);
-  matcher.Run();
-  return matcher.steps();
+  std::size_t steps = 0;
+  Match(pattern, name, ignoreCase, &steps);
+  return steps;
 }
 
 }  // namespace workbench

@@ -1,5 +1,5 @@
-#include "workbench/controls/fileview/container_sort.h"
 #include "workbench/controls/fileview/file_view.h"
+#include "workbench/controls/fileview/container_sort.h"
 
 #include "workbench/controls/com/class_server.h"
 #include "workbench/controls/com/event_arguments.h"

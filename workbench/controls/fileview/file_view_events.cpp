@@ -120,8 +120,7 @@ long FileView::FireCompare(ContainerSort& sort, ItemId first, ItemId second) {
   const auto itemOf = [&](ItemId id) {
     ComRef<IDispatch>& item = sort.items[id];
     if (!item) {
-      item =
-          ComRef<IDispatch>::Attach(ComObject<ListingItem>::Create(itemOwner_, sort.listing, id).detach());
+      item = ComRef<IDispatch>::Attach(ComObject<ListingItem>::Create(itemOwner_, sort.listing, id).detach());
     }
     return item.get();
   };

@@ -342,6 +342,10 @@ void ListPane::PaintStatus(HDC context) {
   FillRect(context, &line, GetSysColorBrush(COLOR_BTNSHADOW));
   bool isError = false;
   const std::wstring text = owner_.StatusText(isError);
+  if (text != statusText_) {
+    statusText_ = text;
+    SetWindowTextW(hwnd(), text.c_str());  // what is painted can be read by a screen reader too
+  }
   rect.left += Scale(6);
   rect.right -= Scale(6);
   rect.top += 1;
@@ -407,8 +411,8 @@ void ListPane::ApplyFocus() {
   ListPart::Original(list_, LVM_SETSELECTIONMARK, 0, row);
 }
 
-// In columns of names the list keeps room for a scroll bar below them, also when there is none, and some versions of it
-// never paint that room.
+// In columns of names the list keeps room for a scroll bar below them, also when there is none, and some
+// versions of it never paint that room.
 void ListPane::EraseBelowColumns(HDC context) const {
   if (view_ != ViewStyle::kList) return;
   RECT room;

@@ -157,7 +157,7 @@ class ListPane : public WindowBase {
   LRESULT OnBeginLabelEdit(NMHDR* header);
   LRESULT OnEndLabelEdit(NMHDR* header);
   LRESULT OnCustomDraw(NMHDR* header);
-  void FrameRow(HDC context, int row);
+  static void DrawUnfocusedSelection(NMLVCUSTOMDRAW* draw);
   LRESULT OnBeginDrag(NMHDR* header);
   LRESULT OnBeginRightDrag(NMHDR* header);
   LRESULT OnSetFocus(NMHDR* header);
@@ -167,6 +167,7 @@ class ListPane : public WindowBase {
   ListPart listPart_;
   HWND list_ = nullptr;
   HFONT font_ = nullptr;
+  std::wstring statusText_;  // as painted last
   ViewStyle view_ = ViewStyle::kReport;
   Options options_;
   int quiet_ = 0;

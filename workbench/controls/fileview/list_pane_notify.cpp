@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "workbench/controls/fileview/list_pane.h"
+#include "workbench/controls/shell/selection_look.h"
 
 namespace controls {
 namespace {
@@ -169,6 +170,13 @@ LRESULT ListPane::OnEndLabelEdit(NMHDR* header) {
   return FALSE;
 }
 
+// Without the mark of a selected item the list takes our colours.
+void ListPane::DrawUnfocusedSelection(NMLVCUSTOMDRAW* draw) {
+  draw->nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+  draw->clrText = InactiveSelectionTextColor();
+  draw->clrTextBk = InactiveSelectionColor();
+}
+
 LRESULT ListPane::OnCustomDraw(NMHDR* header) {
   auto* draw = reinterpret_cast<NMLVCUSTOMDRAW*>(header);
   switch (draw->nmcd.dwDrawStage) {
@@ -176,30 +184,20 @@ LRESULT ListPane::OnCustomDraw(NMHDR* header) {
       return CDRF_NOTIFYITEMDRAW;
     case CDDS_ITEMPREPAINT: {
       const int row = static_cast<int>(draw->nmcd.dwItemSpec);
-      if (owner_.RowDimmed(row) && !IsSelected(row)) draw->clrText = GetSysColor(COLOR_GRAYTEXT);
+      if (IsSelected(row)) {
+        if (GetFocus() != list_) DrawUnfocusedSelection(draw);
+      } else if (owner_.RowDimmed(row)) {
+        draw->clrText = GetSysColor(COLOR_GRAYTEXT);
+      }
       if (row == dropRow_) {
         draw->clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
         draw->clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
       }
-      return IsSelected(row) && GetFocus() != list_ ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
-    }
-    case CDDS_ITEMPOSTPAINT:
-      FrameRow(draw->nmcd.hdc, static_cast<int>(draw->nmcd.dwItemSpec));
       return CDRF_DODEFAULT;
+    }
     default:
       return CDRF_DODEFAULT;
   }
-}
-
-// A selected row keeps its category's colour while the list has no focus; the frame tells that it is
-// selected.
-void ListPane::FrameRow(HDC context, int row) {
-  RECT area = {};
-  area.left = view_ == ViewStyle::kReport && options_.fullRowSelect ? LVIR_BOUNDS : LVIR_SELECTBOUNDS;
-  if (!SendMessageW(list_, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&area)))
-    return;
-  --area.bottom;  // the line below belongs to the grid
-  FrameRect(context, &area, GetSysColorBrush(COLOR_HIGHLIGHT));
 }
 
 LRESULT ListPane::OnBeginDrag(NMHDR*) {

@@ -1,5 +1,4 @@
 #include "workbench/controls/folderview/tree_pane.h"
-#include "workbench/controls/shell/selection_look.h"
 
 #include <windows.h>
 
@@ -11,6 +10,7 @@
 #include "workbench/controls/com/com_object.h"
 #include "workbench/controls/model/natural_compare.h"
 #include "workbench/controls/model/path_logic.h"
+#include "workbench/controls/shell/selection_look.h"
 
 namespace controls {
 namespace {
@@ -392,7 +392,7 @@ LRESULT TreePane::OnCustomDraw(NMHDR* header) {
   if (draw->nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
   const bool inactive = (draw->nmcd.uItemState & CDIS_SELECTED) != 0 && GetFocus() != tree_;
   if (draw->nmcd.dwDrawStage == CDDS_ITEMPREPAINT && inactive) {
-    draw->clrText = GetSysColor(COLOR_WINDOWTEXT);
+    draw->clrText = InactiveSelectionTextColor();
     draw->clrTextBk = InactiveSelectionColor();
   }
   return CDRF_DODEFAULT;

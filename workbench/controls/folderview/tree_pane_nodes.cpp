@@ -174,7 +174,9 @@ void TreePane::RemoveMissing(HTREEITEM parent, const std::vector<Child>& childre
     const bool similar = std::any_of(children.begin(), children.end(), [&](const Child& child) {
       return child.isFile == node->isFile && EqualsIgnoringCase(child.name, node->name);
     });
-    if (!similar) missing.push_back(item);
+    // Not every folder that is there is listed: those that one must know by name stay.
+    const DWORD attributes = similar ? 0 : GetFileAttributesW(ExtendedPath(node->location.path()).c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) missing.push_back(item);
   }
   for (const HTREEITEM item : missing) RemoveNode(item);
 }

@@ -5,24 +5,12 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
-#include "workbench/controls/model/natural_compare.h"
 #include "workbench/controls/model/path_logic.h"
-#include "workbench/controls/shell/display_format.h"
 #include "workbench/controls/shell/file_list.h"
+#include "workbench/controls/shell/unique_find.h"
 
 namespace controls {
 namespace {
-
-// Texts one after the other, each with its closing zero, and one zero more at the end.
-std::wstring DoubleZeroList(const std::vector<std::wstring>& paths) {
-  std::wstring list;
-  for (const std::wstring& path : paths) {
-    list += path;
-    list += L'\0';
-  }
-  list += L'\0';
-  return list;
-}
 
 void SetClipboardBlock(UINT format, HGLOBAL block) {
   if (block && !SetClipboardData(format, block)) GlobalFree(block);
@@ -54,105 +42,6 @@ std::vector<std::wstring> FilesOnClipboard(bool& cut) {
   return paths;
 }
 
-// The shell's operation has some codes of its own besides the system's.
-std::wstring OperationErrorText(int code) {
-  struct Text {
-    int code;
-    const wchar_t* text;
-  };
-  static constexpr Text kTexts[] = {
-      {0x71, L"the source and the destination are the same."},
-      {0x74, L"a drive's root folder cannot be moved or renamed."},
-      {0x78, L"access to the source is denied."},
-      {0x79, L"a path is too long."},
-      {0x7C, L"the source cannot be found, or its name is not valid."},
-      {0x7D, L"the destination lies inside the source."},
-      {0x7E, L"the destination is a file of the same name."},
-      {0x80, L"the destination is a folder of the same name."},
-      {0x81, L"the name is too long for the destination."},
-      {0x82, L"the destination is read-only."},
-      {0x85, L"the file is too large for the destination."},
-      {0x10000, L"the destination cannot be written to."},
-  };
-  for (const Text& row : kTexts) {
-    if (row.code == code) return row.text;
-  }
-  return SystemErrorText(static_cast<DWORD>(code));
-}
-
-OperationResult RunShellOperation(HWND owner, UINT operation, const std::wstring& from,
-                                  const std::wstring* to, FILEOP_FLAGS flags) {
-  SHFILEOPSTRUCTW request = {};
-  request.hwnd = owner;
-  request.wFunc = operation;
-  request.pFrom = from.c_str();
-  request.pTo = to ? to->c_str() : nullptr;
-  request.fFlags = flags;
-  const int code = SHFileOperationW(&request);
-  OperationResult result;
-  result.done = code == 0 && !request.fAnyOperationsAborted;
-  constexpr int kCancelled = 0x75;
-  if (code != 0 && !request.fAnyOperationsAborted && code != ERROR_CANCELLED && code != kCancelled) {
-    result.error = L"The operation failed: " + OperationErrorText(code);
-  }
-  return result;
-}
-
-OperationResult Failure(const std::wstring& what, DWORD error) {
-  OperationResult result;
-  result.error = what + L": " + SystemErrorText(error);
-  return result;
-}
-
-OperationResult CannotExpress(const std::wstring& path) {
-  OperationResult result;
-  result.error =
-      L"\u201C" + std::wstring(NameOfPath(path)) +
-      L"\u201D cannot be copied or moved by the system: its path is too long or its name is reserved.";
-  return result;
-}
-
-OperationResult IntoItself(const std::wstring& path) {
-  OperationResult result;
-  result.error =
-      L"\u201C" + std::wstring(NameOfPath(path)) + L"\u201D cannot be copied or moved into itself.";
-  return result;
-}
-
-bool Exists(const std::wstring& path) {
-  return GetFileAttributesW(ExtendedPath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
-// The shell does not ask everywhere before a moved item takes the place of another one, so the question is put here.
-// False when the user wants to keep any of the targets.
-bool MayReplace(HWND owner, const std::vector<std::wstring>& targets, bool& asked) {
-  for (const std::wstring& target : targets) {
-    if (!Exists(target)) continue;
-    asked = true;
-    const std::wstring question = L"There is already an item named \u201C" + std::wstring(NameOfPath(target)) +
-                                  L"\u201D in this folder.\n\nDo you want to replace it?";
-    if (MessageBoxW(owner, question.c_str(), L"Move", MB_YESNO | MB_ICONEXCLAMATION | MB_DEFBUTTON2) != IDYES) {
-      return false;
-    }
-  }
-  return true;
-}
-
-// A free name for a copy beside its source: "name - Copy.ext", "name - Copy (2).ext".
-std::wstring CopyName(const std::wstring& path) {
-  const std::wstring folder = ParentOfPath(path);
-  const std::wstring name(NameOfPath(path));
-  const std::wstring_view extension = ExtensionOf(name);
-  const bool hasExtension = !extension.empty();
-  const std::wstring stem = hasExtension ? name.substr(0, name.size() - extension.size() - 1) : name;
-  const std::wstring suffix = hasExtension ? L"." + std::wstring(extension) : std::wstring();
-  for (int number = 1;; ++number) {
-    const std::wstring count = number == 1 ? std::wstring() : L" (" + std::to_wstring(number) + L")";
-    std::wstring candidate = JoinPath(folder, stem + L" - Copy" + count + suffix);
-    if (!Exists(candidate)) return candidate;
-  }
-}
-
 // Deletes what the shell cannot name, after a question of our own. A folder must be empty.
 OperationResult DeleteLiterally(HWND owner, const std::wstring& path) {
   const std::wstring question = L"Permanently delete \u201C" + std::wstring(NameOfPath(path)) +
@@ -182,30 +71,6 @@ bool PutOnClipboard(HWND owner, const std::vector<std::wstring>& paths, bool cut
 
 bool ClipboardHasFiles() {
   return IsClipboardFormatAvailable(CF_HDROP) != FALSE;
-}
-
-OperationResult CopyInto(HWND owner, const std::vector<std::wstring>& paths, const std::wstring& folder,
-                         bool move) {
-  if (!ShellCanExpress(folder)) return CannotExpress(folder);
-  std::vector<std::wstring> sources;
-  std::vector<std::wstring> targets;
-  for (const std::wstring& path : paths) {
-    if (!ShellCanExpress(path)) return CannotExpress(path);
-    if (IsWithin(folder, path)) return IntoItself(path);
-    const bool sameFolder = SamePath(ParentOfPath(path), folder);
-    if (sameFolder && move) continue;  // it is there already
-    sources.push_back(path);
-    targets.push_back(sameFolder ? CopyName(path) : JoinPath(folder, NameOfPath(path)));
-  }
-  OperationResult result;
-  if (sources.empty()) return result;
-  bool asked = false;
-  if (move && !MayReplace(owner, targets, asked)) return result;
-  const std::wstring from = DoubleZeroList(sources);
-  const std::wstring to = DoubleZeroList(targets);
-  const FILEOP_FLAGS answered = asked ? FOF_NOCONFIRMATION : 0;
-  return RunShellOperation(owner, move ? FO_MOVE : FO_COPY, from, &to,
-                           FOF_ALLOWUNDO | FOF_NOCONFIRMMKDIR | FOF_MULTIDESTFILES | answered);
 }
 
 OperationResult PasteInto(HWND owner, const std::wstring& folder) {
@@ -244,8 +109,28 @@ OperationResult DeleteFiles(HWND owner, const std::vector<std::wstring>& paths, 
   }
   if (ordinary.empty()) return result;
   const auto flags = static_cast<FILEOP_FLAGS>(permanently ? 0 : FOF_ALLOWUNDO);
-  return RunShellOperation(owner, FO_DELETE, DoubleZeroList(ordinary), nullptr, flags);
+  return RunShellOperation(owner, FO_DELETE, ordinary, {}, flags).result;
 }
+
+namespace {
+
+// Whether the disk spells the name of a path in this way.
+bool IsSpelled(const std::wstring& path) {
+  WIN32_FIND_DATAW found = {};
+  const UniqueFind find(FindFirstFileW(ExtendedPath(path).c_str(), &found));
+  return find && NameOfPath(path) == found.cFileName;
+}
+
+// Not every system changes a name's case when it is asked to; by way of another name each does.
+void SpellAnew(const std::wstring& path, const std::wstring& target) {
+  const std::wstring between = ExtendedPath(target + L"~" + std::to_wstring(GetCurrentProcessId()));
+  if (!MoveFileExW(ExtendedPath(path).c_str(), between.c_str(), 0)) return;
+  if (!MoveFileExW(between.c_str(), ExtendedPath(target).c_str(), 0)) {
+    MoveFileExW(between.c_str(), ExtendedPath(path).c_str(), 0);
+  }
+}
+
+}  // namespace
 
 OperationResult RenameFile(const std::wstring& path, const std::wstring& newName) {
   OperationResult result;
@@ -262,6 +147,7 @@ OperationResult RenameFile(const std::wstring& path, const std::wstring& newName
     }
     return Failure(L"\u201C" + std::wstring(NameOfPath(path)) + L"\u201D cannot be renamed", error);
   }
+  if (SamePath(path, target) && !IsSpelled(target)) SpellAnew(path, target);
   result.done = true;
   return result;
 }

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "workbench/controls/shell/file_transfer.h"
+
 namespace controls {
 
 // Puts files on the clipboard, to be copied or moved by a later paste. False when the clipboard cannot be
@@ -15,17 +17,9 @@ bool PutOnClipboard(HWND owner, const std::vector<std::wstring>& paths, bool cut
 // Whether a paste would find files.
 bool ClipboardHasFiles();
 
-// The outcome of an operation: an empty text when it went well or the user stopped it, else a sentence.
-struct OperationResult {
-  bool done = false;
-  std::wstring error;
-};
-
 // Copies or moves what is on the clipboard into folder; the system shows its own questions and progress.
 // Files that are copied into the folder they lie in get another name.
 OperationResult PasteInto(HWND owner, const std::wstring& folder);
-OperationResult CopyInto(HWND owner, const std::vector<std::wstring>& paths, const std::wstring& folder,
-                         bool move);
 
 // Deletes after the system's question; permanently or to the bin.
 OperationResult DeleteFiles(HWND owner, const std::vector<std::wstring>& paths, bool permanently);

@@ -1,18 +1,20 @@
-// How what is selected looks in a view that does not have the focus: the system's own colour for it can hardly be told
-// from a window's background.
+// How what is selected looks in a view that does not have the focus: a selection is made from elsewhere too, by a
+// pattern for example, and the system's own colour for it can hardly be told from the paper.
 #pragma once
 
 #include <windows.h>
 
 namespace controls {
 
-// A pale shade of the colour of selections, dark text reads well on it.
+inline COLORREF InactiveSelectionTextColor() { return GetSysColor(COLOR_WINDOW); }
+
+// The ground behind that text.
 inline COLORREF InactiveSelectionColor() {
-  const COLORREF window = GetSysColor(COLOR_WINDOW);
-  const COLORREF selection = GetSysColor(COLOR_HIGHLIGHT);
-  const auto mix = [](int a, int b) { return static_cast<BYTE>((a * 3 + b) / 4); };
-  return RGB(mix(GetRValue(window), GetRValue(selection)), mix(GetGValue(window), GetGValue(selection)),
-             mix(GetBValue(window), GetBValue(selection)));
+  const COLORREF text = GetSysColor(COLOR_WINDOWTEXT);
+  const COLORREF paper = GetSysColor(COLOR_WINDOW);
+  const auto mix = [](int most, int rest) { return static_cast<BYTE>((3 * most + 2 * rest) / 5); };
+  return RGB(mix(GetRValue(text), GetRValue(paper)), mix(GetGValue(text), GetGValue(paper)),
+             mix(GetBValue(text), GetBValue(paper)));
 }
 
 }  // namespace controls

@@ -1,0 +1,124 @@
+// The shell's file operation on real files: nothing is lost, and a failure has a reason.
+#include "src/fileops/file_operation.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/support/message_box_recorder.h"
+#include "tests/support/temp_directory.h"
+
+namespace file_explorer {
+namespace {
+
+using testing::IsEmpty;
+
+class FileOperationTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    directory_.AddFile(L"from\\a.txt", "of a");
+    directory_.AddFile(L"from\\b.txt", "of b");
+    directory_.AddFile(L"from\\dir\\x.txt", "of x");
+    directory_.AddFolder(L"to");
+  }
+  std::string Path(std::string_view name) { return directory_.Join(name); }
+  bool Exists(std::string_view name) {
+    return GetFileAttributesA(Path(name).c_str()) != INVALID_FILE_ATTRIBUTES;
+  }
+  int Run(UINT operation, const std::vector<std::string>& names, std::string_view folder = "to") {
+    std::string from;
+    for (const std::string& name : names) from += Path("from\\" + name) + '\0';
+    const std::string to = Path(folder) + '\0';
+    SHFILEOPSTRUCTA request = {};
+    request.wFunc = operation;
+    request.pFrom = from.c_str();
+    request.pTo = to.c_str();
+    request.fFlags = FOF_ALLOWUNDO;
+    SetLastError(ERROR_SUCCESS);
+    const int result = RunFileOperation(&request);
+    error_ = GetLastError();
+    aborted_ = request.fAnyOperationsAborted != FALSE;
+    return result;
+  }
+
+  test_support::TempDirectory directory_;
+  test_support::MessageBoxRecorder boxes_;
+  DWORD error_ = 0;
+  bool aborted_ = false;
+};
+
+TEST_F(FileOperationTest, SeveralFilesMoveAtOnce) {
+  EXPECT_EQ(Run(FO_MOVE, {"a.txt", "b.txt"}), 0);
+  EXPECT_FALSE(aborted_);
+  EXPECT_TRUE(Exists("to\\a.txt") && Exists("to\\b.txt"));
+  EXPECT_FALSE(Exists("from\\a.txt") || Exists("from\\b.txt"));
+}
+
+TEST_F(FileOperationTest, FilesAndFoldersMoveTogether) {
+  EXPECT_EQ(Run(FO_MOVE, {"a.txt", "dir"}), 0);
+  EXPECT_TRUE(Exists("to\\a.txt") && Exists("to\\dir\\x.txt"));
+  EXPECT_FALSE(Exists("from\\dir"));
+  EXPECT_THAT(boxes_.boxes(), IsEmpty());
+}
+
+TEST_F(FileOperationTest, ACopyIsTheShellsOwn) {
+  EXPECT_EQ(Run(FO_COPY, {"a.txt", "b.txt"}), 0);
+  EXPECT_TRUE(Exists("to\\a.txt") && Exists("to\\b.txt") && Exists("from\\a.txt"));
+}
+
+TEST_F(FileOperationTest, AFileInUseStaysAndIsAFailureWithAReason) {
+  const HANDLE held =
+      CreateFileA(Path("from\\a.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  EXPECT_NE(Run(FO_MOVE, {"a.txt", "b.txt"}), 0);
+  EXPECT_EQ(error_, static_cast<DWORD>(ERROR_SHARING_VIOLATION));
+  EXPECT_FALSE(aborted_);
+  CloseHandle(held);
+  EXPECT_TRUE(Exists("from\\a.txt"));
+  EXPECT_FALSE(Exists("to\\a.txt"));
+}
+
+TEST_F(FileOperationTest, AFolderIntoItselfStaysAndIsAFailureWithAReason) {
+  directory_.AddFolder(L"from\\dir\\inner");
+  EXPECT_NE(Run(FO_MOVE, {"dir"}, "from\\dir\\inner"), 0);
+  EXPECT_NE(error_, 0U);
+  EXPECT_TRUE(Exists("from\\dir\\x.txt"));
+}
+
+TEST_F(FileOperationTest, NothingGoesIntoAFolderOfItsName) {
+  directory_.AddFolder(L"to\\a.txt");
+  directory_.AddFolder(L"to\\dir");
+  for (const char* const name : {"a.txt", "dir"}) {
+    EXPECT_NE(Run(FO_MOVE, {name}), 0);
+    EXPECT_EQ(error_, static_cast<DWORD>(ERROR_ALREADY_EXISTS));
+    EXPECT_FALSE(Exists(std::string("to\\") + name + "\\" + name));
+    EXPECT_TRUE(Exists(std::string("from\\") + name));
+  }
+}
+
+TEST_F(FileOperationTest, IntoTheSameFolderNothingHappensAndNothingIsLost) {
+  Run(FO_MOVE, {"a.txt", "dir"}, "from");
+  EXPECT_TRUE(Exists("from\\a.txt") && Exists("from\\dir\\x.txt"));
+  EXPECT_THAT(boxes_.boxes(), IsEmpty());
+}
+
+TEST_F(FileOperationTest, SeveralFilesInTheWayAreOneQuestion) {
+  directory_.AddFile(L"to\\a.txt", "older");
+  directory_.AddFile(L"to\\b.txt", "older");
+  boxes_.AnswerWith(IDNO);
+  EXPECT_NE(Run(FO_MOVE, {"a.txt", "b.txt"}), 0);
+  EXPECT_TRUE(aborted_);
+  EXPECT_EQ(error_, 0U) << "who says no knows it";
+  ASSERT_EQ(boxes_.boxes().size(), 1U);
+  EXPECT_EQ(
+      boxes_.boxes()[0].text,
+      "The folder already contains 2 of these files, \"a.txt\" among them.\n\nDo you want to replace them?");
+  EXPECT_TRUE(Exists("from\\a.txt") && Exists("from\\b.txt"));
+  boxes_.AnswerWith(IDYES);
+  EXPECT_EQ(Run(FO_MOVE, {"a.txt", "b.txt"}), 0);
+  EXPECT_FALSE(Exists("from\\a.txt") || Exists("from\\b.txt"));
+}
+
+}  // namespace
+}  // namespace file_explorer
