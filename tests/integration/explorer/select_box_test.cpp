@@ -101,9 +101,30 @@ TEST_F(SelectBoxTest, AnIllFormedPatternSelectsNothing) {
   EXPECT_THAT(Type("[abc"), IsEmpty());
 }
 
+TEST_F(SelectBoxTest, TheHostIsAskedTwiceAnItemAtMostAndNeverWhenThereIsNothingToAsk) {
+  workbench::HostServicesTable& services = fixture_.services();
+  const auto questions = [&](const char* text, const char* last) {
+    Type(text);
+    services.ClearCalls();
+    SendMessageA(fixture_.SelectEdit(), EM_SETSEL, 1024, 1024);
+    SendMessageA(fixture_.SelectEdit(), WM_CHAR, static_cast<WPARAM>(*last), 1);
+    return services.CountCalls("MatchPattern");
+  };
+  EXPECT_EQ(questions("z", "z"), 18) << "as typed and with a star, for each of nine";
+  EXPECT_EQ(services.LastArguments("MatchPattern"), "\"zz*\", \"sets\", 1");
+  EXPECT_EQ(questions("??", "*"), 9) << "the text as typed takes all of them";
+  EXPECT_EQ(questions("\"", "a"), 0);
+  EXPECT_EQ(questions("*.", "*"), 0);
+}
+
 TEST_F(SelectBoxTest, EveryPassSwitchesTrackSelectOnDeliberately) {
+  const auto tracks = [&] {
+    return (SendMessageA(fixture_.FileList(), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_TRACKSELECT) != 0;
+  };
+  Type("  ");
+  EXPECT_FALSE(tracks()) << "a blank text is no pass";
   Type("a");
-  EXPECT_NE(SendMessageA(fixture_.FileList(), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_TRACKSELECT, 0);
+  EXPECT_TRUE(tracks());
 }
 
 TEST_F(SelectBoxTest, AnotherFolderClearsTheBox) {

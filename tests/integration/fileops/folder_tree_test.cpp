@@ -71,6 +71,18 @@ TEST_F(FolderTreeTest, TheViewsLeaveAFolderThatIsMovedAway) {
   EXPECT_TRUE(Becomes({"one"}));
 }
 
+TEST_F(FolderTreeTest, AClickThatBringsTheFocusDoesNotEditTheName) {
+  Start(3);
+  SetFocus(list());
+  SetFocus(tree());
+  // What the tree does by itself a moment after such a click.
+  SendMessageA(tree(), TVM_EDITLABELA, 0, reinterpret_cast<LPARAM>(NextNode(TVGN_CARET)));
+  EXPECT_EQ(SendMessageA(tree(), TVM_GETEDITCONTROL, 0, 0), 0);
+  SendMessageA(tree(), WM_KEYDOWN, VK_F2, 1);
+  EXPECT_NE(SendMessageA(tree(), TVM_GETEDITCONTROL, 0, 0), 0) << "the key does";
+  SendMessageA(tree(), TVM_ENDEDITLABELNOW, TRUE, 0);
+}
+
 TEST_F(FolderTreeTest, AFolderThatItsParentDoesNotListStays) {
   // Devices are not listed by the root of this drive, but who knows the folder can go there.
   Start(3);

@@ -62,6 +62,30 @@ class MenusTest : public FileOpsTest {
     test_support::PumpMessages();
     return driver_.menus().empty() ? SeenMenu() : driver_.menus().back();
   }
+  // The menu that a key opens: Shift+F10, or the menu key.
+  SeenMenu KeyboardMenu(HWND view, bool shiftAndF10) {
+    SetFocus(view);
+    test_support::PumpMessages();
+    const size_t before = driver_.menus().size();
+    driver_.ChooseFromMenu({});
+    BYTE keys[256] = {};
+    GetKeyboardState(keys);
+    keys[VK_SHIFT] = shiftAndF10 ? 0x80 : 0;
+    SetKeyboardState(keys);
+    if (shiftAndF10) {
+      PostMessageA(view, WM_SYSKEYDOWN, VK_F10, 1);
+      PostMessageA(view, WM_SYSKEYUP, VK_F10, 1);
+    } else {
+      PostMessageA(view, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(view),
+                   -1);  // what the system makes of the key
+    }
+    EXPECT_TRUE(WaitUntil([&] { return driver_.menus().size() > before; }, 3000));
+    keys[VK_SHIFT] = 0;
+    SetKeyboardState(keys);
+    test_support::PumpMessages();
+    EXPECT_EQ(driver_.menus().size(), before + 1) << "one key, one menu";
+    return driver_.menus().size() > before ? driver_.menus().back() : SeenMenu();
+  }
   // The last items of a menu.
   static std::vector<std::string> Last(const SeenMenu& menu, size_t count) {
     const size_t from = menu.captions.size() > count ? menu.captions.size() - count : 0;
@@ -83,6 +107,21 @@ TEST_F(MenusTest, AFileThatNobodyImportsAFolderAndEmptySpaceGetTheFixedItems) {
   EXPECT_EQ(Last(ListMenu("notes.odd"), 5), kFixedItems);
   EXPECT_EQ(Last(ListMenu("sub"), 5), kFixedItems);
   EXPECT_EQ(Last(ListMenu(""), 5), kFixedItems);
+}
+
+TEST_F(MenusTest, TheKeysOpenTheMenuOfTheSelectedFile) {
+  std::vector<std::string> items = kFixedItems;
+  items.push_back("File Import Options...");
+  Select({"model.obj"});
+  EXPECT_EQ(Last(KeyboardMenu(list(), true), 6), items);
+  EXPECT_EQ(Last(KeyboardMenu(list(), false), 6), items);
+  Select({});
+  EXPECT_EQ(Last(KeyboardMenu(list(), true), 5), kFixedItems);
+}
+
+TEST_F(MenusTest, TheKeysOpenTheMenuOfTheTreesSelectedFolder) {
+  EXPECT_EQ(Last(KeyboardMenu(tree(), true), 5), kFixedItems);
+  EXPECT_EQ(Last(KeyboardMenu(tree(), false), 5), kFixedItems);
 }
 
 TEST_F(MenusTest, TheShellsEntriesBeginWithOpenAsTheDefault) {

@@ -343,6 +343,22 @@ TEST_F(DockingTest, TheFocusMakesTheWindowActive) {
   EXPECT_TRUE(test_support::WaitUntil([&] { return window->Count(host::kNotifyActivated) == 1; }));
 }
 
+TEST_F(DockingTest, TheFocusComesBackToWhereItWasInTheWindow) {
+  const auto window = Docked(host::kMethodTabbedCollapsible, host::kDockBottom);
+  const HWND child = CreateWindowExA(0, "Edit", "", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20, window->window(),
+                                     nullptr, nullptr, nullptr);
+  SetForegroundWindow(host().window());
+  SetFocus(child);
+  host().Pump();
+  SetFocus(host().window());  // as when a question was answered
+  host().Pump();
+  EXPECT_EQ(GetFocus(), child);
+  DestroyWindow(child);
+  SetFocus(host().window());
+  host().Pump();
+  EXPECT_EQ(GetFocus(), window->window()) << "nor to what has gone";
+}
+
 TEST_F(DockingTest, TwentyWindowsShareTheProgram) {
   std::vector<std::unique_ptr<TestWindow>> windows;
   for (int i = 0; i < 20; ++i) {

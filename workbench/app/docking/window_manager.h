@@ -99,7 +99,8 @@ class WindowManager : private DockFrameOwner,
     std::uint16_t position = 3;
     bool ofWorkbench = false;
     LONG_PTR styleBefore = 0;
-    int page = 0;  // number in the document area while it shows there
+    int page = 0;          // number in the document area while it shows there
+    HWND focus = nullptr;  // what in it had the keyboard focus last
   };
 
   // window_manager.cpp
@@ -144,6 +145,7 @@ class WindowManager : private DockFrameOwner,
   void RunMenuCommand(ItemId item, UINT command);
   void SetActive(ItemId item);
   void GiveFocus(ItemId item);
+  static HWND FocusTarget(const ManagedWindow& managed);
 
   void OnFrameTab(ItemId item) override;
   void OnFrameClose(ItemId item) override;

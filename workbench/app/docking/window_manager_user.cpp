@@ -136,7 +136,14 @@ void WindowManager::GiveFocus(ItemId item) {
   const ManagedWindow* managed = Find(item);
   if (managed == nullptr) return;
   const HWND focus = GetFocus();
-  if (focus != managed->window && !IsChild(managed->window, focus)) SetFocus(managed->window);
+  if (focus != managed->window && !IsChild(managed->window, focus)) SetFocus(FocusTarget(*managed));
+}
+
+// Where the focus was before it went elsewhere: a list that lost it to a question gets it back.
+HWND WindowManager::FocusTarget(const ManagedWindow& managed) {
+  const bool usable = IsChild(managed.window, managed.focus) && IsWindowVisible(managed.focus) &&
+                      IsWindowEnabled(managed.focus);
+  return usable ? managed.focus : managed.window;
 }
 
 void WindowManager::ShowDockingMenu(HWND window, POINT screen) {
@@ -261,8 +268,10 @@ void WindowManager::OnSiteTimer() {
 void WindowManager::OnFocusMoved() {
   const HWND focus = GetFocus();
   ItemId item = 0;
-  for (const auto& [id, managed] : windows_) {
-    if (focus == managed.window || IsChild(managed.window, focus)) item = id;
+  for (auto& [id, managed] : windows_) {
+    if (focus != managed.window && !IsChild(managed.window, focus)) continue;
+    item = id;
+    managed.focus = focus;
   }
   if (poppedOut_ != 0 && item != 0 && model_.GroupOf(item)->id != poppedOut_) HidePopOut();
   // Focus that left the program altogether leaves the active window what it is.
@@ -294,7 +303,7 @@ void WindowManager::FocusNext(int step) {
 
 void WindowManager::RestoreFocus() {
   const ManagedWindow* managed = Find(lastActive_);
-  if (managed != nullptr && IsWindowVisible(managed->window)) SetFocus(managed->window);
+  if (managed != nullptr && IsWindowVisible(managed->window)) SetFocus(FocusTarget(*managed));
 }
 
 void WindowManager::BeginDrag(GroupId group, ItemId item, POINT screen) {

@@ -184,6 +184,7 @@ void FileView::BeginRename() {
   const int focused = pane_.FocusedRow();
   const int row = pane_.IsSelected(focused) ? focused : pane_.NextSelected(-1);
   if (row < 0) return;
+  if (listing().folder.InArchive()) return ShowError(L"Items of an archive cannot be renamed.");
   if (!MayRename(row)) return ShowError(L"This item cannot be renamed here.");
   pane_.EditLabel(row);
 }
@@ -205,12 +206,15 @@ void FileView::CopySelection(bool cut) {
 }
 
 void FileView::Paste() {
+  if (listing().folder.InArchive()) return ShowError(L"Files cannot be pasted into an archive.");
   if (!listing().IsChangeable()) return ShowError(L"Files cannot be pasted here.");
   const OperationResult result = PasteInto(GetAncestor(pane_.hwnd(), GA_ROOT), listing().folder.path());
   if (!result.error.empty()) ShowError(result.error);
 }
 
 void FileView::DeleteSelection(bool permanently) {
+  if (listing().folder.InArchive() && pane_.SelectedCount() > 0)
+    return ShowError(L"Items of an archive cannot be deleted.");
   const std::vector<std::wstring> paths = SelectedPaths();
   if (paths.empty()) return;
   if (!listing().IsChangeable()) return ShowError(L"These items cannot be deleted here.");

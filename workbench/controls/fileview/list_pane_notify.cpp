@@ -167,6 +167,9 @@ LRESULT ListPane::OnEndLabelEdit(NMHDR* header) {
   const LVITEMW& item = reinterpret_cast<NMLVDISPINFOW*>(header)->item;
   // The text that the list shows comes from the model, so the list has nothing to store.
   if (item.pszText) owner_.OnRenamed(item.iItem, item.pszText);
+  // The edit box of the first row reaches into the header, which nobody paints when it goes.
+  const auto columns = reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETHEADER, 0, 0));
+  if (columns) InvalidateRect(columns, nullptr, TRUE);
   return FALSE;
 }
 

@@ -62,7 +62,7 @@ class QuietScope {
 
 class TreePane : public WindowBase {
  public:
-  explicit TreePane(TreePaneOwner& owner) : owner_(owner) {}
+  explicit TreePane(TreePaneOwner& owner) : owner_(owner), treePart_(*this) {}
   ~TreePane() override { Destroy(); }
 
   struct Options {
@@ -105,6 +105,17 @@ class TreePane : public WindowBase {
   LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
  private:
+  class TreePart : public Subclass {
+   public:
+    explicit TreePart(TreePane& pane) : pane_(pane) {}
+    LRESULT HandleSubclassed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) override;
+
+   private:
+    TreePane& pane_;
+  };
+
+  static constexpr UINT_PTR kHoverTimer = 1;
+
   struct Node {
     Location location;
     std::wstring name;
@@ -133,6 +144,7 @@ class TreePane : public WindowBase {
   };
 
   bool CreateTree();
+  void EditLabel(HTREEITEM item);
   DWORD OwnStyleBits() const;
   Node* NodeOf(HTREEITEM item) const;
   HTREEITEM Insert(HTREEITEM parent, HTREEITEM after, std::unique_ptr<Node> node, bool mayHaveChildren);
@@ -157,6 +169,11 @@ class TreePane : public WindowBase {
   void ForgetReading(HTREEITEM item);
   void SetChildCount(HTREEITEM item, int count);
   HTREEITEM Caret() const;
+  // Folders that appear above the selected one, and a smaller window, would push it out of sight.
+  bool SelectionIsInView() const;
+  void ShowSelection();
+  // Whether the selected item is this folder or lies below it.
+  bool HoldsSelection(HTREEITEM folder) const;
   HTREEITEM FolderItem() const;
   bool IsExpanded(HTREEITEM item) const;
   HTREEITEM ItemAt(POINT screen) const;
@@ -170,7 +187,6 @@ class TreePane : public WindowBase {
   LRESULT BeginDrag(NMHDR* header, bool rightButton);
 
   LRESULT OnNotify(NMHDR* header);
-  LRESULT OnCustomDraw(NMHDR* header);
   LRESULT OnGetDispInfo(NMHDR* header);
   LRESULT OnExpanding(NMHDR* header);
   LRESULT OnExpanded(NMHDR* header);
@@ -179,6 +195,7 @@ class TreePane : public WindowBase {
   LRESULT OnBeginDrag(NMHDR* header);
   LRESULT OnBeginRightDrag(NMHDR* header);
   LRESULT OnSelChanged(NMHDR* header);
+  LRESULT OnCustomDraw(NMHDR* header);
   LRESULT OnDeleteItem(NMHDR* header);
   LRESULT OnBeginLabelEdit(NMHDR* header);
   LRESULT OnEndLabelEdit(NMHDR* header);
@@ -189,6 +206,7 @@ class TreePane : public WindowBase {
   void OnContext(LPARAM lParam);
 
   TreePaneOwner& owner_;
+  TreePart treePart_;
   HWND tree_ = nullptr;
   HFONT font_ = nullptr;
   Options options_;
@@ -197,6 +215,8 @@ class TreePane : public WindowBase {
   std::vector<std::unique_ptr<Reading>> readings_;
   std::vector<std::unique_ptr<Watch>> watches_;
   bool dragging_ = false;
+  bool editWanted_ = false;  // a name shall be edited, whatever the mouse did
+  ULONGLONG focusedAt_ = 0;  // milliseconds of the system's run
   HTREEITEM dropItem_ = nullptr;
 };
 
