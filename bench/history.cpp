@@ -207,6 +207,7 @@ class HistoryBench {
     bench::PrintRatio("history view's load" + suffix, create, "the same profile calls alone", calls);
     bench::PrintRatio("load without profile calls and shell" + suffix, own, "plain read", plain);
     Note("profile calls alone", count, calls);
+    Note("history view's load", count, create);
     Note("load without profile calls and shell", count, own);
     MeasureView(suffix, count);
   }

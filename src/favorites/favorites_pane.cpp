@@ -24,6 +24,7 @@ std::unique_ptr<FavoritesPane> FavoritesPane::Create(HWND panel, FavoritesServic
   pane->tree_ =
       std::make_unique<CHalvoTreeView>(pane->services_.instance, panel, nullptr, kTreeId, kPaneTreeStyle);
   if (!pane->tree_->CreateTreeWindow()) return nullptr;
+  SetWindowTextA(pane->tree_->window(), "Favorites");  // not shown; what a screen reader calls the tree
   pane->tree_->SetImages(pane->images_);
   pane->tree_->SetActivationCallback(
       [self = pane.get()](const FavoriteRecord* record) { self->OnActivation(record); });

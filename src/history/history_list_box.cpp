@@ -25,7 +25,8 @@ constexpr NavigationKey kNavigationKeys[] = {
 HistoryListBox::HistoryListBox(HINSTANCE instance, HWND parent, int controlId) {
   RECT area = {};
   GetClientRect(parent, &area);
-  window_.reset(CreateWindowExA(WS_EX_CLIENTEDGE, "ListBox", "", kStyle, 0, 0, area.right, area.bottom,
+  // The text is not shown; it is what a screen reader calls the list.
+  window_.reset(CreateWindowExA(WS_EX_CLIENTEDGE, "ListBox", "History", kStyle, 0, 0, area.right, area.bottom,
                                 parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)), instance,
                                 nullptr));
   if (!window_) return;

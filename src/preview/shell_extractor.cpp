@@ -67,15 +67,18 @@ std::optional<Picture> PixelsOf(HBITMAP bitmap, int size) {
 
 std::optional<Picture> ExtractShellPicture(LPCITEMIDLIST item, int size) {
   const ComPtr<IExtractImage> extractor = ExtractorOf(item);
-  if (!extractor) return std::nullopt;
+  return extractor ? ExtractPicture(*extractor.Get(), size) : std::nullopt;
+}
+
+std::optional<Picture> ExtractPicture(IExtractImage& extractor, int size) {
   // The location has to be asked for before the picture, although nobody needs it here.
   wchar_t location[MAX_PATH] = L"";
   DWORD priority = 0;
   DWORD flags = IEIFLAG_ASPECT;
   const SIZE wanted = {size, size};
   OwnedBitmap bitmap;
-  if (FAILED(extractor->GetLocation(location, MAX_PATH, &priority, &wanted, kColorDepth, &flags)) ||
-      FAILED(extractor->Extract(bitmap.put()))) {
+  if (FAILED(extractor.GetLocation(location, MAX_PATH, &priority, &wanted, kColorDepth, &flags)) ||
+      FAILED(extractor.Extract(bitmap.put()))) {
     return std::nullopt;
   }
   return PixelsOf(bitmap.get(), size);

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <cwchar>
 #include <optional>
 
@@ -76,6 +77,47 @@ TEST_F(Linking, TheTreeLeads) {
   SendMessageW(Tree(), TVM_SELECTITEM, TVGN_CARET, parent);
   ExpectAllAt(folder_.Join(L"two"));
   EXPECT_EQ(view_.log().Count(3), 2);
+}
+
+TEST_F(Linking, TheSelectedFolderStaysInSightUnlessTheUserScrollsAway) {
+  for (int i = 0; i < 60; ++i) folder_.AddFolder(L"one\\brother " + std::to_wstring(i));
+  folder_.AddFolder(L"one\\the last one");
+  Link();
+  ASSERT_TRUE(view_.GoAndWait(folder_.Join(L"one\\the last one")));
+  const auto relative = [&](UINT relation, HTREEITEM item) {
+    return reinterpret_cast<HTREEITEM>(
+        SendMessageW(Tree(), TVM_GETNEXTITEM, relation, reinterpret_cast<LPARAM>(item)));
+  };
+  const HTREEITEM selected = relative(TVGN_CARET, nullptr);
+  const auto brothers = [&] {
+    int count = 0;
+    for (HTREEITEM item = relative(TVGN_CHILD, relative(TVGN_PARENT, selected)); item;
+         item = relative(TVGN_NEXT, item))
+      ++count;
+    return count;
+  };
+  ASSERT_TRUE(WaitUntil([&] { return brothers() == 61; })) << brothers();
+  const auto inSight = [&] {
+    RECT row = {};
+    std::memcpy(&row, &selected, sizeof(selected));
+    RECT client = {};
+    GetClientRect(Tree(), &client);
+    return SendMessageW(Tree(), TVM_GETITEMRECT, FALSE, reinterpret_cast<LPARAM>(&row)) != 0 && row.top >= 0 &&
+           row.bottom <= client.bottom;
+  };
+  EXPECT_TRUE(WaitUntil(inSight)) << "though its brothers came after it";
+  const HWND window = GetParent(Tree());
+  RECT size = {};
+  GetClientRect(window, &size);
+  const auto resize = [&](int height) {
+    SetWindowPos(window, nullptr, 0, 0, size.right, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  };
+  resize(size.bottom / 2);
+  EXPECT_TRUE(inSight()) << "in the smaller window too";
+  SendMessageW(Tree(), WM_VSCROLL, SB_TOP, 0);
+  ASSERT_FALSE(inSight());
+  resize(size.bottom / 3);
+  EXPECT_FALSE(inSight()) << "who looks elsewhere stays there";
 }
 
 TEST_F(Linking, ThePathBoxLeads) {

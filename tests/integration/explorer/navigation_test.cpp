@@ -71,6 +71,15 @@ TEST_F(NavigationTest, HomeIsTheHomeDirectory) {
   EXPECT_TRUE(fixture_.WaitForFile("here.obj"));
 }
 
+TEST_F(NavigationTest, WithoutALinkAndAWorkingDirectoryHomeIsTheDesktop) {
+  fixture_.options().folder.clear();
+  Begin();
+  SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, 2014, 0);  // somewhere else first
+  ASSERT_TRUE(WaitUntil([&] { return UpIsEnabled(); }));
+  SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, 2000, 0);
+  EXPECT_TRUE(WaitUntil([&] { return !UpIsEnabled(); }));
+}
+
 TEST_F(NavigationTest, RefreshShowsWhatHasCome) {
   fixture_.directory().AddFile(L"files\\here.obj");
   Begin();

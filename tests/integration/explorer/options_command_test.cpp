@@ -107,6 +107,40 @@ TEST_F(OptionsCommandTest, TheHostIsToldToRedraw) {
   EXPECT_GT(fixture_.services().CountCalls("RedrawBracket"), before);
 }
 
+// Counts a message that a window of the test's process gets.
+class MessageCount {
+ public:
+  MessageCount(HWND window, UINT message) : window_(window) {
+    counted_ = message;
+    count_ = 0;
+    previous_ = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&MessageCount::Procedure)));
+  }
+  ~MessageCount() { SetWindowLongPtrA(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previous_)); }
+  MessageCount(const MessageCount&) = delete;
+  MessageCount& operator=(const MessageCount&) = delete;
+  int count() const { return count_; }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == counted_) ++count_;
+    return CallWindowProcA(previous_, window, message, wParam, lParam);
+  }
+
+  static inline UINT counted_ = 0;
+  static inline int count_ = 0;
+  static inline WNDPROC previous_ = nullptr;
+  HWND window_;
+};
+
+TEST_F(OptionsCommandTest, TheFileTypesAreReadAgainOnceTheDialogIsClosed) {
+  Begin();
+  constexpr UINT kFileTypesChanged = 0x414;
+  const MessageCount messages(fixture_.ExplorerWindow(), kFileTypesChanged);
+  Options([&](HWND) { EXPECT_EQ(messages.count(), 0); });
+  EXPECT_EQ(messages.count(), 1);
+}
+
 TEST_F(OptionsCommandTest, TheListIsReadAgain) {
   Begin();
   Options([this](HWND) { fixture_.directory().AddFile(L"files\\later.obj"); });

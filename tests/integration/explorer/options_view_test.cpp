@@ -160,6 +160,12 @@ TEST_F(OptionsViewTest, ADisplayModeOutOfRangeLeavesTheFileViewAlone) {
   }
 }
 
+TEST_F(OptionsViewTest, GoingHomeReadsTheViewAgain) {
+  Begin();
+  SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, 103, 0);
+  EXPECT_THAT(file_.LogOf({"method"}), testing::Contains("method 56()"));
+}
+
 TEST_F(OptionsViewTest, AreSentWhenTheTreeIsMade) {
   WritePrivateProfileStringA("Explore", "TreeView_ShowFiles", "1", fixture_.ProfilePath().c_str());
   WritePrivateProfileStringA("Explore", "FileView_ShowFolders", "0", fixture_.ProfilePath().c_str());

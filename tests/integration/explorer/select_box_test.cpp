@@ -20,14 +20,14 @@ using testing::UnorderedElementsAre;
 class SelectBoxTest : public testing::Test {
  protected:
   void SetUp() override {
-    for (const wchar_t* const name :
-         {L"abc.3ds", L"Abcdef.obj", L"xabc.obj", L"abc", L"set", L"sat", L"sets", L"model.3ds.bak"}) {
+    for (const wchar_t* const name : {L"abc.3ds", L"Abcdef.obj", L"xabc.obj", L"abc", L"set", L"sat", L"sats",
+                                      L"sets", L"model.3ds.bak"}) {
       fixture_.directory().AddFile(std::wstring(L"files\\") + name);
     }
     fixture_.Start();
     ASSERT_TRUE(fixture_.LoadExplorer());
     ASSERT_EQ(fixture_.SayWithHost({{"showfolderviewpanel", nullptr}}), 0U);
-    ASSERT_TRUE(fixture_.WaitForFiles(8));
+    ASSERT_TRUE(fixture_.WaitForFiles(9));
   }
 
   // Types a text into the box, character by character; gives what is selected afterwards.
@@ -53,17 +53,40 @@ TEST_F(SelectBoxTest, QuotedTextSelectsTheWholeName) {
 }
 
 TEST_F(SelectBoxTest, EverythingHasTwoPatterns) {
-  EXPECT_EQ(Type("*").size(), 8U);
-  EXPECT_EQ(Type("*.*").size(), 8U);
-  EXPECT_EQ(Type("?").size(), 8U);
+  EXPECT_EQ(Type("*").size(), 9U);
+  EXPECT_EQ(Type("*.*").size(), 9U);
+  EXPECT_EQ(Type("?").size(), 9U);
 }
 
 TEST_F(SelectBoxTest, PatternsAreTriedWithAStarBehindThemDeliberately) {
   EXPECT_THAT(Type("*.3ds"), UnorderedElementsAre("abc.3ds", "model.3ds.bak"));
-  EXPECT_THAT(Type("s[!e]t"), UnorderedElementsAre("sat"));
+  EXPECT_THAT(Type("s[!e]t"), UnorderedElementsAre("sat", "sats"));
 }
 
-TEST_F(SelectBoxTest, BlanksAroundThePatternDoNotCount) { EXPECT_THAT(Type(" xabc "), ElementsAre("xabc.obj")); }
+TEST_F(SelectBoxTest, OneOfTheSelectedItemsHasTheFocus) {
+  ASSERT_EQ(Type("abc").size(), 3U);
+  const auto focused =
+      SendMessageA(fixture_.FileList(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
+  ASSERT_GE(focused, 0);
+  EXPECT_NE(SendMessageA(fixture_.FileList(), LVM_GETITEMSTATE, static_cast<WPARAM>(focused), LVIS_SELECTED),
+            0);
+}
+
+TEST_F(SelectBoxTest, TheControlHearsOfTheSelection) {
+  const auto enabled = [&](int command) {
+    return SendMessageA(fixture_.CommandToolbar(), TB_ISBUTTONENABLED, static_cast<WPARAM>(command), 0) != 0;
+  };
+  Type("xabc");
+  EXPECT_TRUE(test_support::WaitUntil([&] { return enabled(126) && enabled(110); })) << "one is selected";
+  Type("abc");
+  EXPECT_TRUE(test_support::WaitUntil([&] { return enabled(126) && !enabled(110); })) << "three are selected";
+  Type("[z]");
+  EXPECT_TRUE(test_support::WaitUntil([&] { return !enabled(126) && !enabled(110); })) << "none is selected";
+}
+
+TEST_F(SelectBoxTest, BlanksAroundThePatternDoNotCount) {
+  EXPECT_THAT(Type(" xabc "), ElementsAre("xabc.obj"));
+}
 
 TEST_F(SelectBoxTest, AnEmptyBoxChangesNothing) {
   ASSERT_THAT(Type("xabc"), ElementsAre("xabc.obj"));
@@ -74,11 +97,34 @@ TEST_F(SelectBoxTest, AnEmptyBoxChangesNothing) {
   EXPECT_THAT(fixture_.SelectedNames(), ElementsAre("xabc.obj"));
 }
 
-TEST_F(SelectBoxTest, AnIllFormedPatternSelectsNothing) { EXPECT_THAT(Type("[abc"), IsEmpty()); }
+TEST_F(SelectBoxTest, AnIllFormedPatternSelectsNothing) {
+  EXPECT_THAT(Type("[abc"), IsEmpty());
+}
+
+TEST_F(SelectBoxTest, TheHostIsAskedTwiceAnItemAtMostAndNeverWhenThereIsNothingToAsk) {
+  workbench::HostServicesTable& services = fixture_.services();
+  const auto questions = [&](const char* text, const char* last) {
+    Type(text);
+    services.ClearCalls();
+    SendMessageA(fixture_.SelectEdit(), EM_SETSEL, 1024, 1024);
+    SendMessageA(fixture_.SelectEdit(), WM_CHAR, static_cast<WPARAM>(*last), 1);
+    return services.CountCalls("MatchPattern");
+  };
+  EXPECT_EQ(questions("z", "z"), 18) << "as typed and with a star, for each of nine";
+  EXPECT_EQ(services.LastArguments("MatchPattern"), "\"zz*\", \"sets\", 1");
+  EXPECT_EQ(questions("??", "*"), 9) << "the text as typed takes all of them";
+  EXPECT_EQ(questions("\"", "a"), 0);
+  EXPECT_EQ(questions("*.", "*"), 0);
+}
 
 TEST_F(SelectBoxTest, EveryPassSwitchesTrackSelectOnDeliberately) {
+  const auto tracks = [&] {
+    return (SendMessageA(fixture_.FileList(), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_TRACKSELECT) != 0;
+  };
+  Type("  ");
+  EXPECT_FALSE(tracks()) << "a blank text is no pass";
   Type("a");
-  EXPECT_NE(SendMessageA(fixture_.FileList(), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0) & LVS_EX_TRACKSELECT, 0);
+  EXPECT_TRUE(tracks());
 }
 
 TEST_F(SelectBoxTest, AnotherFolderClearsTheBox) {

@@ -115,6 +115,14 @@ TEST_F(SelectorAreaTest, ViewsShareThePlaceBelowTheLabelToolbar) {
   EXPECT_EQ(folders.bottom, client.bottom - (commands.bottom - commands.top));
 }
 
+TEST_F(SelectorAreaTest, TheHostMayRedrawAfterEachToolbarThatIsSized) {
+  RECT client = {};
+  GetClientRect(fixture_.Panel(), &client);
+  fixture_.services().ClearCalls();
+  SendMessageA(fixture_.Panel(), WM_SIZE, SIZE_RESTORED, MAKELPARAM(client.right, client.bottom));
+  EXPECT_EQ(fixture_.services().CountCalls("RedrawBracket"), 4);
+}
+
 TEST_F(SelectorAreaTest, LabelsHeadTheirToolbars) {
   struct Row {
     int id;

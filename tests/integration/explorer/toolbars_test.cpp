@@ -148,6 +148,9 @@ TEST_F(ToolbarsTest, TheirPicturesAreSixteenByFifteen) {
     EXPECT_EQ(width, 16) << toolbar;
     EXPECT_EQ(height, 15) << toolbar;
     EXPECT_EQ(ImageList_GetImageCount(Images(toolbar)), 38) << toolbar;
+    IMAGEINFO info = {};
+    EXPECT_TRUE(ImageList_GetImageInfo(Images(toolbar), 0, &info));
+    EXPECT_NE(info.hbmMask, nullptr) << toolbar;
   }
 }
 

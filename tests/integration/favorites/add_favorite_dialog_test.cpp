@@ -218,6 +218,9 @@ TEST_F(AddFavoriteDialogTest, Deliberate_AMoveInTheDialogReachesTheFileButNotThe
   ASSERT_TRUE(other.CreateTreeWindow());
   other.LoadFavorites(file());
   EXPECT_EQ(OutlineOf(other.window()), "Favorites(Models(cube.obj wood.png) Textures)");
+  pane->Save();  // the pane's own arrangement goes over it
+  other.LoadFavorites(file());
+  EXPECT_EQ(OutlineOf(other.window()), "Favorites(Models(cube.obj) Textures wood.png)");
 }
 
 TEST_F(AddFavoriteDialogTest, DeletingInTheDialogAsksWithTheDialogAsOwner) {

@@ -39,6 +39,13 @@ TEST_F(FavoritesPaneTest, WithoutAFileThereIsTheProtectedRoot) {
   EXPECT_EQ(tree().list().records()[0]->imageIndex, 0);
 }
 
+TEST_F(FavoritesPaneTest, TheTreeHasANameForThoseWhoReadAloud) {
+  Create();
+  char name[32] = "";
+  GetWindowTextA(tree().window(), name, sizeof name);
+  EXPECT_STREQ(name, "Favorites");
+}
+
 TEST_F(FavoritesPaneTest, AFileWithoutAClosedRecordGivesTheRootToo) {
   PutFavorites("K={0}\ns=49\nd=never closed\n");
   Create();

@@ -143,6 +143,21 @@ TEST_F(TreeViewTest, ARenameChangesLabelAndRecordAndIsReported) {
   EXPECT_THAT(reports, ElementsAre("sphere.obj in Models 1"));
 }
 
+TEST_F(TreeViewTest, AnAdditionAndADeletionAreReportedOnceWithTheFolder) {
+  CreateWithSample();
+  std::vector<std::string> reports;
+  tree().SetChangeCallback(
+      [&](const FavoriteRecord& record, const FavoriteRecord* parent, FavoriteChange change) {
+        reports.push_back(record.displayName + " in " + parent->displayName + " " +
+                          std::to_string(static_cast<int>(change)));
+      });
+  auto record = std::make_unique<FavoriteRecord>();
+  record->displayName = "new";
+  tree().AddFavorite(std::move(record), &Record("{1}"));
+  tree().DeleteEntry(Record("{1}"));  // with two entries in it
+  EXPECT_THAT(reports, ElementsAre("new in Models 0", "Models in Favorites 2"));
+}
+
 TEST_F(TreeViewTest, ARenameToNothingKeepsTheOldName) {
   CreateWithSample();
   Show();

@@ -66,9 +66,16 @@ TEST_F(MasksCommandTest, OkSavesTheMasksInTheProfile) {
 }
 
 TEST_F(MasksCommandTest, TheFileViewIsFilledAnew) {
-  fixture_.directory().AddFile(L"files\\later.3ds");
-  Open([](HWND dialog) { Press(dialog, IDOK); });
-  EXPECT_TRUE(fixture_.WaitForFile("later.3ds"));
+  const auto include = [this](const char* patterns) {
+    Open([&](HWND dialog) {
+      SetDlgItemTextA(dialog, 1000, patterns);
+      Press(dialog, IDOK);
+    });
+  };
+  include("*.obj");
+  EXPECT_TRUE(WaitUntil([&] { return fixture_.IndexOf("a.3ds") < 0; })) << "every file is asked about again";
+  EXPECT_TRUE(fixture_.WaitForFile("below")) << "the folder is the same";
+  include("*.3ds");
   EXPECT_TRUE(fixture_.WaitForFile("a.3ds"));
 }
 

@@ -5,16 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "src/framework/command_ids.h"
-#include "src/history/row_thumbnails.h"
-#include "tests/integration/history/history_test_folder.h"
+#include "tests/integration/history/history_view_fixture.h"
 #include "tests/support/message_box_recorder.h"
 #include "tests/support/wait_until.h"
-#include "tests/unit/preview/model_files.h"
 
 namespace file_explorer {
 namespace {
@@ -23,103 +20,6 @@ using test_support::MessageBoxRecorder;
 using test_support::WaitUntil;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr int kViewId = 32000;
-
-class HistoryViewTest : public testing::Test {
- protected:
-  HistoryViewTest() {
-    WNDCLASSA windowClass = {};
-    windowClass.lpfnWndProc = PanelProcedure;
-    windowClass.hInstance = GetModuleHandleA(nullptr);
-    windowClass.lpszClassName = "HistoryTestPanel";
-    windowClass.hbrBackground = GetSysColorBrush(COLOR_3DFACE);
-    RegisterClassA(&windowClass);
-    panel = CreateWindowExA(0, "HistoryTestPanel", "", WS_POPUP, 40, 40, 420, 400, nullptr, nullptr,
-                            windowClass.hInstance, nullptr);
-    SetWindowLongPtrA(panel, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-  }
-  ~HistoryViewTest() override {
-    view.reset();
-    DestroyWindow(panel);
-  }
-
-  static LRESULT CALLBACK PanelProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    auto* const self = reinterpret_cast<HistoryViewTest*>(GetWindowLongPtrA(window, GWLP_USERDATA));
-    if (self != nullptr && self->view && self->view->HandleMessage(window, message, wParam, lParam))
-      return TRUE;
-    if (self != nullptr && self->view && message == WM_COMMAND && lParam == 0) {
-      self->view->HandleCommand(LOWORD(wParam), self->toolbar, window);
-    }
-    return DefWindowProcA(window, message, wParam, lParam);
-  }
-
-  void Create() {
-    HistoryServices services;
-    services.instance = GetModuleHandleA(nullptr);
-    services.profilePath = [this] { return folder.profile(); };
-    services.mainWindow = [this] { return panel; };
-    services.loadFile = [this](const char* path) { loaded.push_back(path); };
-    view = CHistoryView::Create(panel, kViewId, services);
-    ASSERT_TRUE(view);
-  }
-  void Show() {
-    ShowWindow(panel, SW_SHOW);
-    ShowWindow(view->window(), SW_SHOW);
-    UpdateWindow(view->window());
-  }
-
-  // The history's toolbar, as far as its commands change it.
-  void CreateToolbar() {
-    toolbar = CreateWindowExA(0, TOOLBARCLASSNAMEA, "", WS_CHILD | CCS_NOPARENTALIGN | CCS_NORESIZE, 0, 0,
-                              200, 30, panel, nullptr, GetModuleHandleA(nullptr), nullptr);
-    SendMessageA(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-    TBBUTTON buttons[2] = {};
-    buttons[0].idCommand = kCommandHistorySorting;
-    buttons[1].idCommand = kCommandHistoryIcons;
-    buttons[1].fsStyle = BTNS_CHECK;
-    for (TBBUTTON& button : buttons) button.fsState = TBSTATE_ENABLED;
-    SendMessageA(toolbar, TB_ADDBUTTONSA, 2, reinterpret_cast<LPARAM>(buttons));
-  }
-
-  LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const {
-    return SendMessageA(view->window(), message, wParam, lParam);
-  }
-  std::vector<std::string> Rows() const {
-    std::vector<std::string> rows;
-    for (LRESULT row = 0; row < Send(LB_GETCOUNT); ++row) {
-      char text[512] = "";
-      Send(LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text));
-      rows.push_back(text);
-    }
-    return rows;
-  }
-  void Add(const char* path) { EXPECT_TRUE(view->AddPathToHistory(path)); }
-  // The notification of the list box, as after a click.
-  void ReportSelection(int row) {
-    Send(LB_SETCURSEL, static_cast<WPARAM>(row));
-    SendMessageA(panel, WM_COMMAND, MAKEWPARAM(kViewId, LBN_SELCHANGE),
-                 reinterpret_cast<LPARAM>(view->window()));
-  }
-  void Click(int row) {
-    RECT rect = {};
-    Send(LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&rect));
-    const LPARAM point = MAKELPARAM(rect.left + 30, rect.top + 5);
-    Send(WM_LBUTTONDOWN, MK_LBUTTON, point);
-    Send(WM_LBUTTONUP, 0, point);
-  }
-  std::string Setting(const char* key) const {
-    char text[32] = "";
-    GetPrivateProfileStringA("History", key, "", text, sizeof(text), folder.profile().c_str());
-    return text;
-  }
-
-  HistoryTestFolder folder;
-  HWND panel = nullptr;
-  HWND toolbar = nullptr;
-  std::unique_ptr<CHistoryView> view;
-  std::vector<std::string> loaded;
-};
 
 TEST_F(HistoryViewTest, IsAHiddenOwnerDrawnListBoxOverThePanel) {
   Create();
@@ -212,6 +112,18 @@ TEST_F(HistoryViewTest, SortingAgainByTheSameMethodDoesNotRefill) {
   EXPECT_THAT(Rows(), ElementsAre("a.obj", "b.obj"));
 }
 
+TEST_F(HistoryViewTest, TheFontIsNinePointsOfTheSystemsSansSerif) {
+  Create();
+  LOGFONTA font = {};
+  ASSERT_NE(GetObjectA(reinterpret_cast<HFONT>(Send(WM_GETFONT)), sizeof font, &font), 0);
+  EXPECT_STREQ(font.lfFaceName, "MS Sans Serif");
+  const HDC dc = GetDC(view->window());
+  EXPECT_EQ(font.lfHeight, -MulDiv(9, GetDeviceCaps(dc, LOGPIXELSY), 72));
+  ReleaseDC(view->window(), dc);
+  EXPECT_EQ(font.lfWeight, 400);
+  EXPECT_EQ(font.lfPitchAndFamily, VARIABLE_PITCH | FF_SWISS);
+}
+
 TEST_F(HistoryViewTest, RowHeights) {
   Create();
   const LRESULT compact = Send(LB_GETITEMHEIGHT);
@@ -249,15 +161,18 @@ TEST_F(HistoryViewTest, TheHorizontalExtentFollowsTheWidestRow) {
 }
 
 TEST_F(HistoryViewTest, AClickLoadsTheFileAndMovesItToTheTop) {
+  // 2 and 1 January 2026.
+  folder.Put("history.dat",
+             "[HistoryList]\r\nNumEntries=2\r\n"
+             "d0=two.obj\r\nf0=X:\\two.obj\r\nm0=EA070100000002000000000000000000F4\r\n"
+             "d1=one.obj\r\nf1=X:\\one.obj\r\nm1=EA070100000001000000000000000000F3\r\n");
   Create();
   Show();
-  Add("X:\\one.obj");
-  Add("X:\\two.obj");
-  Add("X:\\three.obj");
-  Click(2);
+  ASSERT_THAT(Rows(), ElementsAre("two.obj", "one.obj"));
+  Click(1);
   EXPECT_THAT(loaded, ElementsAre("X:\\one.obj"));
+  EXPECT_THAT(Rows(), ElementsAre("one.obj", "two.obj"));
   EXPECT_EQ(Send(LB_GETCURSEL), 0);
-  EXPECT_EQ(view->history().size(), 3u);
 }
 
 TEST_F(HistoryViewTest, AReportedSelectionLoadsTheFile) {
@@ -435,6 +350,9 @@ TEST_F(HistoryViewTest, RowsKeepTheirTextsForThoseWhoAskTheListBox) {
   Send(WM_KEYDOWN, VK_DOWN);
   EXPECT_EQ(Send(LB_GETCURSEL), 0);
   EXPECT_EQ(Send(LB_GETCARETINDEX), 0);
+  char name[32] = "";
+  GetWindowTextA(view->window(), name, sizeof name);
+  EXPECT_STREQ(name, "History");
 }
 
 TEST_F(HistoryViewTest, AnyNumberIsShownAndFiftyAreSaved) {
@@ -449,157 +367,6 @@ TEST_F(HistoryViewTest, AnyNumberIsShownAndFiftyAreSaved) {
   view.reset();
   EXPECT_NE(folder.Get("history.dat").find("NumEntries=50\r\n"), std::string::npos);
   EXPECT_EQ(folder.Get("history.bak"), text);
-}
-
-// How many pixels of the row's picture column are not the window's colour.
-int PaintedPixels(HWND window, const RECT& area) {
-  const HDC dc = GetDC(window);
-  int painted = 0;
-  for (LONG y = area.top; y < area.bottom; ++y) {
-    for (LONG x = area.left; x < area.right; ++x) painted += GetPixel(dc, x, y) != GetSysColor(COLOR_WINDOW);
-  }
-  ReleaseDC(window, dc);
-  return painted;
-}
-
-TEST_F(HistoryViewTest, BothKindsOfRowsArePaintedWithPictureAndText) {
-  Create();
-  folder.Put("model.obj", "v");
-  Add(folder.Path("model.obj").c_str());
-  Show();
-  for (const bool showIcons : {false, true}) {
-    view->SetShowIcons(showIcons);
-    UpdateWindow(view->window());
-    RECT row = {};
-    Send(LB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
-    const LONG split = showIcons ? 66 : 18;
-    EXPECT_GT(PaintedPixels(view->window(), {2, row.top, split, row.bottom}), 20) << showIcons;
-    EXPECT_GT(PaintedPixels(view->window(), {split + 2, row.top, 300, row.bottom}), 50) << showIcons;
-  }
-}
-
-TEST_F(HistoryViewTest, APreviewOfTheSurroundingsIsShownInATallRow) {
-  HistoryServices services;
-  services.instance = GetModuleHandleA(nullptr);
-  services.profilePath = [this] { return folder.profile(); };
-  services.mainWindow = [this] { return panel; };
-  int asked = 0;
-  services.preview = [&asked](const HistoryEntry&, int pixels) {
-    ++asked;
-    preview::Preview red;
-    red.picture = {pixels, pixels, {}};
-    red.picture.pixels.assign(static_cast<std::size_t>(pixels * pixels), 0xFFC80A14);
-    return red;
-  };
-  view = CHistoryView::Create(panel, kViewId, services);
-  view->SetShowIcons(true);
-  Add("X:\\a.obj");
-  Show();
-  const HDC dc = GetDC(view->window());
-  EXPECT_EQ(GetPixel(dc, 3 + 32, 1 + 32), RGB(200, 10, 20));
-  ReleaseDC(view->window(), dc);
-  InvalidateRect(view->window(), nullptr, TRUE);
-  UpdateWindow(view->window());
-  EXPECT_EQ(asked, 1);  // kept
-}
-
-TEST_F(HistoryViewTest, AModelIsSeenAtTheThumbnailsPlaceAndOnTheSelectionsColour) {
-  folder.Put("cube.obj", model_files::Obj(model_files::Cube()));
-  Create();
-  view->SetShowIcons(true);
-  Add(folder.Path("cube.obj").c_str());
-  Show();
-  const auto pixel = [this](int x, int y) {
-    const HDC dc = GetDC(view->window());
-    const COLORREF color = GetPixel(dc, x, y);
-    ReleaseDC(view->window(), dc);
-    return color;
-  };
-  const auto brightness = [](COLORREF color) { return GetRValue(color) + GetGValue(color) + GetBValue(color); };
-  // The upper, front and right faces of the cube, and nothing beside it.
-  const int top = brightness(pixel(3 + 32, 1 + 11));
-  const int front = brightness(pixel(3 + 20, 1 + 37));
-  const int side = brightness(pixel(3 + 53, 1 + 37));
-  EXPECT_GT(top, front + 30);
-  EXPECT_GT(front, side + 30);
-  EXPECT_EQ(pixel(3, 1), GetSysColor(COLOR_WINDOW));
-  Send(LB_SETCURSEL, 0);
-  UpdateWindow(view->window());
-  EXPECT_EQ(pixel(3 + 1, 1 + 1), GetSysColor(COLOR_HIGHLIGHT));
-  EXPECT_NEAR(brightness(pixel(3 + 20, 1 + 37)), front, 3);
-}
-
-TEST_F(HistoryViewTest, OnlyRowsInSightAreAskedForAThumbnail) {
-  HistoryServices services;
-  services.instance = GetModuleHandleA(nullptr);
-  services.profilePath = [this] { return folder.profile(); };
-  services.mainWindow = [this] { return panel; };
-  std::vector<std::string> asked;
-  services.preview = [&asked](const HistoryEntry& entry, int) -> std::optional<preview::Preview> {
-    asked.push_back(entry.displayName);
-    return std::nullopt;
-  };
-  view = CHistoryView::Create(panel, kViewId, services);
-  view->SetShowIcons(true);
-  for (int i = 0; i < 60; ++i) Add(("X:\\file" + std::to_string(i) + ".obj").c_str());
-  EXPECT_THAT(asked, IsEmpty());
-  Show();
-  RECT area = {};
-  GetClientRect(view->window(), &area);
-  const std::size_t inSight = static_cast<std::size_t>((area.bottom + 65) / 66);
-  EXPECT_EQ(asked.size(), inSight);
-  EXPECT_EQ(asked.front(), "file59.obj");
-  InvalidateRect(view->window(), nullptr, TRUE);
-  UpdateWindow(view->window());
-  EXPECT_EQ(asked.size(), inSight);
-  Send(LB_SETTOPINDEX, 55);
-  UpdateWindow(view->window());
-  EXPECT_LE(asked.size(), 2 * inSight);
-}
-
-TEST_F(HistoryViewTest, AThumbnailIsMadeAnewWhenItsFileHasChanged) {
-  folder.Put("a.obj", "one");
-  HistoryServices services;
-  services.instance = GetModuleHandleA(nullptr);
-  services.profilePath = [this] { return folder.profile(); };
-  services.mainWindow = [this] { return panel; };
-  int asked = 0;
-  services.preview = [&asked](const HistoryEntry&, int) -> std::optional<preview::Preview> {
-    ++asked;
-    return std::nullopt;
-  };
-  view = CHistoryView::Create(panel, kViewId, services);
-  view->SetShowIcons(true);
-  Add(folder.Path("a.obj").c_str());
-  Show();
-  EXPECT_EQ(asked, 1);
-  folder.Put("a.obj", "another content");
-  EXPECT_TRUE(WaitUntil([&] {
-    InvalidateRect(view->window(), nullptr, FALSE);
-    UpdateWindow(view->window());
-    return asked == 2;
-  }));
-}
-
-TEST_F(HistoryViewTest, RowsThatHaveToWaitGetTheirThumbnailInALaterPainting) {
-  HistoryServices services;
-  services.instance = GetModuleHandleA(nullptr);
-  services.profilePath = [this] { return folder.profile(); };
-  services.mainWindow = [this] { return panel; };
-  int asked = 0;
-  services.preview = [&asked](const HistoryEntry&, int) -> std::optional<preview::Preview> {
-    ++asked;
-    const ULONGLONG end = GetTickCount64() + RowThumbnails::kPaintingMs + 30;
-    while (GetTickCount64() < end) Sleep(5);  // a slow file
-    return std::nullopt;
-  };
-  view = CHistoryView::Create(panel, kViewId, services);
-  view->SetShowIcons(true);
-  for (const char* const path : {"X:\\a.obj", "X:\\b.obj", "X:\\c.obj"}) Add(path);
-  Show();
-  EXPECT_TRUE(WaitUntil([&] { return asked == 3; }));
-  test_support::PumpMessages();
-  EXPECT_EQ(asked, 3);
 }
 
 TEST_F(HistoryViewTest, AParentThatGoesFirstDoesNoHarm) {

@@ -200,6 +200,116 @@ TEST(MalformedEvents, OfTheComboViewReachNobody) {
   Malformed<CComboViewSinkEvents>().CheckAll(kComboView);
 }
 
+std::string lastPath;
+int callsWithoutPath = 0;
+
+std::int64_t RecordPath(std::int16_t, ShellControlHost*, IDispatch*, std::int64_t, std::int64_t, std::int64_t,
+                        std::int64_t, const char* path) {
+  ++calls;
+  callsWithoutPath += path == nullptr;
+  lastPath = path != nullptr ? path : "";
+  return 0;
+}
+
+// One object's events, well formed. `reads` says what each asks of its item.
+struct ItemEvent {
+  DISPID id;
+  bool attributes;  // without them the item is not taken for a file, and the event ends
+  bool path;
+};
+
+template <class Sink>
+class ItemEvents {
+ public:
+  ItemEvents() : sink_(CComObject<Sink>::New()) {
+    host_.callback = RecordPath;
+    sink_->SetHost(&host_);
+  }
+
+  void Fire(DISPID id, IDispatch* item) {
+    calls = callsWithoutPath = 0;
+    VARIANT_BOOL cancel = VARIANT_FALSE;
+    LONG number = 0;
+    std::vector<VARIANT> arguments(1);
+    arguments[0].vt = VT_DISPATCH;
+    arguments[0].pdispVal = item;
+    const auto add = [&](VARTYPE type, void* place) {
+      VARIANT argument = {};
+      argument.vt = static_cast<VARTYPE>(type | VT_BYREF);
+      argument.byref = place;
+      arguments.push_back(argument);
+    };
+    if (id <= 2) {
+      add(VT_I4, &number);
+      add(VT_I4, &number);
+    }
+    if (id == 2 || id == 10) add(VT_BOOL, &cancel);
+    if (id == 14) add(VT_I4, &number);
+    std::reverse(arguments.begin(), arguments.end());
+    DISPPARAMS parameters = {arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+    EXPECT_EQ(sink_->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr), S_OK);
+  }
+
+  void CheckFailures(const std::vector<ItemEvent>& events) {
+    for (const ItemEvent& event : events) {
+      SCOPED_TRACE(event.id);
+      const auto item = NewItem(L"c:\\a.obj");
+      Fire(event.id, item.Get());
+      EXPECT_EQ(calls, 1);
+      EXPECT_EQ(lastPath, event.path ? "c:\\a.obj" : "");
+      for (const DISPID text : {1, 4, 23}) item->failures[text] = E_FAIL;
+      Fire(event.id, item.Get());
+      EXPECT_EQ(calls, 1) << "an item without a path is still told of";
+      EXPECT_EQ(callsWithoutPath, 1);
+      item->failures[18] = DISP_E_EXCEPTION;
+      Fire(event.id, item.Get());
+      EXPECT_EQ(calls, event.attributes ? 0 : 1);
+      EXPECT_EQ(References(item), 1u);
+    }
+  }
+
+  void CheckHugeTexts(const std::vector<ItemEvent>& events) {
+    const std::wstring huge = L"c:\\" + std::wstring(300000, L'x');
+    for (const ItemEvent& event : events) {
+      SCOPED_TRACE(event.id);
+      const auto item = NewItem(huge);
+      Fire(event.id, item.Get());
+      EXPECT_EQ(calls, 1);
+      EXPECT_EQ(lastPath.size(), event.path ? huge.size() : 0U);
+      EXPECT_EQ(References(item), 1u);
+    }
+  }
+
+ private:
+  static ComPtr<CComObject<ScriptedItem>> NewItem(const std::wstring& name) {
+    const auto item = CComObject<ScriptedItem>::New();
+    item->attributes = SFGAO_FILESYSTEM;
+    item->name = item->fullPath = item->folderText = name;
+    return item;
+  }
+  static ULONG References(const ComPtr<CComObject<ScriptedItem>>& item) {
+    item.Get()->AddRef();
+    return item.Get()->Release();
+  }
+
+  ComPtr<CComObject<Sink>> sink_;
+  ShellControlHost host_;
+};
+
+const std::vector<ItemEvent> kFileViewItems = {{1, true, true},  {2, true, true},   {10, false, false},
+                                               {12, true, true}, {14, false, true}, {15, false, true}};
+const std::vector<ItemEvent> kFolderViewItems = {{13, false, true}, {14, false, true}};
+
+TEST(ItemsThatFail, GiveNoPathAndWithoutAttributesNoFile) {
+  ItemEvents<CFileViewSinkEvents>().CheckFailures(kFileViewItems);
+  ItemEvents<CFolderViewSinkEvents>().CheckFailures(kFolderViewItems);
+}
+
+TEST(ItemsWithHugeTexts, AreHandedOnWhole) {
+  ItemEvents<CFileViewSinkEvents>().CheckHugeTexts(kFileViewItems);
+  ItemEvents<CFolderViewSinkEvents>().CheckHugeTexts(kFolderViewItems);
+}
+
 std::int64_t Throw(std::int16_t, ShellControlHost*, IDispatch*, std::int64_t, std::int64_t, std::int64_t,
                    std::int64_t, const char*) {
   throw 1;

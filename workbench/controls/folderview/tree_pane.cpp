@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <cstring>
+
 #include "workbench/controls/com/com_object.h"
 #include "workbench/controls/model/natural_compare.h"
 #include "workbench/controls/model/path_logic.h"
@@ -186,6 +188,22 @@ void TreePane::SelectLocation(const Location& location) {
 
 HTREEITEM TreePane::Caret() const {
   return reinterpret_cast<HTREEITEM>(SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_CARET, 0));
+}
+
+bool TreePane::SelectionIsInView() const {
+  RECT client = {};
+  if (!tree_ || !GetClientRect(tree_, &client)) return false;
+  RECT row = {};
+  const HTREEITEM item = Caret();
+  std::memcpy(&row, &item, sizeof(item));
+  if (!item || !SendMessageW(tree_, TVM_GETITEMRECT, FALSE, reinterpret_cast<LPARAM>(&row))) return false;
+  // Before the window has its first size nobody can have scrolled away.
+  return client.bottom == 0 || (row.top < client.bottom && row.bottom > 0);
+}
+
+void TreePane::ShowSelection() {
+  const HTREEITEM item = Caret();
+  if (item) SendMessageW(tree_, TVM_ENSUREVISIBLE, 0, reinterpret_cast<LPARAM>(item));
 }
 
 HTREEITEM TreePane::FolderItem() const {

@@ -169,6 +169,11 @@ class TreePane : public WindowBase {
   void ForgetReading(HTREEITEM item);
   void SetChildCount(HTREEITEM item, int count);
   HTREEITEM Caret() const;
+  // Folders that appear above the selected one, and a smaller window, would push it out of sight.
+  bool SelectionIsInView() const;
+  void ShowSelection();
+  // Whether the selected item is this folder or lies below it.
+  bool HoldsSelection(HTREEITEM folder) const;
   HTREEITEM FolderItem() const;
   bool IsExpanded(HTREEITEM item) const;
   HTREEITEM ItemAt(POINT screen) const;

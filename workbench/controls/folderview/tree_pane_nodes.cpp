@@ -77,13 +77,26 @@ void TreePane::ForgetReading(HTREEITEM item) {
 
 void TreePane::OnReaderMessage() {
   const QuietScope quiet(quiet_);
+  const bool inView = SelectionIsInView();
+  bool ofItsParents = false;
   for (size_t i = 0; i < readings_.size();) {
     if (ContinueReading(*readings_[i])) {
+      ofItsParents = ofItsParents || HoldsSelection(readings_[i]->item);
       readings_.erase(readings_.begin() + static_cast<std::ptrdiff_t>(i));
     } else {
       ++i;
     }
   }
+  if (inView && ofItsParents) ShowSelection();
+}
+
+bool TreePane::HoldsSelection(HTREEITEM folder) const {
+  for (HTREEITEM item = Caret(); item;
+       item = reinterpret_cast<HTREEITEM>(
+           SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_PARENT, reinterpret_cast<LPARAM>(item)))) {
+    if (item == folder) return true;
+  }
+  return false;
 }
 
 // True when the folder is read completely and its children stand in the tree.

@@ -30,9 +30,12 @@ LRESULT TreePane::TreePart::HandleSubclassed(HWND window, UINT message, WPARAM w
 
 LRESULT TreePane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_SIZE:
+    case WM_SIZE: {
+      const bool inView = SelectionIsInView();
       if (tree_) MoveWindow(tree_, 0, 0, GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam), TRUE);
+      if (inView) ShowSelection();
       return 0;
+    }
     case WM_ERASEBKGND:
       return 1;
     case WM_NOTIFY:
