@@ -3,12 +3,15 @@
 
 #include <commctrl.h>
 
+#include <array>
+
 #include "src/explorer/command_tables.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/file_view_events.h"
 #include "src/explorer/layout.h"
 #include "src/explorer/toolbar_builder.h"
+#include "src/explorer/toolbar_keys.h"
 #include "src/framework/com/com_error_text.h"
 #include "src/shellhost/file_view.h"
 #include "src/shellhost/folder_view.h"
@@ -31,7 +34,10 @@ bool ExplorerWindow::CreateToolbar(int toolbarId, int commandBase) {
   images_ = LoadToolbarImages(state_.instance);
   toolbar_ = CreateToolbarFromTable(
       {state_.instance, window_.get(), toolbarId, false, CommandToolbarButtons(), images_.get()});
-  if (toolbar_ == nullptr || !patternBox_.Create(state_.instance, *this, toolbar_)) return false;
+  if (toolbar_ == nullptr) return false;
+  // Before the box, which replaces the toolbar's procedure too and gives it back first.
+  AddToolbarKeys(toolbar_);
+  if (!patternBox_.Create(state_.instance, *this, toolbar_)) return false;
   AddClipboardFormatListener(window_.get());
   const bool built = BuildFilePane();
   ApplyDisplayMode();
@@ -48,7 +54,8 @@ bool ExplorerWindow::BuildFilePane() {
     comboView_ = CreateComboViewHost(window_.get());
     if (!comboView_) return false;
     fileView_ = CreateFileViewHost(window_.get(), PropertyList(), this, &DispatchFileViewEvent);
-    itemColors_.Attach(GetListWindow(fileView_.get()));
+    itemColors_.Attach(ListWindow());
+    listTab_.Attach(ListWindow(), window_.get());
     if (folderView_ != nullptr) SetFolderViewHost(folderView_);
     return true;
   } catch (const _com_error& error) {
@@ -62,6 +69,7 @@ bool ExplorerWindow::BuildFilePane() {
 // The file view goes before the combo box that follows it, and what holds on to its windows and items before that.
 void ExplorerWindow::DestroyFilePane() {
   itemColors_.Detach();
+  listTab_.Detach();
   groupSort_.Forget();
   fileView_.reset();
   comboView_.reset();
@@ -71,8 +79,27 @@ void ExplorerWindow::SetFolderViewHost(ShellControlHost* folderView) {
   folderView_ = folderView;
   if (folderView == nullptr || !fileView_ || !comboView_) return;
   LinkShellControls(comboView_.get(), folderView, fileView_.get());
-  const HWND list = GetListWindow(fileView_.get());
+  const HWND list = ListWindow();
   if (list != nullptr) SetFocus(list);
+}
+
+// Asked each time: the control may have made its list anew, or destroyed it.
+HWND ExplorerWindow::ListWindow() const {
+  const HWND list = fileView_ ? GetListWindow(fileView_.get()) : nullptr;
+  return IsWindow(list) ? list : nullptr;
+}
+
+// The window itself has nothing to type into.
+LRESULT ExplorerWindow::OnSetFocus(HWND, WPARAM, LPARAM) {
+  const HWND list = ListWindow();
+  if (list != nullptr) SetFocus(list);
+  return 0;
+}
+
+// Tab in the list, in the toolbar or in the "Select:" box.
+LRESULT ExplorerWindow::OnNextControl(HWND, WPARAM wParam, LPARAM) {
+  FocusNext(std::array{ListWindow(), toolbar_, patternBox_.edit()}, wParam != FALSE);
+  return 0;
 }
 
 int ExplorerWindow::ToolbarHeight() { return SizeToolbar(toolbar_); }

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "src/explorer/tab_order.h"
 #include "src/framework/command_ids.h"
 #include "src/favorites/favorites_pane.h"
 #include "src/fileops/menu_items.h"
@@ -58,6 +59,7 @@ struct ExplorerState {
   SelectorToolbars toolbars;
   unique_himagelist selectorImages;
   std::unique_ptr<ShellControlHost> folderViewHost;
+  ViewTabKey folderTreeTab{static_cast<UINT>(TVN_KEYDOWN)};
   SelectorView currentView = SelectorView::Folders;
   MenuItems fileViewMenu;  // the explorer's items in the context menus, each control's for itself
   MenuItems folderViewMenu;

@@ -166,6 +166,8 @@ std::span<const ExplorerWindow::MessageHandler> ExplorerWindow::MessageHandlers(
       {WM_SIZE, &ExplorerWindow::OnSize},
       {WM_ERASEBKGND, &ExplorerWindow::OnEraseBackground},
       {WM_SHOWWINDOW, &ExplorerWindow::OnIgnored},
+      {WM_SETFOCUS, &ExplorerWindow::OnSetFocus},
+      {WM_NEXTDLGCTL, &ExplorerWindow::OnNextControl},
       {WM_CLIPBOARDUPDATE, &ExplorerWindow::OnClipboardUpdate},
       {WM_DESTROY, &ExplorerWindow::OnDestroy},
       {WM_NCDESTROY, &ExplorerWindow::OnEndOfWindow},

@@ -11,6 +11,7 @@
 #include "src/explorer/group_sort.h"
 #include "src/explorer/item_colors.h"
 #include "src/explorer/pattern_box.h"
+#include "src/explorer/tab_order.h"
 #include "src/framework/unique_handle.h"
 #include "src/shellhost/shell_controls.h"
 
@@ -103,10 +104,13 @@ class ExplorerWindow {
   LRESULT OnCreate(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnSize(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnEraseBackground(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnSetFocus(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnNextControl(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnClipboardUpdate(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnDestroy(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnEndOfWindow(HWND window, WPARAM wParam, LPARAM lParam);
   bool BuildFilePane();
+  HWND ListWindow() const;
   int ToolbarHeight();
   void PlaceForTheFirstTime(std::uint16_t creationMethod);
   void DestroyFilePane();
@@ -132,6 +136,7 @@ class ExplorerWindow {
   std::unique_ptr<ShellControlHost> fileView_;
   GroupSort groupSort_;
   ItemColors itemColors_;
+  ViewTabKey listTab_{static_cast<UINT>(LVN_KEYDOWN)};
 };
 
 }  // namespace file_explorer

@@ -5,30 +5,18 @@
 
 #include <commctrl.h>
 
+#include "src/explorer/notification_tap.h"
+
 namespace file_explorer {
 
-// Takes part in the messages of the window that gets the list's notifications, and answers the list's
-// questions about how to draw its items. What that window answers itself stands.
-class ItemColors {
+// Answers the file view's list how to draw its items. What the list's control answers itself stands.
+class ItemColors final : public NotificationTap {
  public:
-  ItemColors() = default;
-  ~ItemColors() { Detach(); }
-  ItemColors(const ItemColors&) = delete;
-  ItemColors& operator=(const ItemColors&) = delete;
-
-  // list: the file view's list window; null attaches to nothing. Of several objects on one window the first
-  // one has it.
-  void Attach(HWND list);
-  // Gives the window back, unless it has gone.
-  void Detach();
+  ItemColors() : NotificationTap(static_cast<UINT>(NM_CUSTOMDRAW)) {}
 
  private:
-  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-  static LRESULT OnCustomDraw(WNDPROC original, HWND window, WPARAM wParam, NMLVCUSTOMDRAW& draw);
+  LRESULT OnNotification(NMHDR& header, const Receiver& receiver) override;
   static void ColorItem(NMLVCUSTOMDRAW& draw);
-
-  HWND list_ = nullptr;
-  HWND window_ = nullptr;  // the receiver of the list's notifications
 };
 
 }  // namespace file_explorer

@@ -66,7 +66,7 @@ LRESULT HandlePanelMessage(ExplorerState& state, HWND panel, UINT message, WPARA
       FocusCurrentView(state);
       break;
     case WM_NEXTDLGCTL:  // Tab in a view or in its toolbar
-      FocusNextInSelector(state);
+      FocusNextInSelector(state, wParam != FALSE);
       *handled = true;
       break;
     case WM_NOTIFY:

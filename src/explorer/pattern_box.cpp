@@ -7,6 +7,7 @@
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/pattern_selection.h"
+#include "src/explorer/tab_order.h"
 #include "src/explorer/toolbar_builder.h"
 #include "src/framework/module_context.h"
 
@@ -93,9 +94,24 @@ void PatternBox::Clear() {
   if (edit_ != nullptr) SendMessageA(edit_, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(""));
 }
 
+// Tab goes on to the list, Escape back to it. Their characters follow behind the keys and mean nothing more.
+bool PatternBox::LeadsOut(const PatternBox& box, UINT message, WPARAM key) {
+  if (message == WM_CHAR) return key == VK_TAB || key == VK_ESCAPE;
+  if (message != WM_KEYDOWN) return false;
+  if (key == VK_ESCAPE) {
+    SetFocus(box.owner_->window());
+  } else if (IsTab(key)) {
+    AskForNext(box.owner_->window());
+  } else {
+    return false;
+  }
+  return true;
+}
+
 LRESULT CALLBACK PatternBox::EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
   auto* const box = static_cast<PatternBox*>(GetPropA(edit, kBoxProperty));
   if (box == nullptr) return DefWindowProcA(edit, message, wParam, lParam);
+  if (LeadsOut(*box, message, wParam)) return 0;
   // Enter redoes the selection like every character; the one-line box itself would only beep at it.
   const bool isEnter = message == WM_CHAR && wParam == VK_RETURN;
   const LRESULT result = isEnter ? 0 : CallWindowProcA(box->previousProcedure_, edit, message, wParam, lParam);

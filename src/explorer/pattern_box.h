@@ -27,6 +27,7 @@ class PatternBox {
   HWND balloon() const { return balloon_; }
 
  private:
+  static bool LeadsOut(const PatternBox& box, UINT message, WPARAM key);
   static LRESULT CALLBACK EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam);
   static LRESULT CALLBACK ToolbarProcedure(HWND toolbar, UINT message, WPARAM wParam, LPARAM lParam);
   void CreateBalloon(HINSTANCE instance, HWND ownerWindow);

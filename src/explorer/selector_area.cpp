@@ -5,12 +5,15 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include <array>
+
 #include "src/explorer/command_tables.h"
 #include "src/explorer/control_options.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/file_view_events.h"
 #include "src/explorer/layout.h"
+#include "src/explorer/tab_order.h"
 #include "src/explorer/toolbar_builder.h"
 #include "src/explorer/toolbar_keys.h"
 #include "src/shellhost/file_view.h"
@@ -53,6 +56,7 @@ void CreateToolbars(ExplorerState& state) {
   }
   toolbars.commands = CreateToolbarFromTable({state.instance, state.panelWindow, kSelectorToolbarId, true,
                                               SelectorToolbarButtons(), state.selectorImages.get()});
+  if (toolbars.commands != nullptr) AddToolbarKeys(toolbars.commands);
   if (state.historyView) state.historyView->ShowIconsState(toolbars.history);
 }
 
@@ -91,7 +95,8 @@ HWND CurrentViewWindow(const ExplorerState& state) {
     case SelectorView::Folders:
       break;
   }
-  return state.folderViewHost ? GetTreeWindow(state.folderViewHost.get()) : nullptr;
+  const HWND tree = state.folderViewHost ? GetTreeWindow(state.folderViewHost.get()) : nullptr;
+  return IsWindow(tree) ? tree : nullptr;  // its control may have destroyed it
 }
 
 HWND CurrentLabelToolbar(const ExplorerState& state) {
@@ -129,6 +134,7 @@ void FurnishSelectorArea(ExplorerState& state) {
   SetFolderViewCallback(state);
   ApplyViewOptions(state);
   CreateToolbars(state);
+  state.folderTreeTab.Attach(GetTreeWindow(state.folderViewHost.get()), state.panelWindow);
   RECT client = {};
   GetClientRect(state.panelWindow, &client);
   LayOutSelectorArea(state, client.right, client.bottom);
@@ -160,6 +166,7 @@ void DestroySelectorArea(ExplorerState& state) {
   if (state.toolbars.commands != nullptr) DestroyWindow(state.toolbars.commands);
   state.toolbars = SelectorToolbars();
   if (state.explorerWindow) state.explorerWindow->SetFolderViewHost(nullptr);
+  state.folderTreeTab.Detach();
   state.folderViewHost.reset();
 }
 
@@ -200,13 +207,9 @@ void FocusCurrentView(const ExplorerState& state) {
   if (view != nullptr) SetFocus(view);
 }
 
-void FocusNextInSelector(const ExplorerState& state) {
-  const HWND toolbar = CurrentLabelToolbar(state);
-  if (toolbar != nullptr && GetFocus() != toolbar) {
-    SetFocus(toolbar);
-  } else {
-    FocusCurrentView(state);
-  }
+void FocusNextInSelector(const ExplorerState& state, bool backwards) {
+  const HWND lowerToolbar = state.currentView == SelectorView::Folders ? state.toolbars.commands : nullptr;
+  FocusNext(std::array{CurrentViewWindow(state), CurrentLabelToolbar(state), lowerToolbar}, backwards);
 }
 
 void ShowSelectorView(ExplorerState& state, SelectorView view) {

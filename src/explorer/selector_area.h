@@ -30,8 +30,8 @@ void ShowSelectorView(ExplorerState& state, SelectorView view);
 
 // Gives the keyboard to the view in front; does nothing before it exists.
 void FocusCurrentView(const ExplorerState& state);
-// Gives it to the view's label toolbar or, when that has it, to the view.
-void FocusNextInSelector(const ExplorerState& state);
+// Gives it to the next of view, label toolbar and, below the folder tree, command toolbar; or to the one before.
+void FocusNextInSelector(const ExplorerState& state, bool backwards);
 
 // The panel window's messages. Sets *handled when the result is the answer; else the host's own procedure
 // follows.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "src/explorer/tab_order.h"
 #include "src/framework/command_ids.h"
 #include "src/framework/module_context.h"
 
@@ -62,8 +63,12 @@ constexpr MovingKey kMovingKeys[] = {
 
 // True when the key is dealt with.
 bool OnKeyDown(HWND toolbar, WPARAM key) {
-  if (key == VK_TAB || key == VK_ESCAPE) {
-    SendMessageA(GetParent(toolbar), WM_NEXTDLGCTL, GetKeyState(VK_SHIFT) < 0 ? TRUE : FALSE, FALSE);
+  if (IsTab(key)) {
+    AskForNext(GetParent(toolbar));
+    return true;
+  }
+  if (key == VK_ESCAPE) {
+    SetFocus(GetParent(toolbar));
     return true;
   }
   const auto* const found = std::find_if(std::begin(kMovingKeys), std::end(kMovingKeys),

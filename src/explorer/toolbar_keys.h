@@ -6,8 +6,8 @@
 
 namespace file_explorer {
 
-// For as long as the toolbar lives. Tab and Escape ask its parent to go on, with WM_NEXTDLGCTL as a dialog's
-// controls would.
+// For as long as the toolbar lives. Tab asks its parent to go on, with WM_NEXTDLGCTL as a dialog's controls
+// would; Escape gives the focus to the parent, which gives it to its view.
 void AddToolbarKeys(HWND toolbar);
 
 }  // namespace file_explorer

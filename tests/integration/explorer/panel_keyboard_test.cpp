@@ -7,12 +7,10 @@
 #include <string>
 
 #include "tests/integration/explorer/running_explorer.h"
-#include "tests/support/wait_until.h"
 
 namespace {
 
 using namespace explorer_tests;
-using test_support::PumpMessages;
 using testing::SizeIs;
 
 constexpr int kHistoryList = 32000;
@@ -25,25 +23,6 @@ class PanelKeyboardTest : public RunningExplorer {
     Begin(1);
   }
 
-  // A key for the window that has the focus.
-  static void Type(WPARAM key) {
-    SendMessageA(GetFocus(), WM_KEYDOWN, key, 1);
-    PumpMessages();
-  }
-  // Right until the button is hot.
-  void GoTo(int toolbar, int command) {
-    for (int i = 0; i < 12 && HotCommand(toolbar) != command; ++i) Type(VK_RIGHT);
-    EXPECT_EQ(HotCommand(toolbar), command);
-  }
-  int HotCommand(int toolbar) const {
-    const LRESULT index = SendMessageA(Toolbar(toolbar), TB_GETHOTITEM, 0, 0);
-    TBBUTTON button = {};
-    if (index < 0 || !SendMessageA(Toolbar(toolbar), TB_GETBUTTON, static_cast<WPARAM>(index),
-                                   reinterpret_cast<LPARAM>(&button))) {
-      return -1;
-    }
-    return button.idCommand;
-  }
   HWND History() const { return fixture_.PanelChild(kHistoryList); }
   HWND Favorites() const { return fixture_.PanelChild(kFavoritesTree); }
 };
@@ -86,6 +65,94 @@ TEST_F(PanelKeyboardTest, TabLeadsToTheToolbarAndBack) {
     Type(VK_ESCAPE);
     EXPECT_EQ(GetFocus(), fixture_.PanelChild(view));
   }
+}
+
+TEST_F(PanelKeyboardTest, TabLeadsBackwardsWithShift) {
+  for (const auto& [command, toolbar, view] :
+       {std::tuple(107, kHistoryToolbar, kHistoryList), std::tuple(108, kFavoritesToolbar, kFavoritesTree)}) {
+    SendToPanel(command);
+    SetFocus(fixture_.PanelChild(view));
+    TypeWith(VK_SHIFT, VK_TAB);
+    EXPECT_EQ(GetFocus(), Toolbar(toolbar));
+    TypeWith(VK_SHIFT, VK_TAB);
+    EXPECT_EQ(GetFocus(), fixture_.PanelChild(view));
+  }
+}
+
+TEST_F(PanelKeyboardTest, TabLeadsFromTheFolderTreeThroughBothToolbars) {
+  SetFocus(fixture_.FolderTree());
+  const LRESULT selected = SendMessageA(fixture_.FolderTree(), TVM_GETNEXTITEM, TVGN_CARET, 0);
+  Type(VK_TAB);
+  EXPECT_EQ(GetFocus(), Toolbar(kFoldersToolbar));
+  EXPECT_EQ(HotCommand(kFoldersToolbar), 106);
+  Type(VK_TAB);
+  EXPECT_EQ(GetFocus(), Toolbar(kSelectorToolbar));
+  EXPECT_EQ(HotCommand(kFoldersToolbar), -1);
+  EXPECT_EQ(HotCommand(kSelectorToolbar), 103);
+  Type(VK_TAB);
+  EXPECT_EQ(GetFocus(), fixture_.FolderTree());
+  EXPECT_EQ(HotCommand(kSelectorToolbar), -1);
+  EXPECT_EQ(SendMessageA(fixture_.FolderTree(), TVM_GETNEXTITEM, TVGN_CARET, 0), selected);
+}
+
+TEST_F(PanelKeyboardTest, ShiftTabLeadsBackwardsFromTheFolderTree) {
+  SetFocus(fixture_.FolderTree());
+  TypeWith(VK_SHIFT, VK_TAB);
+  EXPECT_EQ(GetFocus(), Toolbar(kSelectorToolbar));
+  TypeWith(VK_SHIFT, VK_TAB);
+  EXPECT_EQ(GetFocus(), Toolbar(kFoldersToolbar));
+  TypeWith(VK_SHIFT, VK_TAB);
+  EXPECT_EQ(GetFocus(), fixture_.FolderTree());
+}
+
+TEST_F(PanelKeyboardTest, EscapeLeadsBackToTheFolderTree) {
+  for (const int toolbar : {kFoldersToolbar, kSelectorToolbar}) {
+    SetFocus(Toolbar(toolbar));
+    Type(VK_ESCAPE);
+    EXPECT_EQ(GetFocus(), fixture_.FolderTree()) << toolbar;
+  }
+}
+
+TEST_F(PanelKeyboardTest, TabWithCtrlOrAltIsLeftToOthers) {
+  for (const HWND window : {fixture_.FolderTree(), Toolbar(kFoldersToolbar), Toolbar(kSelectorToolbar)}) {
+    for (const int modifier : {VK_CONTROL, VK_MENU}) {
+      SetFocus(window);
+      TypeWith(modifier, VK_TAB);
+      EXPECT_EQ(GetFocus(), window) << modifier;
+    }
+  }
+}
+
+TEST_F(PanelKeyboardTest, TheTreeKeepsItsOtherKeys) {
+  SetFocus(fixture_.FolderTree());
+  const LRESULT before = SendMessageA(fixture_.FolderTree(), TVM_GETNEXTITEM, TVGN_CARET, 0);
+  Type(VK_UP);
+  EXPECT_NE(SendMessageA(fixture_.FolderTree(), TVM_GETNEXTITEM, TVGN_CARET, 0), before);
+  EXPECT_EQ(GetFocus(), fixture_.FolderTree());
+}
+
+TEST_F(PanelKeyboardTest, TheLowerToolbarsButtonsArePressedByKeys) {
+  SetFocus(fixture_.FolderTree());
+  TypeWith(VK_SHIFT, VK_TAB);
+  GoTo(kSelectorToolbar, 105);
+  std::string caption;
+  {
+    const ModalVisitor visitor([&](HWND dialog) {
+      caption = test_support::TextOf(dialog);
+      PostMessageA(dialog, WM_COMMAND, IDOK, 0);
+    });
+    Type(VK_RETURN);
+  }
+  EXPECT_EQ(caption, "Explore Options");
+}
+
+TEST_F(PanelKeyboardTest, ATreeThatItsControlDestroysIsLeftOut) {
+  SetFocus(Toolbar(kFoldersToolbar));
+  DestroyWindow(GetParent(fixture_.FolderTree()));
+  Type(VK_TAB);
+  EXPECT_EQ(GetFocus(), Toolbar(kSelectorToolbar));
+  Type(VK_TAB);
+  EXPECT_EQ(GetFocus(), Toolbar(kFoldersToolbar));
 }
 
 TEST_F(PanelKeyboardTest, ArrowKeysLeadFromButtonToButtonAndStopAtTheEnds) {

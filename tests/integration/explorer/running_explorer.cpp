@@ -75,6 +75,37 @@ bool RunningExplorer::IsPressed(int toolbar, int command) const {
   return SendMessageA(Toolbar(toolbar), TB_ISBUTTONPRESSED, static_cast<WPARAM>(command), 0) != 0;
 }
 
+void RunningExplorer::Type(WPARAM key) {
+  SendMessageA(GetFocus(), WM_KEYDOWN, key, 1);
+  test_support::PumpMessages();
+}
+
+void RunningExplorer::TypeWith(int modifier, WPARAM key) {
+  std::array<BYTE, 256> keys = {};
+  GetKeyboardState(keys.data());
+  std::array<BYTE, 256> before = keys;
+  keys[static_cast<size_t>(modifier)] = 0x80;
+  SetKeyboardState(keys.data());
+  SendMessageA(GetFocus(), WM_KEYDOWN, key, 1);
+  SetKeyboardState(before.data());
+  test_support::PumpMessages();
+}
+
+int RunningExplorer::HotCommand(int toolbar) const {
+  const LRESULT index = SendMessageA(Toolbar(toolbar), TB_GETHOTITEM, 0, 0);
+  TBBUTTON button = {};
+  if (index < 0 || !SendMessageA(Toolbar(toolbar), TB_GETBUTTON, static_cast<WPARAM>(index),
+                                 reinterpret_cast<LPARAM>(&button))) {
+    return -1;
+  }
+  return button.idCommand;
+}
+
+void RunningExplorer::GoTo(int toolbar, int command) const {
+  for (int i = 0; i < 40 && HotCommand(toolbar) != command; ++i) Type(VK_RIGHT);
+  EXPECT_EQ(HotCommand(toolbar), command);
+}
+
 LRESULT RunningExplorer::SendToExplorer(int command) const {
   return SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, static_cast<WPARAM>(command), 0);
 }

@@ -32,6 +32,13 @@ class RunningExplorer : public testing::Test {
   bool IsEnabled(int toolbar, int command) const;
   bool IsChecked(int toolbar, int command) const;
   bool IsPressed(int toolbar, int command) const;
+  // A key for the window that has the focus, with VK_SHIFT, VK_CONTROL or VK_MENU held down.
+  static void Type(WPARAM key);
+  static void TypeWith(int modifier, WPARAM key);
+  // The command of the button that the keyboard is on; -1 when it is on none.
+  int HotCommand(int toolbar) const;
+  // Right until the button is hot.
+  void GoTo(int toolbar, int command) const;
   LRESULT SendToExplorer(int command) const;
   LRESULT SendToPanel(int command) const;
 
