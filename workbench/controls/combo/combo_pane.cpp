@@ -96,8 +96,15 @@ void ComboPane::Layout() {
   SetWindowPos(combo_, nullptr, 0, 0, client.right, height, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+// While it is edited the text is the whole path whatever the option says: a name alone leads nowhere.
 std::wstring ComboPane::TextOf(const Location& location) const {
-  return options_.fullPath ? location.Text() : location.Name();
+  return options_.fullPath || GetFocus() == edit_ ? location.Text() : location.Name();
+}
+
+void ComboPane::EditWholePath() {
+  if (options_.fullPath || current_.empty()) return;
+  SetWindowTextW(edit_, TextOf(current_).c_str());
+  SendMessageW(edit_, EM_SETSEL, 0, -1);
 }
 
 int ComboPane::IconOf(const Location& location) {
@@ -297,6 +304,11 @@ LRESULT ComboPane::EditPart::HandleSubclassed(HWND window, UINT message, WPARAM 
     }
     case WM_GETDLGCODE:
       return Original(window, message, wParam, lParam) | DLGC_WANTALLKEYS;
+    case WM_SETFOCUS: {
+      const LRESULT result = Original(window, message, wParam, lParam);
+      pane_.EditWholePath();
+      return result;
+    }
     case WM_KILLFOCUS: {
       const LRESULT result = Original(window, message, wParam, lParam);
       // What was typed and not entered is no place.

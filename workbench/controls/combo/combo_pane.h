@@ -73,6 +73,7 @@ class ComboPane : public WindowBase {
   std::vector<Place> Places() const;
   int IconOf(const Location& location);
   std::wstring TextOf(const Location& location) const;
+  void EditWholePath();
   void InsertPlace(int index, const Place& place);
   void EnterText();
   void Restore();
