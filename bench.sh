@@ -12,7 +12,7 @@ tools/install-dependencies.sh
 jobs=$(nproc)
 for preset in native-release windows-release; do
   cmake --preset "$preset" >/dev/null
-  cmake --build --preset "$preset" -j "$jobs" --target benchmarks
+  cmake --build --preset "$preset" -j "$jobs" --target benchmarks >&2  # what is printed is figures
 done
 
 wanted() {

@@ -111,11 +111,11 @@ class FavoritesBench {
       const std::string file = (folder_ / "favorites.dat").string();
       WriteFavorites(file, count, sorted);
       const double plain = bench::BestSeconds(3, [&] { ReadPlainly(file); });
-      const double bare = bench::BestSeconds(2, [&] { FillBareTree(panel_, count); });
-      const double list = bench::BestSeconds(2, [&] { LoadListOnly(file); });
+      const double bare = bench::BestSeconds(3, [&] { FillBareTree(panel_, count); });
+      const double list = bench::BestSeconds(5, [&] { LoadListOnly(file); });
       CHalvoTreeView view(GetModuleHandleA(nullptr), panel_, nullptr, 104, kTreeStyle);
       view.CreateTreeWindow();
-      const double load = bench::BestSeconds(1, [&] { view.LoadFavorites(file); });
+      const double load = bench::BestSeconds(3, [&] { view.LoadFavorites(file); });
       ShowWindow(view.window(), SW_SHOW);
       const double paint = bench::BestSeconds(3, [&] {
         InvalidateRect(view.window(), nullptr, TRUE);

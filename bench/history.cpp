@@ -1,7 +1,11 @@
 // The history with many entries: reading its file, sorting, showing and adding, against what cannot be gone
 // below: a plain read of the same file, the same profile calls without anything around them, a bare list box.
+// Each profile call looks for its key from the section's start, so that reading any list grows with the
+// square of its length; what is ours of it is the line "load without profile calls and shell". Fifty entries
+// are what is ever saved.
 #include "src/history/history_view.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -224,7 +228,7 @@ class HistoryBench {
   static double MeasureOwnLoad(int count) {
     MemoryFile memory(count);
     NoShell platform;
-    return bench::BestSeconds(3, [&] {
+    return bench::BestSeconds(10, [&] {
       HistoryList list(platform, FoldCodePageCase);
       list.Load(memory);
       list.Sort(kSortNewestFirst);
@@ -242,19 +246,34 @@ class HistoryBench {
     ShowWindow(view_->window(), SW_SHOW);
   }
 
+  // A method is timed only when it is another one than before: all of them in turn, several times.
+  void MeasureSorting(const std::string& suffix, int count, double bare) {
+    static constexpr const char* kNames[kSortMethodCount] = {
+        "sort and show, newest first", "sort and show, oldest first", "sort and show, by name",
+        "sort and show, by extension"};
+    constexpr int kRounds = 5;
+    double best[kSortMethodCount] = {1e300, 1e300, 1e300, 1e300};
+    for (int round = 0; round < kRounds; ++round) {
+      for (const int method : {kSortOldestFirst, kSortByName, kSortByExtension, kSortNewestFirst}) {
+        best[method] =
+            std::min(best[method], bench::BestSeconds(1, [&] { view_->SetSortingMethod(method); }));
+      }
+    }
+    for (int method = 0; method < kSortMethodCount; ++method) {
+      bench::PrintRatio(kNames[method] + suffix, best[method], "filling a bare list box", bare);
+      Note(kNames[method], count, best[method]);
+    }
+  }
+
   void MeasureView(const std::string& suffix, int count) {
-    const double bare = bench::BestSeconds(3, [&] { FillBareListBox(panel_, count); });
+    const double bare = bench::BestSeconds(5, [&] { FillBareListBox(panel_, count); });
     const auto measure = [&](const char* name, int runs, const std::function<void()>& work) {
       const double seconds = bench::BestSeconds(runs, work);
       bench::PrintRatio(name + suffix, seconds, "filling a bare list box", bare);
       Note(name, count, seconds);
     };
     Note("filling a bare list box", count, bare);
-    for (const int method : {kSortOldestFirst, kSortByName, kSortByExtension, kSortNewestFirst}) {
-      static constexpr const char* kNames[] = {"sort and show, newest first", "sort and show, oldest first",
-                                               "sort and show, by name", "sort and show, by extension"};
-      measure(kNames[method], 1, [&] { view_->SetSortingMethod(method); });
-    }
+    MeasureSorting(suffix, count, bare);
     measure("repaint", 3, [&] {
       InvalidateRect(view_->window(), nullptr, TRUE);
       UpdateWindow(view_->window());

@@ -19,6 +19,8 @@ function(explorer_target_defaults target)
     target_compile_definitions(${target} PRIVATE WIN32_LEAN_AND_MEAN NOMINMAX STRICT _WIN32_WINNT=0x0601 WINVER=0x0601 _WIN32_IE=0x0700)
   elseif(EXPLORER_SANITIZE)
     target_compile_options(${target} PUBLIC -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    # A part of a buffer that reaches beyond its contents, but not beyond its memory, is seen only by the library.
+    target_compile_definitions(${target} PUBLIC _GLIBCXX_ASSERTIONS)
     target_link_options(${target} PUBLIC -fsanitize=address,undefined)
     if(EXPLORER_FUZZ)
       target_compile_options(${target} PUBLIC -fsanitize=fuzzer-no-link)

@@ -9,8 +9,7 @@ start_virtual_display() {
   Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
   display_pid=$!
   display_pids="${display_pids:-} $display_pid"
-  local tries
-  for tries in $(seq 100); do
+  for _ in $(seq 100); do
     [ -s "$number_file" ] && break
     kill -0 "$display_pid" 2>/dev/null || break
     sleep 0.1

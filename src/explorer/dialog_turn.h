@@ -3,9 +3,9 @@
 
 namespace file_explorer {
 
-// A modal dialog disables its owner alone. A toolbar in a window that the host floats stays alive beside it and could ask
-// for the dialog a second time, or for another one on top of it. A command that opens a dialog takes the turn first and
-// does nothing when somebody has it. For the user-interface thread only.
+// A modal dialog disables its owner alone. A toolbar in a window that the host floats stays alive beside it
+// and could ask for the dialog a second time, or for another one on top of it. A command that opens a dialog
+// takes the turn first and does nothing when somebody has it. For the user-interface thread only.
 class DialogTurn {
  public:
   DialogTurn() : mine_(!taken_) { taken_ = true; }

@@ -92,7 +92,8 @@ bool FavoritesPane::HandleCommand(int command) {
 void FavoritesPane::OnActivation(const FavoriteRecord* record) const {
   if (record == nullptr || record->Has(kFavoriteFolder) || record->path.empty()) return;
   const std::string path = record->path;  // opening may change the favourites
-  const auto& open = PathIsDirectoryA(path.c_str()) ? services_.openFolder : services_.loadFile;
+  // A copy: the host may take the explorer down while it opens the file.
+  const auto open = PathIsDirectoryA(path.c_str()) ? services_.openFolder : services_.loadFile;
   if (open) open(path.c_str());
 }
 

@@ -1,5 +1,6 @@
 #include "src/fileops/shell_operations.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <utility>
@@ -22,9 +23,23 @@ struct LocalTextTraits {
 };
 using unique_local_text = UniqueHandle<LocalTextTraits>;
 
+// The path of the folder that was chosen last, beside its list. Not in an object: the browser's callback has
+// none.
+struct ChosenFolder {
+  LPARAM list = 0;  // only compared; null when the folder has no path
+  std::array<char, kPathBufferSize> path = {};
+};
+ChosenFolder lastChosen;
+
 // data: the list to preselect, or null.
 int CALLBACK OnBrowserEvent(HWND browser, UINT message, LPARAM, LPARAM data) {
-  if (message == BFFM_INITIALIZED && data != 0) SendMessageA(browser, BFFM_SETSELECTIONA, FALSE, data);
+  if (message != BFFM_INITIALIZED || data == 0) return 0;
+  SendMessageA(browser, BFFM_SETSELECTIONA, FALSE, data);
+  // Once more by its path when the browser shows: not every browser finds a list in folders that it has just
+  // read.
+  if (data == lastChosen.list) {
+    PostMessageA(browser, BFFM_SETSELECTIONA, TRUE, reinterpret_cast<LPARAM>(lastChosen.path.data()));
+  }
   return 0;
 }
 
@@ -63,8 +78,10 @@ bool ShellOperations::CopyOrMove(bool move, int count, SourceList sources) {
   const unique_pidl replaced(std::exchange(lastDestination_, chosen));
   // Two zeros end it, whatever its length.
   std::array<char, kPathBufferSize + 1> destination = {};
-  if (functions_.pathFromList(chosen, destination.data()))
-    RunOperation(move, count, sources, destination.data());
+  const bool hasPath = functions_.pathFromList(chosen, destination.data()) != FALSE;
+  lastChosen.list = hasPath ? reinterpret_cast<LPARAM>(chosen) : 0;
+  std::copy_n(destination.begin(), kPathBufferSize, lastChosen.path.begin());
+  if (hasPath) RunOperation(move, count, sources, destination.data());
   return true;
 }
 

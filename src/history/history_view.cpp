@@ -261,9 +261,12 @@ void CHistoryView::OnSelectionChanged() {
   const HistoryEntry* const entry = EntryOfRow(static_cast<int>(SendMessageA(window(), LB_GETCURSEL, 0, 0)));
   if (entry == nullptr || entry->fullPath.empty()) return;
   const std::string path = entry->fullPath;  // adding replaces the entry
+  const HWND list = window();
   AddPathToHistory(path.c_str());
-  if (services_.loadFile) services_.loadFile(path.c_str());
-  SendMessageA(window(), LB_SETCURSEL, 0, 0);
+  // A copy, and nothing of this object behind it: the host may take the explorer down while it loads.
+  const auto loadFile = services_.loadFile;
+  if (loadFile) loadFile(path.c_str());
+  if (IsWindow(list)) SendMessageA(list, LB_SETCURSEL, 0, 0);
 }
 
 void CHistoryView::OnDrawItem(const DRAWITEMSTRUCT& item) const {

@@ -11,61 +11,21 @@ root=$(cd "$here/../.." && pwd)
 # shellcheck source=tools/wine-env.sh
 . "$root/tools/wine-env.sh"
 
-bin=$(cd "${1:?the folder of the built programs is missing}" && pwd)
-build=$(dirname "$bin")
-picture=$build/e2e-failure.png
-deadline=20  # seconds, of each wait
-work=$(mktemp -d)
-workbench_pid=
+# shellcheck source=tests/e2e/session.sh
+. "$here/session.sh"
 facts=
 seen_handover=
 
-# A prefix of its own: its desktop lies on this display, and its hand-over file is nobody else's.
-export EXPLORER_WINEPREFIX=$build/e2e-wineprefix
-
-finish() {
-  local result=$?
-  trap - EXIT
-  if [ "$result" -ne 0 ]; then report_failure; fi
-  if [ -n "$workbench_pid" ]; then kill "$workbench_pid" 2>/dev/null || true; fi
-  if [ -n "${WINEPREFIX:-}" ]; then "$WINESERVER" -k 2>/dev/null || true; fi
-  stop_virtual_display
-  rm -rf "$work"
-  exit "$result"
-}
-
-report_failure() {
-  if [ -n "${display_pid:-}" ] && import -window root "$picture" 2>/dev/null; then echo "picture: $picture"; fi
+report_details() {
   if [ -n "$workbench_pid" ]; then look; fi
   echo "--- what the workbench shows, or showed last"
   echo "$facts"
   if [ -n "${WINEPREFIX:-}" ]; then echo "--- hand-over file: $(hand_over)"; fi
-  echo "--- what the workbench said"
-  cat "$work/output" 2>/dev/null || true
   echo "--- history"
   cat "$work/user/history.dat" 2>/dev/null || true
   echo "--- per-user directory"
   ls -l "$work/user" 2>/dev/null || true
 }
-
-fail() {
-  echo "FAILED: $*"
-  exit 1
-}
-
-step() { echo "$(date +%T) $*"; }
-
-# wait_for WHAT COMMAND...: until the command succeeds.
-wait_for() {
-  local what=$1 end=$((SECONDS + deadline))
-  shift
-  until "$@"; do
-    [ "$SECONDS" -lt "$end" ] || fail "waited $deadline seconds for: $what"
-    sleep 0.1
-  done
-}
-
-windows_path() { printf 'Z:%s' "${1//\//\\}"; }
 
 # The facts are those of the last look.
 look() {
@@ -81,11 +41,6 @@ shows_rows() {
   [ "$(awk -F '\t' '$1 == "row" { print $5 }' <<<"$facts" | sort)" = "$(printf '%s\n' "$@" | sort)" ]
 }
 is_selected() { look && [[ "$(row "$1")" == *" 1" ]]; }
-has_ended() { ! kill -0 "$workbench_pid" 2>/dev/null; }
-is_ready() {
-  has_ended && fail "the workbench ended while it started"
-  grep -q ready "$work/state" 2>/dev/null
-}
 
 hand_over_files() { find "$WINEPREFIX/drive_c" -name WM_HALVO_AUTOLOAD_FILE.txt; }
 # The content with a point behind it: so that a line end would be seen.
@@ -130,28 +85,16 @@ loaded_nothing() {
   [ "$(fact title)" = "$2" ] || fail "the title became \"$(fact title)\""
 }
 
-trap finish EXIT
-rm -f "$picture"
-for program in workbench.exe row_probe.exe ui_file_explorer.dll; do
-  [ -f "$bin/$program" ] || fail "$bin/$program has not been built"
-done
-
+begin_session double-click "${1:-}" row_probe.exe
 files="$work/My files"
-mkdir -p "$files/Inner folder" "$work/user"
+mkdir -p "$files/Inner folder"
 cp "$root/samples/Textures/Colour wheel.png" "$root/samples/Read me.txt" "$root/samples/Models/Cube.obj" "$files"
 cp "$root/samples/Documents/Modelling notes.md" "$files/Inner folder"
 
-start_virtual_display 1400x900
-step "preparing Wine"
-wine_env_for "$bin"
-wine_managed_windows N
+prepare_display
 hand_over_files | while read -r file; do rm "$file"; done
 
-step "starting the workbench"
-HALVO_APPLICATION_DIRECTORY=$(windows_path "$work/user") "$WINE" "$bin/workbench.exe" --size 1360x860 \
-  --ready-file "$(windows_path "$work/state")" "$(windows_path "$files")" >"$work/output" 2>&1 &
-workbench_pid=$!
-wait_for "the list is filled" is_ready
+open_workbench "$files"
 wait_for "the rows of the folder" shows_rows "Colour wheel.png" "Cube.obj" "Inner folder" "Read me.txt"
 [ "$(fact title)" = Workbench ] || fail "the title is \"$(fact title)\" before anything is loaded"
 
@@ -178,11 +121,7 @@ step "click on the close box"
 read -r x y <<<"$(fact close)" || true
 [ -n "${y:-}" ] || fail "the main window has no close box"
 xdotool mousemove "$x" "$y" click 1
-wait_for "the workbench ends" has_ended
-result=0
-wait "$workbench_pid" || result=$?
-workbench_pid=
-[ "$result" -eq 0 ] || fail "the workbench ended with $result"
+workbench_has_ended_well
 
 step "what was written"
 history=$(tr -d '\r' <"$work/user/history.dat" | sed -n 's/^f[0-9]*=//p')

@@ -11,60 +11,18 @@ root=$(cd "$here/../.." && pwd)
 # shellcheck source=tools/wine-env.sh
 . "$root/tools/wine-env.sh"
 
-bin=$(cd "${1:?the folder of the built programs is missing}" && pwd)
-build=$(dirname "$bin")
-picture=$build/e2e-drag-failure.png
-deadline=20  # seconds, of each wait
-work=$(mktemp -d)
-workbench_pid=
-export EXPLORER_WINEPREFIX=$build/e2e-drag-wineprefix
+# shellcheck source=tests/e2e/session.sh
+. "$here/session.sh"
 
-finish() {
-  local result=$?
-  trap - EXIT
-  if [ "$result" -ne 0 ]; then report_failure; fi
-  if [ -n "$workbench_pid" ]; then kill "$workbench_pid" 2>/dev/null || true; fi
-  if [ -n "${WINEPREFIX:-}" ]; then "$WINESERVER" -k 2>/dev/null || true; fi
-  stop_virtual_display
-  rm -rf "$work"
-  exit "$result"
-}
-
-report_failure() {
-  if [ -n "${display_pid:-}" ] && import -window root "$picture" 2>/dev/null; then echo "picture: $picture"; fi
-  echo "--- what the workbench said"
-  cat "$work/output" 2>/dev/null || true
+report_details() {
   echo "--- favorites"
   cat "$work/user/favorites.dat" 2>/dev/null || true
 }
 
-fail() {
-  echo "FAILED: $*"
-  exit 1
-}
-
-step() { echo "$(date +%T) $*"; }
-
-# wait_for WHAT COMMAND...: until the command succeeds.
-wait_for() {
-  local what=$1 end=$((SECONDS + deadline))
-  shift
-  until "$@" >/dev/null; do
-    [ "$SECONDS" -lt "$end" ] || fail "waited $deadline seconds for: $what"
-    sleep 0.1
-  done
-}
-
-windows_path() { printf 'Z:%s' "${1//\//\\}"; }
 probe() {
   # Through a file: a pipe would stay open as long as Wine's server.
   timeout 30 "$WINE" "$bin/window_probe.exe" "$@" >"$work/answer" 2>/dev/null </dev/null || true
   tr -d '\r' <"$work/answer" | tr '\t' ' '
-}
-has_ended() { ! kill -0 "$workbench_pid" 2>/dev/null; }
-is_ready() {
-  has_ended && fail "the workbench ended while it started"
-  grep -q ready "$work/state" 2>/dev/null
 }
 shows_item() { [ -n "$(probe item "$1")" ]; }
 
@@ -92,13 +50,8 @@ drag() {
     mousemove $((to_x + 2)) "$to_y" sleep 0.1 mousemove "$to_x" "$to_y" sleep 0.1 mouseup 1
 }
 
-trap finish EXIT
-rm -f "$picture"
-for program in workbench.exe window_probe.exe ui_file_explorer.dll; do
-  [ -f "$bin/$program" ] || fail "$bin/$program has not been built"
-done
-
-mkdir -p "$work/files" "$work/user"
+begin_session drag-favorites "${1:-}" window_probe.exe
+mkdir "$work/files"
 # Favorites(Models(cube.obj) Scenes(Inner(city.3ds)) wood.png) Archive. The archive is a folder that the root does not
 # hold: there is nothing but its protection that keeps the root from being dropped on it.
 record() { printf 'K={%s}\r\ns=%s\r\ni=%s\r\nd=%s\r\n%s\r\n' "$1" "$2" "$3" "$4" "$5"; }
@@ -113,16 +66,8 @@ record() { printf 'K={%s}\r\ns=%s\r\ni=%s\r\nd=%s\r\n%s\r\n' "$1" "$2" "$3" "$4"
   record 7 21 0 Archive E
 } >"$work/user/favorites.dat"
 
-start_virtual_display 1400x900
-step "preparing Wine"
-wine_env_for "$bin"
-wine_managed_windows N
-
-step "starting the workbench"
-HALVO_APPLICATION_DIRECTORY=$(windows_path "$work/user") "$WINE" "$bin/workbench.exe" --size 1360x860 \
-  --ready-file "$(windows_path "$work/state")" "$(windows_path "$work/files")" >"$work/output" 2>&1 &
-workbench_pid=$!
-wait_for "the workbench is ready" is_ready
+prepare_display
+open_workbench "$work/files"
 folders_toolbar=32001 favorites_view=108
 # shellcheck disable=SC2046  # two words
 xdotool mousemove $(middle "$(probe button "$folders_toolbar" "$favorites_view")") click 1
@@ -154,11 +99,7 @@ wait_for "city.3ds is behind cube.obj" is_right_below city.3ds cube.obj
 step "closing the workbench"
 read -r x y width _ <<<"$(probe find WorkbenchMainWindow '*' '*')"
 xdotool mousemove $((x + width / 2)) $((y + 12)) click 1 key alt+F4
-wait_for "the workbench ends" has_ended
-result=0
-wait "$workbench_pid" || result=$?
-workbench_pid=
-[ "$result" -eq 0 ] || fail "the workbench ended with $result"
+workbench_has_ended_well
 
 # "name in parent's name" of each record, in the order of the file.
 arrangement=$(tr -d '\r' <"$work/user/favorites.dat" | awk -F = '

@@ -133,13 +133,15 @@ has_colors() {
   [ "$(import -window root -crop "${width}x$height+$x+$y" -format %k info:)" -ge "$2" ]
 }
 
-# The screen has come to rest: two looks in a row show the same.
+# The screen has come to rest: it looks the same a little later (not always at once, a caret may blink).
 screen_rests() {
-  local before after
+  local before
   before=$(import -window root rgb:- | md5sum)
-  sleep 0.3
-  after=$(import -window root rgb:- | md5sum)
-  [ "$before" = "$after" ]
+  for _ in 1 2 3 4; do
+    sleep 0.3
+    [ "$(import -window root rgb:- | md5sum)" != "$before" ] || return 0
+  done
+  return 1
 }
 
 picture() {

@@ -1,9 +1,9 @@
-// window_probe.exe: says where the windows of running programs are. One line an answer, values separated by tabs; all
-// places are pixels of the screen, texts are UTF-8. The result is 1 when there is no answer.
-//   windows                   every visible window: X Y WIDTH HEIGHT CLASS ID TEXT, parents before their children
-//   find CLASS ID TEXT        the first visible window that agrees: X Y WIDTH HEIGHT; * agrees with everything
-//   button TOOLBAR COMMAND    a button of the visible toolbar with that id: X Y WIDTH HEIGHT STATE (TBSTATE_ bits)
-//   row NAME                  the label of a row of the file list: X Y WIDTH HEIGHT SELECTED
+// window_probe.exe: says where the windows of running programs are. One line an answer, values separated by
+// tabs; all places are pixels of the screen, texts are UTF-8. The result is 1 when there is no answer.
+//   windows                   every visible window: X Y WIDTH HEIGHT CLASS ID TEXT, parents before their
+//   children find CLASS ID TEXT        the first visible window that agrees: X Y WIDTH HEIGHT; * agrees with
+//   everything button TOOLBAR COMMAND    a button of the visible toolbar with that id: X Y WIDTH HEIGHT STATE
+//   (TBSTATE_ bits) row NAME                  the label of a row of the file list: X Y WIDTH HEIGHT SELECTED
 //   item NAME                 the label of an item of a visible tree: X Y WIDTH HEIGHT
 #include <windows.h>
 
@@ -13,44 +13,14 @@
 #include <cstring>
 #include <cwchar>
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "tools/pictures/remote_window.h"
+
 namespace {
 
-constexpr UINT kAnswerTime = 5000;  // milliseconds
-constexpr int kTextSize = 512;      // characters, with the end
-
-std::string Utf8(const std::wstring& text) {
-  const int length = static_cast<int>(text.size());
-  const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string utf8(static_cast<size_t>(size), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, text.data(), length, utf8.data(), size, nullptr, nullptr);
-  for (char& byte : utf8) {
-    if (byte == '\t' || byte == '\n' || byte == '\r') byte = ' ';
-  }
-  return utf8;
-}
-
-// A program that hangs must not take the probe with it.
-LRESULT Ask(HWND window, UINT message, WPARAM first, LPARAM second) {
-  DWORD_PTR result = 0;
-  if (SendMessageTimeoutW(window, message, first, second, SMTO_ABORTIFHUNG, kAnswerTime, &result) == 0) return 0;
-  return static_cast<LRESULT>(result);
-}
-
-std::wstring TextOf(HWND window) {
-  wchar_t text[kTextSize] = L"";
-  Ask(window, WM_GETTEXT, kTextSize, reinterpret_cast<LPARAM>(text));
-  return text;
-}
-
-std::wstring ClassOf(HWND window) {
-  wchar_t name[128] = L"";
-  GetClassNameW(window, name, 128);
-  return name;
-}
+using namespace remote_window;
 
 BOOL CALLBACK Collect(HWND window, LPARAM windows) {
   if (IsWindowVisible(window)) reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
@@ -85,62 +55,6 @@ void PrintRect(const RECT& rect) {
   std::printf("%ld\t%ld\t%ld\t%ld", rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top);
 }
 
-// Memory of the program that owns a window: messages of its controls take pointers, which hold there only.
-class RemoteMemory {
- public:
-  explicit RemoteMemory(HWND window) {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    process_ = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, process);
-    if (process_ == nullptr) return;
-    memory_ = static_cast<char*>(VirtualAllocEx(process_, nullptr, kSize, MEM_COMMIT, PAGE_READWRITE));
-  }
-  ~RemoteMemory() {
-    if (memory_ != nullptr) VirtualFreeEx(process_, memory_, 0, MEM_RELEASE);
-    if (process_ != nullptr) CloseHandle(process_);
-  }
-  RemoteMemory(const RemoteMemory&) = delete;
-  RemoteMemory& operator=(const RemoteMemory&) = delete;
-
-  char* address() const { return memory_; }
-  LPARAM parameter() const { return reinterpret_cast<LPARAM>(memory_); }
-  bool Write(const void* data, size_t size) const {
-    return memory_ != nullptr && WriteProcessMemory(process_, memory_, data, size, nullptr);
-  }
-  bool Read(size_t offset, void* data, size_t size) const {
-    return memory_ != nullptr && ReadProcessMemory(process_, memory_ + offset, data, size, nullptr);
-  }
-
- private:
-  static constexpr size_t kSize = 4096;
-  HANDLE process_ = nullptr;
-  char* memory_ = nullptr;
-};
-
-// The rectangle that a control writes for a message, on the screen. What is in it before is part of the question.
-std::optional<RECT> AskRect(HWND control, UINT message, WPARAM first, RECT rect) {
-  const RemoteMemory remote(control);
-  if (!remote.Write(&rect, sizeof rect) || Ask(control, message, first, remote.parameter()) == 0 ||
-      !remote.Read(0, &rect, sizeof rect)) {
-    return std::nullopt;
-  }
-  MapWindowPoints(control, nullptr, reinterpret_cast<POINT*>(&rect), 2);
-  return rect;
-}
-
-std::wstring RowName(HWND list, int row) {
-  const RemoteMemory remote(list);
-  LVITEMW item = {};
-  item.cchTextMax = kTextSize;
-  item.pszText = reinterpret_cast<wchar_t*>(remote.address() + sizeof item);
-  wchar_t text[kTextSize] = L"";
-  if (!remote.Write(&item, sizeof item)) return {};
-  Ask(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), remote.parameter());
-  remote.Read(sizeof item, text, sizeof text);
-  text[kTextSize - 1] = L'\0';
-  return text;
-}
-
 std::wstring ItemName(HWND tree, HTREEITEM handle) {
   const RemoteMemory remote(tree);
   TVITEMW item = {};
@@ -159,7 +73,8 @@ std::wstring ItemName(HWND tree, HTREEITEM handle) {
 int PrintWindows() {
   for (const HWND window : VisibleWindows()) {
     PrintRect(ScreenRect(window));
-    std::printf("\t%s\t%d\t%s\n", Utf8(ClassOf(window)).c_str(), GetDlgCtrlID(window), Utf8(TextOf(window)).c_str());
+    std::printf("\t%s\t%d\t%s\n", Utf8(ClassOf(window)).c_str(), GetDlgCtrlID(window),
+                Utf8(TextOf(window)).c_str());
   }
   return 0;
 }
@@ -167,7 +82,8 @@ int PrintWindows() {
 int Find(const std::wstring& name, const std::wstring& id, const std::wstring& text) {
   const HWND window = FirstWindow([&](HWND candidate) {
     return (name == L"*" || ClassOf(candidate) == name) &&
-           (id == L"*" || std::to_wstring(GetDlgCtrlID(candidate)) == id) && (text == L"*" || TextOf(candidate) == text);
+           (id == L"*" || std::to_wstring(GetDlgCtrlID(candidate)) == id) &&
+           (text == L"*" || TextOf(candidate) == text);
   });
   if (window == nullptr) return 1;
   PrintRect(ScreenRect(window));
@@ -207,8 +123,8 @@ int PrintItem(const std::wstring& name) {
   const HWND tree = FirstWindow([](HWND candidate) { return ClassOf(candidate) == WC_TREEVIEWW; });
   if (tree == nullptr) return 1;
   auto item = reinterpret_cast<HTREEITEM>(Ask(tree, TVM_GETNEXTITEM, TVGN_FIRSTVISIBLE, 0));
-  for (; item != nullptr;
-       item = reinterpret_cast<HTREEITEM>(Ask(tree, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(item)))) {
+  for (; item != nullptr; item = reinterpret_cast<HTREEITEM>(
+                              Ask(tree, TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(item)))) {
     if (ItemName(tree, item) != name) continue;
     RECT handle = {};
     std::memcpy(&handle, &item, sizeof item);
@@ -230,6 +146,7 @@ int wmain(int count, wchar_t** arguments) {
   if (question == L"button" && count == 4) return PrintButton(_wtoi(arguments[2]), _wtoi(arguments[3]));
   if (question == L"row" && count == 3) return PrintRow(arguments[2]);
   if (question == L"item" && count == 3) return PrintItem(arguments[2]);
-  std::fprintf(stderr, "window_probe windows | find CLASS ID TEXT | button TOOLBAR COMMAND | row NAME | item NAME\n");
+  std::fprintf(stderr,
+               "window_probe windows | find CLASS ID TEXT | button TOOLBAR COMMAND | row NAME | item NAME\n");
   return 2;
 }

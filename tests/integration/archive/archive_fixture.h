@@ -75,6 +75,14 @@ class ArchiveFixture : public testing::Test {
     SendMessageW(view_.list(), LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
     PumpMessages();
   }
+  // The line under the list, painted anew.
+  std::string Status() {
+    PumpMessages();
+    UpdateWindow(GetParent(view_.list()));
+    wchar_t text[512] = L"";
+    GetWindowTextW(GetParent(view_.list()), text, 512);
+    return Ansi(text);
+  }
   bool WaitForNames(const std::vector<std::wstring>& names) {
     return WaitUntil([&] { return view_.Names() == names; });
   }

@@ -159,16 +159,22 @@ TEST_F(ArchiveView, NothingInsideCanBeChanged) {
     CloseClipboard();
   }
   SelectOnly(view_.RowOf(L"readme.txt"));
-  for (const long command : {3L, 4L, 6L, 10L}) {
+  const std::pair<long, const char*> refused[] = {{3, "Items of an archive cannot be cut or copied."},
+                                                  {6, "Items of an archive cannot be deleted."},
+                                                  {4, "Items of an archive cannot be cut or copied."},
+                                                  {10, "Items of an archive cannot be renamed."}};
+  for (const auto& [command, reason] : refused) {
     EXPECT_EQ(CallMethod(view_.dispatch(), 50, {LongValue(command)}), S_OK);
-    PumpMessages();
+    EXPECT_EQ(Status(), reason);
   }
   EXPECT_EQ(CallMethod(view_.dispatch(), 51, {LongValue(5)}), S_OK);
+  EXPECT_EQ(Status(), "Files cannot be pasted into an archive.");
   EXPECT_FALSE(IsClipboardFormatAvailable(CF_HDROP));
   EXPECT_EQ(SendMessageW(view_.list(), LVM_GETEDITCONTROL, 0, 0), 0) << "no name is edited";
   Variant made;
   EXPECT_EQ(CallMethod(view_.dispatch(), 58, {BoolValue(true)}, &made), S_OK);
   EXPECT_EQ(made.boolVal, VARIANT_FALSE);
+  EXPECT_THAT(Status(), HasSubstr("A folder cannot be made here."));
   SendMessageW(view_.list(), WM_KEYDOWN, VK_DELETE, 0);
   SendMessageW(view_.list(), WM_KEYDOWN, VK_F2, 0);
   EXPECT_THAT(view_.Names(), ElementsAre(L"models", L"readme.txt"));
@@ -183,6 +189,7 @@ TEST_F(ArchiveView, AFileInsideIsNotOpened) {
   EXPECT_EQ(view_.log().Count(2), 1);
   EXPECT_EQ(ViewPath(), Archive());
   EXPECT_EQ(view_.log().Count(3), 0);
+  EXPECT_THAT(Status(), HasSubstr("readme.txt? lies in an archive and cannot be opened from there."));
 }
 
 TEST_F(ArchiveView, AnArchiveInsideIsAFile) {

@@ -129,6 +129,18 @@ TEST_F(PanelKeyboardTest, EnterAndSpacePressAButton) {
   EXPECT_THAT(fixture_.boxes().boxes(), SizeIs(1));
 }
 
+TEST_F(PanelKeyboardTest, TheSortingMenuIsOpenedByKeys) {
+  SendToPanel(107);
+  SetFocus(Toolbar(kHistoryToolbar));
+  GoTo(kHistoryToolbar, 134);
+  std::vector<std::string> texts;
+  {
+    const ModalVisitor visitor([&](HWND window) { texts = MenuTexts(MenuOf(window)); });
+    Type(VK_RETURN);
+  }
+  EXPECT_THAT(texts, SizeIs(4));
+}
+
 TEST_F(PanelKeyboardTest, AFavoritesFolderIsMadeByKeysAndItsLabelTakesThem) {
   SendToPanel(108);
   SetFocus(Favorites());

@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "src/host/plugin_protocol.h"
 #include "tests/integration/explorer/running_explorer.h"
 
 namespace explorer_tests {
@@ -38,6 +39,32 @@ class DuringMessageBox {
 
   static inline std::function<void()> act_;
   HHOOK hook_;
+};
+
+// Acts once, when the host's main window is told to load a file.
+class DuringLoad {
+ public:
+  DuringLoad(HWND mainWindow, std::function<void()> act) : window_(mainWindow) {
+    act_ = std::move(act);
+    previous_ = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrA(mainWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&DuringLoad::Procedure)));
+  }
+  ~DuringLoad() {
+    SetWindowLongPtrA(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previous_));
+    EXPECT_FALSE(act_) << "nothing was loaded";
+  }
+  DuringLoad(const DuringLoad&) = delete;
+  DuringLoad& operator=(const DuringLoad&) = delete;
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == host::kAutoloadMessage && act_) std::exchange(act_, nullptr)();
+    return CallWindowProcA(previous_, window, message, wParam, lParam);
+  }
+
+  static inline std::function<void()> act_;
+  static inline WNDPROC previous_ = nullptr;
+  HWND window_;
 };
 
 class TeardownWhileOpenTest : public RunningExplorer {
@@ -111,6 +138,31 @@ TEST_F(TeardownWhileOpenTest, TheRefusalToClose) {
   {
     const DuringMessageBox during([this] { TakeDown(); });
     EXPECT_EQ(SendMessageA(fixture_.ExplorerWindow(), message, host::kNotifyClose, 0), 1);
+  }
+  ExpectGoneAndStartAgain();
+}
+
+TEST_F(TeardownWhileOpenTest, WhatTheHostShowsWhileItLoadsAFileOfTheHistory) {
+  std::string path = FilePath("a.txt");
+  ASSERT_EQ(fixture_.SayWithHost({{"addpathtohistorylist", path.data()}}), 0U);
+  Press(kFoldersToolbar, 107);
+  const HWND list = fixture_.PanelChild(32000);
+  SendMessageA(list, LB_SETCURSEL, 0, 0);
+  {
+    const DuringLoad during(fixture_.workbench().window(), [this] { TakeDown(); });
+    SendMessageA(fixture_.Panel(), WM_COMMAND, MAKEWPARAM(32000, LBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(list));
+  }
+  ExpectGoneAndStartAgain();
+}
+
+TEST_F(TeardownWhileOpenTest, WhatTheHostShowsWhileItLoadsTheNextFile) {
+  fixture_.directory().AddFile(L"files\\b.txt");
+  ASSERT_TRUE(fixture_.WaitForFile("b.txt"));
+  Select({"a.txt"});
+  {
+    const DuringLoad during(fixture_.workbench().window(), [this] { TakeDown(); });
+    SendToExplorer(111);
   }
   ExpectGoneAndStartAgain();
 }

@@ -16,7 +16,8 @@ namespace {
 
 using testing::ElementsAre;
 
-constexpr int kToolbars[] = {kCommandToolbar, kFoldersToolbar, kHistoryToolbar, kFavoritesToolbar, kSelectorToolbar};
+constexpr int kToolbars[] = {kCommandToolbar, kFoldersToolbar, kHistoryToolbar, kFavoritesToolbar,
+                             kSelectorToolbar};
 
 struct TooltipCase {
   int command;
@@ -107,11 +108,13 @@ class ToolbarsTest : public RunningExplorer {
 
 TEST_F(ToolbarsTest, HaveTheirButtonsInOrder) {
   EXPECT_EQ(Describe(kCommandToolbar),
-            "| (99,12) | | (101,0) | (102,2) (103,3) (924,35)d | (109,9) (108,4) (107,25) | (104,1) (105,8) (127,31) "
+            "| (99,12) | | (101,0) | (102,2) (103,3) (924,35)d | (109,9) (108,4) (107,25) | (104,1) (105,8) "
+            "(127,31) "
             "| (118,34) | (110,10) (111,11) | (113,13) (114,14) (116,17) (115,15) (117,16) "
             "| (120,19) (121,20) (122,18) | (123,27) (124,33) (125,28) (126,21) | ");
   EXPECT_EQ(Describe(kFoldersToolbar), "(128,5) (106,6)c (107,25)c (108,4)c | | (101,0) (109,9) ");
-  EXPECT_EQ(Describe(kHistoryToolbar), "(128,5) (106,6)c (107,25)c (108,4)c | | (134,36)d (135,37) (133,21) ");
+  EXPECT_EQ(Describe(kHistoryToolbar),
+            "(128,5) (106,6)c (107,25)c (108,4)c | | (134,36)d (135,37) (133,21) ");
   EXPECT_EQ(Describe(kFavoritesToolbar),
             "(128,5) (106,6)c (107,25)c (108,4)c | | (132,9) (129,34) (130,28) (131,21) ");
   EXPECT_EQ(Describe(kSelectorToolbar), "(103,3) (102,2) | (104,1) (105,8) | (118,34) (119,29) | (127,31) ");
@@ -174,7 +177,8 @@ TEST_F(ToolbarsTest, TheTooltipOfAButtonShowsItsText) {
     const auto tips = reinterpret_cast<HWND>(SendMessageA(Toolbar(toolbar), TB_GETTOOLTIPS, 0, 0));
     ASSERT_NE(tips, nullptr) << toolbar;
     for (const TooltipCase& row : kTooltips) {
-      if (SendMessageA(Toolbar(toolbar), TB_COMMANDTOINDEX, static_cast<WPARAM>(row.command), 0) < 0) continue;
+      if (SendMessageA(Toolbar(toolbar), TB_COMMANDTOINDEX, static_cast<WPARAM>(row.command), 0) < 0)
+        continue;
       TTTOOLINFOA tool = {};
       char text[1024] = "";
       tool.cbSize = sizeof(tool);

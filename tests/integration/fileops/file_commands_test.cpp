@@ -183,6 +183,55 @@ TEST_F(FileCommandsTest, RenamingToANameThatIsTakenLosesNothing) {
   TypeAndPress(ListEdit(), "b.txt", VK_RETURN);
   EXPECT_EQ(Content(Path("a.txt")), "of a");
   EXPECT_EQ(Content(Path("b.txt")), "of b");
+  EXPECT_THAT(Status(), HasSubstr("There is already an item named"));
+}
+
+TEST_F(FileCommandsTest, RenamingToANameThatCannotBeSaysWhy) {
+  Begin();
+  const std::pair<const char*, const char*> names[] = {
+      {"a/b.txt", "A name cannot contain any of the characters"},
+      {"a?.txt", "A name cannot contain any of the characters"},
+      {"..", "This name is reserved."}};
+  for (const auto& [name, reason] : names) {
+    Select({"a.txt"});
+    Command(file_explorer::kCommandRename);
+    ASSERT_NE(ListEdit(), nullptr);
+    TypeAndPress(ListEdit(), name, VK_RETURN);
+    EXPECT_THAT(Status(), HasSubstr(reason)) << name;
+    EXPECT_EQ(Content(Path("a.txt")), "of a");
+  }
+}
+
+TEST_F(FileCommandsTest, RenamingChangesTheCaseOfANameToo) {
+  Begin();
+  Select({"a.txt"});
+  Command(file_explorer::kCommandRename);
+  ASSERT_NE(ListEdit(), nullptr);
+  TypeAndPress(ListEdit(), "A.TXT", VK_RETURN);
+  WIN32_FIND_DATAA found = {};
+  const HANDLE find = FindFirstFileA(Path("a.txt").c_str(), &found);
+  ASSERT_NE(find, INVALID_HANDLE_VALUE);
+  FindClose(find);
+  EXPECT_STREQ(found.cFileName, "A.TXT");
+  EXPECT_EQ(Content(Path("A.TXT")), "of a");
+  EXPECT_TRUE(Shows("A.TXT"));
+}
+
+TEST_F(FileCommandsTest, AFileInUseIsNeitherRenamedNorDeletedAndTheReasonIsSaid) {
+  Begin();
+  const HANDLE held =
+      CreateFileA(Path("a.txt").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+  Select({"a.txt"});
+  Command(file_explorer::kCommandRename);
+  ASSERT_NE(ListEdit(), nullptr);
+  TypeAndPress(ListEdit(), "z.txt", VK_RETURN);
+  EXPECT_THAT(Status(), HasSubstr("cannot be renamed: "));
+  driver_.PressInDialogs(IDYES);
+  Command(file_explorer::kCommandDelete);
+  EXPECT_THAT(Status(), HasSubstr("The operation failed: "));
+  CloseHandle(held);
+  EXPECT_EQ(Content(Path("a.txt")), "of a");
+  EXPECT_GE(fixture_.IndexOf("a.txt"), 0);
 }
 
 TEST_F(FileCommandsTest, DeleteAsksAndObeysBothAnswers) {

@@ -392,7 +392,9 @@ void FolderView::RunVerb(const std::string& verb, const Location& location) {
   } else if (verb == "refresh") {
     pane_.RefreshSelected();
   } else if (verb == "cut" || verb == "copy") {
-    PutOnClipboard(owner, {location.path()}, verb == "cut");
+    if (!PutOnClipboard(owner, {location.path()}, verb == "cut")) {
+      result.error = L"The clipboard is in use by another program.";
+    }
   } else if (verb == "paste") {
     result = PasteInto(owner, location.path());
   } else if (verb == "delete" && MayRenameNode(location)) {
