@@ -1,4 +1,4 @@
-// Items that are marked as hidden, in list, archive and tree; and the path box that shows names only.
+// Items that are marked as hidden, in list, archive and tree.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -261,54 +261,6 @@ TEST_F(HiddenNodes, MarkingAFolderTakesItOutUnlessTheUserIsInIt) {
   folder_.AddFolder(L"stairs");
   EXPECT_TRUE(WaitForChildren({L"cellar", L"parlour", L"stairs"}, 1));
   EXPECT_TRUE(SamePath(TreePath(), folder_.Join(L"parlour")));
-}
-
-class NamesOnly : public testing::Test {
- protected:
-  void SetUp() override {
-    folder_.AddFile(L"one\\a.obj");
-    folder_.AddFile(L"two\\b.obj");
-    ASSERT_EQ(PutObject(combo_.dispatch(), 8, view_.unknown()), S_OK);
-    ASSERT_TRUE(view_.GoAndWait(folder_.Join(L"one")));
-  }
-  HWND Edit() {
-    const auto box = reinterpret_cast<HWND>(static_cast<LONG_PTR>(GetLong(combo_.dispatch(), 13)));
-    return reinterpret_cast<HWND>(SendMessageW(box, CBEM_GETEDITCONTROL, 0, 0));
-  }
-  std::wstring Text() {
-    wchar_t text[1024] = L"";
-    GetWindowTextW(Edit(), text, 1024);
-    return text;
-  }
-
-  TempDirectory folder_;
-  Hosted view_{kFileView};
-  Hosted combo_{kComboView};
-};
-
-TEST_F(NamesOnly, StandInTheBoxUntilItIsEdited) {
-  ASSERT_EQ(PutBool(combo_.dispatch(), 2, false), S_OK);
-  EXPECT_EQ(Text(), L"one");
-  SetFocus(Edit());
-  ASSERT_EQ(GetFocus(), Edit());
-  EXPECT_TRUE(SamePath(Text(), folder_.Join(L"one")));
-  DWORD first = 1;
-  DWORD last = 0;
-  SendMessageW(Edit(), EM_GETSEL, reinterpret_cast<WPARAM>(&first), reinterpret_cast<LPARAM>(&last));
-  EXPECT_EQ(first, 0u);
-  EXPECT_EQ(last, Text().size()) << "ready to be typed over";
-  SendMessageW(Edit(), WM_KEYDOWN, VK_RETURN, 0);
-  EXPECT_EQ(combo_.log().Count(2), 0) << "what stands there is a place";
-  SetFocus(view_.list());
-  EXPECT_TRUE(WaitUntil([&] { return Text() == L"one"; }));
-}
-
-TEST_F(NamesOnly, AValueThatIsThereAlreadyLeavesWhatIsTyped) {
-  SetFocus(Edit());
-  SetWindowTextW(Edit(), L"C:\\somewh");
-  ASSERT_EQ(PutBool(combo_.dispatch(), 2, true), S_OK);
-  ASSERT_EQ(PutBool(combo_.dispatch(), 14, true), S_OK);
-  EXPECT_EQ(Text(), L"C:\\somewh");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "workbench/controls/com/com_object.h"
+#include "workbench/controls/combo/folder_completion.h"
 #include "workbench/controls/model/path_logic.h"
 
 namespace controls {
@@ -267,20 +268,28 @@ void ComboPane::EnterText() {
   owner_.OnTextEntered(text);
 }
 
-// Completes what was typed from the places that the box knows; the added part is selected, so that typing
-// goes on over it.
+// Completes what was typed from the places that the box knows, else from the disk; the added part is
+// selected, so that typing goes on over it.
 void ComboPane::Complete() {
   const int length = GetWindowTextLengthW(edit_);
   std::wstring typed(static_cast<size_t>(length), L'\0');
   GetWindowTextW(edit_, typed.data(), length + 1);
-  if (typed.size() < 3) return;
+  DWORD caret = 0;
+  SendMessageW(edit_, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&caret));
+  if (typed.size() < 3 || caret != typed.size()) return;
+  const std::wstring added = CompletionOf(typed);
+  if (added.empty()) return;
+  SetWindowTextW(edit_, (typed + added).c_str());
+  SendMessageW(edit_, EM_SETSEL, typed.size(), static_cast<LPARAM>(typed.size() + added.size()));
+}
+
+std::wstring ComboPane::CompletionOf(const std::wstring& typed) const {
   for (const Location& visited : visited_) {
     const std::wstring& path = visited.path();
-    if (path.size() <= typed.size() || !SamePath(path.substr(0, typed.size()), typed)) continue;
-    SetWindowTextW(edit_, (typed + path.substr(typed.size())).c_str());
-    SendMessageW(edit_, EM_SETSEL, typed.size(), static_cast<LPARAM>(path.size()));
-    return;
+    if (path.size() > typed.size() && SamePath(path.substr(0, typed.size()), typed))
+      return path.substr(typed.size());
   }
+  return FolderCompletion(typed);
 }
 
 LRESULT ComboPane::EditPart::HandleSubclassed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

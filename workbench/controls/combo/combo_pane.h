@@ -78,6 +78,7 @@ class ComboPane : public WindowBase {
   void EnterText();
   void Restore();
   void Complete();
+  std::wstring CompletionOf(const std::wstring& typed) const;
 
   ComboPaneOwner& owner_;
   EditPart editPart_;
