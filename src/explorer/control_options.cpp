@@ -4,8 +4,26 @@
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/file_view_events.h"
 #include "src/filter/category_colors.h"
+#include "src/shellhost/offered_options.h"
 
 namespace file_explorer {
+namespace {
+
+// The options that not every control knows.
+void OfferViewOptions(ExplorerState& state) {
+  const ExplorerSettings& settings = state.settings;
+  OfferedOptions options;
+  options.treeShowHiddenItems = settings.treeViewShowsHiddenFiles;
+  options.fileViewShowHiddenItems = settings.fileViewShowsHiddenItems;
+  options.comboViewShowFullPath = settings.comboViewShowsFullPath;
+  options.comboViewShowVirtualFolders = settings.comboViewShowsVirtualFolders;
+  options.comboViewCompletion = settings.comboViewFilenameCompletion;
+  const ExplorerWindow* const window = state.explorerWindow.get();
+  OfferControlOptions(state.folderViewHost.get(), window ? window->fileView() : nullptr,
+                      window ? window->comboView() : nullptr, options);
+}
+
+}  // namespace
 
 void ApplyViewOptions(ExplorerState& state) {
   const ExplorerSettings& settings = state.settings;
@@ -19,6 +37,7 @@ void ApplyViewOptions(ExplorerState& state) {
   options.fileViewShowGridLines = settings.fileViewShowsGridLines;
   ApplyControlOptions(state.folderViewHost.get(),
                       state.explorerWindow ? state.explorerWindow->fileView() : nullptr, options);
+  OfferViewOptions(state);
   PushCategoryColorsToHost(settings.colors);
 }
 

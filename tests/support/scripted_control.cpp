@@ -304,6 +304,16 @@ HRESULT ScriptedControl::Unadvise(DWORD cookie) {
   return Step("Unadvise", std::to_string(cookie));
 }
 
+// Not in the log: asking for a name does nothing to a control.
+HRESULT ScriptedControl::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+  if (owner_.script.faults.count("GetIDsOfNames")) return Step("GetIDsOfNames");
+  if (owner_.script.names.empty()) return E_NOTIMPL;
+  const auto known = owner_.script.names.find(names[0]);
+  const bool found = count == 1 && known != owner_.script.names.end();
+  ids[0] = found ? known->second : DISPID_UNKNOWN;
+  return found ? S_OK : DISP_E_UNKNOWNNAME;
+}
+
 HRESULT ScriptedControl::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                                 EXCEPINFO*, UINT*) {
   owner_.log.push_back(DescribeCall(id, flags, parameters));

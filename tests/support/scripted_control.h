@@ -42,6 +42,7 @@ struct ControlScript {
   IID dispatchId = IID_IDispatch;
   IID eventId = IID_IDispatch;
   std::map<DISPID, Member> members;  // others: a put is taken, a get gives nothing
+  std::map<std::wstring, DISPID> names;  // members that are known by name; without any: E_NOTIMPL
   bool windowless = false;           // activates without a window of its own
 };
 
@@ -166,9 +167,8 @@ class ScriptedControl : public IOleObject,
   // IDispatch
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-    return E_NOTIMPL;
-  }
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
+                                          DISPID* ids) override;
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters,
                                    VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
 

@@ -115,13 +115,32 @@ INSTANTIATE_TEST_SUITE_P(
                     ViewCase{906, false, "put 4 bool 0"}),
     [](const auto& info) { return "Box" + std::to_string(info.param.box); });
 
-TEST_F(OptionsViewTest, HiddenItemsAndPathBoxOptionsAreKeptAndNotSentDeliberately) {
+TEST_F(OptionsViewTest, HiddenItemsAndPathBoxOptionsAreNotSentToControlsThatDoNotKnowTheirNames) {
   Begin();
   Toggle({907, 911, 902, 903, 904});
   EXPECT_THAT(tree_.LogOf({"put"}), ElementsAre("put 4 bool 0", "put 5 bool -1", "put 22 bool -1"));
   EXPECT_THAT(file_.LogOf({"put"}),
               ElementsAre("put 15 bool -1", "put 17 bool -1", "put 27 bool -1", "put 4 bool -1"));
   EXPECT_THAT(combo_.LogOf({"put"}), IsEmpty());
+  EXPECT_TRUE(fixture_.boxes().boxes().empty());
+}
+
+TEST_F(OptionsViewTest, HiddenItemsAndPathBoxOptionsAreSentUnderTheirNames) {
+  file_.script.names = {{L"ShowHiddenItems", 801}};
+  tree_.script.names = {{L"ShowHiddenItems", 802}};
+  combo_.script.names = {{L"FullPath", 803}, {L"ShowVirtualFolders", 804}, {L"Completion", 805}};
+  Begin();
+  Toggle({907, 911, 902, 903, 904});
+  EXPECT_THAT(tree_.LogOf({"put"}),
+              ElementsAre("put 4 bool 0", "put 5 bool -1", "put 22 bool -1", "put 802 bool -1"));
+  EXPECT_THAT(file_.LogOf({"put"}), ElementsAre("put 15 bool -1", "put 17 bool -1", "put 27 bool -1",
+                                                "put 4 bool -1", "put 801 bool -1"));
+  EXPECT_THAT(combo_.LogOf({"put"}), ElementsAre("put 803 bool 0", "put 804 bool 0", "put 805 bool 0"));
+  ForgetCalls();
+  Toggle({907, 911, 902, 903, 904});
+  EXPECT_THAT(tree_.LogOf({"put"}), testing::Contains("put 802 bool 0"));
+  EXPECT_THAT(file_.LogOf({"put"}), testing::Contains("put 801 bool 0"));
+  EXPECT_THAT(combo_.LogOf({"put"}), ElementsAre("put 803 bool -1", "put 804 bool -1", "put 805 bool -1"));
 }
 
 // ---- The display mode, whose number in the control is neither the profile's nor the button's
@@ -174,6 +193,25 @@ TEST_F(OptionsViewTest, AreSentWhenTheTreeIsMade) {
   ASSERT_EQ(fixture_.SayWithHost({{"showfolderviewpanel", nullptr}}), 0U);
   EXPECT_THAT(tree_.LogOf({"put"}), testing::Contains("put 4 bool -1"));
   EXPECT_THAT(file_.LogOf({"put"}), testing::Contains("put 17 bool 0"));
+}
+
+TEST_F(OptionsViewTest, AFreshProfileConcealsHiddenItemsBeforeTheFirstFolderIsShown) {
+  file_.script.names = {{L"ShowHiddenItems", 801}};
+  tree_.script.names = {{L"ShowHiddenItems", 802}};
+  std::vector<std::string> order;
+  file_.script.members[801] = [&](WORD, DISPPARAMS* parameters, VARIANT*) {
+    order.push_back(parameters->rgvarg[0].boolVal == VARIANT_FALSE ? "concealed" : "shown");
+    return S_OK;
+  };
+  file_.script.members[21] = [&](WORD flags, DISPPARAMS*, VARIANT*) {
+    if (flags & DISPATCH_PROPERTYPUT) order.push_back("folder");
+    return S_OK;
+  };
+  fixture_.Start();
+  ASSERT_TRUE(fixture_.LoadExplorer());
+  ASSERT_EQ(fixture_.SayWithHost({{"showfolderviewpanel", nullptr}}), 0U);
+  EXPECT_THAT(order, ElementsAre("concealed", "folder"));
+  EXPECT_THAT(tree_.LogOf({"put"}), testing::Contains("put 802 bool 0"));
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include "src/shellhost/control_contract.h"
 #include "src/shellhost/file_view.h"
 #include "src/shellhost/folder_view.h"
+#include "src/shellhost/offered_options.h"
 #include "src/shellhost/shell_controls.h"
 #include "tests/integration/shellhost/hosting_fixture.h"
 #include "tests/support/message_box_recorder.h"
@@ -226,6 +227,22 @@ TEST_F(RealControls, TakeOptionsAndNewFolders) {
   ApplyControlOptions(folder_.get(), file_.get(), options);
   EXPECT_TRUE(WaitUntil([&] { return GetItemCount(file_.get()) == 4; }));
   CreateNewFolder(file_.get());
+  EXPECT_TRUE(WaitUntil([&] { return GetItemCount(file_.get()) == 5; }));
+}
+
+TEST_F(RealControls, TakeTheOptionsThatAreOfferedByName) {
+  ShowTestFolder();
+  OfferedOptions options;
+  const std::wstring secret = directory_.AddFile(L"secret.obj");
+  ASSERT_TRUE(WaitUntil([&] { return GetItemCount(file_.get()) == 5; }));
+  ASSERT_TRUE(SetFileAttributesW(secret.c_str(), FILE_ATTRIBUTE_HIDDEN));
+  OfferControlOptions(folder_.get(), file_.get(), combo_.get(), options);
+  EXPECT_TRUE(WaitUntil([&] { return GetItemCount(file_.get()) == 4; }));
+  for (const wchar_t* const name : {L"FullPath", L"ShowVirtualFolders", L"Completion"}) {
+    EXPECT_TRUE(OfferControlOption(combo_.get(), name, true));
+  }
+  EXPECT_TRUE(OfferControlOption(folder_.get(), L"ShowHiddenItems", true));
+  EXPECT_TRUE(OfferControlOption(file_.get(), L"ShowHiddenItems", true));
   EXPECT_TRUE(WaitUntil([&] { return GetItemCount(file_.get()) == 5; }));
 }
 

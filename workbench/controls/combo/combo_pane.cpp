@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "workbench/controls/com/com_object.h"
+#include "workbench/controls/combo/folder_completion.h"
 #include "workbench/controls/model/path_logic.h"
 
 namespace controls {
@@ -96,8 +97,15 @@ void ComboPane::Layout() {
   SetWindowPos(combo_, nullptr, 0, 0, client.right, height, SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+// While it is edited the text is the whole path whatever the option says: a name alone leads nowhere.
 std::wstring ComboPane::TextOf(const Location& location) const {
-  return options_.fullPath ? location.Text() : location.Name();
+  return options_.fullPath || GetFocus() == edit_ ? location.Text() : location.Name();
+}
+
+void ComboPane::EditWholePath() {
+  if (options_.fullPath || current_.empty()) return;
+  SetWindowTextW(edit_, TextOf(current_).c_str());
+  SendMessageW(edit_, EM_SETSEL, 0, -1);
 }
 
 int ComboPane::IconOf(const Location& location) {
@@ -260,20 +268,28 @@ void ComboPane::EnterText() {
   owner_.OnTextEntered(text);
 }
 
-// Completes what was typed from the places that the box knows; the added part is selected, so that typing
-// goes on over it.
+// Completes what was typed from the places that the box knows, else from the disk; the added part is
+// selected, so that typing goes on over it.
 void ComboPane::Complete() {
   const int length = GetWindowTextLengthW(edit_);
   std::wstring typed(static_cast<size_t>(length), L'\0');
   GetWindowTextW(edit_, typed.data(), length + 1);
-  if (typed.size() < 3) return;
+  DWORD caret = 0;
+  SendMessageW(edit_, EM_GETSEL, 0, reinterpret_cast<LPARAM>(&caret));
+  if (typed.size() < 3 || caret != typed.size()) return;
+  const std::wstring added = CompletionOf(typed);
+  if (added.empty()) return;
+  SetWindowTextW(edit_, (typed + added).c_str());
+  SendMessageW(edit_, EM_SETSEL, typed.size(), static_cast<LPARAM>(typed.size() + added.size()));
+}
+
+std::wstring ComboPane::CompletionOf(const std::wstring& typed) const {
   for (const Location& visited : visited_) {
     const std::wstring& path = visited.path();
-    if (path.size() <= typed.size() || !SamePath(path.substr(0, typed.size()), typed)) continue;
-    SetWindowTextW(edit_, (typed + path.substr(typed.size())).c_str());
-    SendMessageW(edit_, EM_SETSEL, typed.size(), static_cast<LPARAM>(path.size()));
-    return;
+    if (path.size() > typed.size() && SamePath(path.substr(0, typed.size()), typed))
+      return path.substr(typed.size());
   }
+  return FolderCompletion(typed);
 }
 
 LRESULT ComboPane::EditPart::HandleSubclassed(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -297,6 +313,11 @@ LRESULT ComboPane::EditPart::HandleSubclassed(HWND window, UINT message, WPARAM 
     }
     case WM_GETDLGCODE:
       return Original(window, message, wParam, lParam) | DLGC_WANTALLKEYS;
+    case WM_SETFOCUS: {
+      const LRESULT result = Original(window, message, wParam, lParam);
+      pane_.EditWholePath();
+      return result;
+    }
     case WM_KILLFOCUS: {
       const LRESULT result = Original(window, message, wParam, lParam);
       // What was typed and not entered is no place.

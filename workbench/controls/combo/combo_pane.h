@@ -73,10 +73,12 @@ class ComboPane : public WindowBase {
   std::vector<Place> Places() const;
   int IconOf(const Location& location);
   std::wstring TextOf(const Location& location) const;
+  void EditWholePath();
   void InsertPlace(int index, const Place& place);
   void EnterText();
   void Restore();
   void Complete();
+  std::wstring CompletionOf(const std::wstring& typed) const;
 
   ComboPaneOwner& owner_;
   EditPart editPart_;

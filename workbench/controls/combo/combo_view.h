@@ -18,8 +18,10 @@ class ComboView : public OleControl, public ComboPaneOwner {
   }
   template <bool ComboPane::Options::*Option>
   HRESULT PutOption(Call& call) {
+    const bool before = options_.*Option;
     const HRESULT result = call.Bool(0, options_.*Option);
-    if (SUCCEEDED(result)) pane_.SetOptions(options_);
+    // Taking options over undoes what is being typed.
+    if (SUCCEEDED(result) && options_.*Option != before) pane_.SetOptions(options_);
     return result;
   }
   HRESULT GetRows(Call& call) { return call.ReturnShort(static_cast<short>(options_.rows)); }

@@ -21,6 +21,7 @@ struct FileViewSwitches {
   bool shellContextMenu = true;
   bool virtualFolders = true;
   bool folders = true;
+  bool hiddenItems = true;
   bool zipFolders = true;
   bool keyboard = true;
   bool dragAndDrop = true;
@@ -63,6 +64,7 @@ class FileView : public OleControl,
   HRESULT PutZipFolders(Call& call);
   HRESULT PutVirtualFolders(Call& call) { return PutFilterSwitch(call, switches_.virtualFolders); }
   HRESULT PutFolders(Call& call) { return PutFilterSwitch(call, switches_.folders); }
+  HRESULT PutHiddenItems(Call& call) { return PutFilterSwitch(call, switches_.hiddenItems); }
   HRESULT GetView(Call& call);
   HRESULT PutView(Call& call);
   HRESULT GetFolder(Call& call);

@@ -41,6 +41,7 @@ bool FileView::AcceptItem(const std::shared_ptr<Listing>& listing, ItemId id) {
   const ULONG attributes = listing->AttributesOf(id);
   // Archives stay in a view without folders: they are files too.
   if (!switches_.folders && listing->IsFolder(id)) return false;
+  if (!switches_.hiddenItems && listing->IsHidden(id)) return false;
   if (!switches_.virtualFolders && !listing->folder.InArchive() &&
       !(attributes & (SFGAO_FILESYSTEM | SFGAO_FILESYSANCESTOR)))
     return false;

@@ -60,6 +60,8 @@ DispatchTable FileView::Members() {
       {58, L"NewFolder", kMethod, 1, CallMember<T, &T::CallNewFolder>},
       {69, L"FolderItem", kGet, 0, CallMember<T, &T::GetFolderItem>},
       {70, L"AddMenuItem", kMethod, 2, CallMember<T, &T::CallAddMenuItem>},
+      {71, L"ShowHiddenItems", kGet, 0, CallMember<T, &T::GetSwitch<&S::hiddenItems>>},
+      {71, L"ShowHiddenItems", kPut, 1, CallMember<T, &T::PutHiddenItems>},
   };
   return {kRows, std::size(kRows)};
 }

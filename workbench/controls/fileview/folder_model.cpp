@@ -29,6 +29,11 @@ Location Listing::LocationOf(ItemId id) const {
   return Location::FromPath(PathOf(id), folder.archiveLength());
 }
 
+bool Listing::IsHidden(ItemId id) const {
+  const bool isDrive = id < entries.size() && IsRootPath(entries[id].path);
+  return !isDrive && (store.at(id).attributes & kAttributeHidden) != 0;
+}
+
 ULONG Listing::AttributesOf(ItemId id) const {
   const ItemRecord& record = store.at(id);
   if (folder.InArchive()) return ArchiveItemAttributes(record.attributes);
@@ -311,49 +316,75 @@ bool FolderModel::ArchiveChanged(const ChangeSet& set) const {
 }
 
 void FolderModel::ApplyChanges(const ChangeSet& set) {
-  const std::shared_ptr<Listing> mine = shown_;
-  std::vector<ItemId> moved;
-  bool factsChanged = false;
-  bool removed = false;
+  RowChanges rows;
   for (const ItemChange& change : set.changes) {
-    const ItemId found = mine->store.Find(change.name);
-    const bool exact = found != kNoItem && mine->store.name(found) == change.name;
-    if (!change.exists) {
-      if (exact) mine->store.at(found).flags |= kItemGone;
-      removed |= exact;
-      continue;
-    }
-    if (!exact) {
-      const ItemId id = mine->store.Add(change.name, change.facts);
-      mine->store.at(id).type = types_.TypeOf(change.name, mine->store.IsFolder(id));
-      const bool accepted = events_.AcceptItem(mine, id);
-      if (shown_ != mine) return;
-      if (accepted) moved.push_back(id);
-      continue;
-    }
-    const bool folderChanged =
-        mine->store.IsFolder(found) != ((change.facts.attributes & kAttributeDirectory) != 0);
-    mine->store.Update(found, change.facts);
-    mine->store.at(found).type = types_.TypeOf(change.name, mine->store.IsFolder(found));
-    factsChanged = true;
-    // A file that grows keeps its row unless the order depends on it.
-    const bool orderDepends = rule_.column == SortColumn::kSize || rule_.column == SortColumn::kModified;
-    if ((orderDepends || folderChanged) && mine->rows.RowOf(found) >= 0) moved.push_back(found);
+    if (!ApplyChange(change, rows)) return;
   }
-  if (!removed && moved.empty()) {
-    if (factsChanged) events_.FactsChanged();
-    return;
+  if (rows.removed || !rows.moved.empty()) return ApplyRowChanges(std::move(rows));
+  if (rows.factsChanged) events_.FactsChanged();
+}
+
+// False when an event handler went elsewhere.
+bool FolderModel::ApplyChange(const ItemChange& change, RowChanges& rows) {
+  const std::shared_ptr<Listing> mine = shown_;
+  const ItemId found = mine->store.Find(change.name);
+  const bool exact = found != kNoItem && mine->store.name(found) == change.name;
+  if (!change.exists) {
+    if (exact) mine->store.at(found).flags |= kItemGone;
+    rows.removed |= exact;
+    return true;
   }
+  if (exact) return UpdateItem(found, change.facts, rows);
+  const ItemId id = mine->store.Add(change.name, change.facts);
+  mine->store.at(id).type = types_.TypeOf(change.name, mine->store.IsFolder(id));
+  const bool accepted = events_.AcceptItem(mine, id);
+  if (shown_ != mine) return false;
+  if (accepted) rows.moved.push_back(id);
+  return true;
+}
+
+bool FolderModel::UpdateItem(ItemId id, const ItemFacts& facts, RowChanges& rows) {
+  const std::shared_ptr<Listing> mine = shown_;
+  const bool folderChanged = mine->store.IsFolder(id) != ((facts.attributes & kAttributeDirectory) != 0);
+  const bool wasHidden = mine->IsHidden(id);
+  mine->store.Update(id, facts);
+  mine->store.at(id).type = types_.TypeOf(mine->store.name(id), mine->store.IsFolder(id));
+  rows.factsChanged = true;
+  bool appears = false;
+  if (mine->IsHidden(id) != wasHidden) {
+    // The view may show hidden items or not: it is asked as for a new one.
+    const bool accepted = events_.AcceptItem(mine, id);
+    if (shown_ != mine) return false;
+    uint16_t& flags = mine->store.at(id).flags;
+    flags = static_cast<uint16_t>(accepted ? flags & ~kItemLeftOut : flags | kItemLeftOut);
+    rows.removed |= !accepted;
+    if (!accepted) return true;
+    appears = mine->rows.RowOf(id) < 0;
+  }
+  // A file that grows keeps its row unless the order depends on it.
+  const bool orderDepends = rule_.column == SortColumn::kSize || rule_.column == SortColumn::kModified;
+  if (appears || ((orderDepends || folderChanged) && mine->rows.RowOf(id) >= 0)) rows.moved.push_back(id);
+  return true;
+}
+
+void FolderModel::ApplyRowChanges(RowChanges rows) {
+  const std::shared_ptr<Listing> mine = shown_;
+  constexpr uint16_t kNotHere = kItemGone | kItemLeftOut | kItemMarked;
+  const auto goes = [&](ItemId id) { return (mine->store.at(id).flags & kNotHere) != 0; };
   events_.RowsAboutToChange(false);
-  for (const ItemId id : moved) mine->store.at(id).flags |= kItemMarked;
-  mine->rows.RemoveIf([&](ItemId id) { return (mine->store.at(id).flags & (kItemGone | kItemMarked)) != 0; });
-  std::erase_if(added_,
-                [&](ItemId id) { return (mine->store.at(id).flags & (kItemGone | kItemMarked)) != 0; });
-  for (const ItemId id : moved) mine->store.at(id).flags &= static_cast<uint16_t>(~kItemMarked);
+  // What came and went within one set of changes is not there, and what changed twice moves once.
+  std::erase_if(rows.moved, [&](ItemId id) {
+    if (goes(id)) return true;
+    mine->store.at(id).flags |= kItemMarked;
+    return false;
+  });
+  mine->rows.RemoveIf(goes);
+  std::erase_if(added_, goes);
+  for (const ItemId id : rows.moved) mine->store.at(id).flags &= static_cast<uint16_t>(~kItemMarked);
   if (sortedByContainer_) {
-    for (const ItemId id : moved) mine->rows.Append(id);
+    for (const ItemId id : rows.moved) mine->rows.Append(id);
   } else {
-    mine->rows.Merge(std::move(moved), Order(*mine));
+    mine->rows.Merge(std::move(rows.moved), Order(*mine));
   }
   events_.RowsChanged(false);
   events_.ChangesApplied();

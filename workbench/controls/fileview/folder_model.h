@@ -41,6 +41,8 @@ struct Listing {
   std::wstring PathOf(ItemId id) const;
   Location LocationOf(ItemId id) const;
   ULONG AttributesOf(ItemId id) const;
+  // Marked as hidden; drives are not, whatever the system says of them.
+  bool IsHidden(ItemId id) const;
 };
 
 class FolderModelEvents {
@@ -120,7 +122,16 @@ class FolderModel {
   void MergeAdded(bool last);
   void FinishFilling();
   bool ArchiveChanged(const ChangeSet& set) const;
+  // What a set of changes does to the rows.
+  struct RowChanges {
+    std::vector<ItemId> moved;  // new rows, and rows whose place may be another one
+    bool factsChanged = false;
+    bool removed = false;
+  };
   void ApplyChanges(const ChangeSet& set);
+  bool ApplyChange(const ItemChange& change, RowChanges& rows);
+  bool UpdateItem(ItemId id, const ItemFacts& facts, RowChanges& rows);
+  void ApplyRowChanges(RowChanges rows);
   OwnOrder Order(const Listing& listing);
   void StartTimer();
   void StopTimer();

@@ -64,6 +64,8 @@ DispatchTable FolderView::Members() {
       {26, L"NewFolder", kMethod, 0, CallMember<T, &T::CallNewFolder>},
       {31, L"Font", kGet, 0, CallMember<T, &T::GetFont>},
       {31, L"Font", kPut, 1, CallMember<T, &T::PutFont>},
+      {32, L"ShowHiddenItems", kGet, 0, CallMember<T, &T::GetOption<&O::hiddenItems>>},
+      {32, L"ShowHiddenItems", kPut, 1, CallMember<T, &T::PutOption<&O::hiddenItems>>},
   };
   return {kRows, std::size(kRows)};
 }

@@ -72,8 +72,9 @@ void TreePane::SetDragging(bool on) {
 }
 
 void TreePane::SetOptions(const Options& options) {
-  const bool contentsDiffer =
-      options.files != options_.files || options.virtualFolders != options_.virtualFolders;
+  const bool contentsDiffer = options.files != options_.files ||
+                              options.virtualFolders != options_.virtualFolders ||
+                              options.hiddenItems != options_.hiddenItems;
   options_ = options;
   if (!tree_) return;
   const auto style = static_cast<DWORD>(GetWindowLongPtrW(tree_, GWL_STYLE));
@@ -82,7 +83,7 @@ void TreePane::SetOptions(const Options& options) {
   InvalidateRect(tree_, nullptr, TRUE);
   if (!contentsDiffer) return;
   // What is shown changes: the tree is built anew around the selected folder.
-  const Location place = selected();
+  const Location place = selectedFolder();
   const QuietScope quiet(quiet_);
   readings_.clear();
   watches_.clear();

@@ -68,6 +68,7 @@ class TreePane : public WindowBase {
   struct Options {
     bool files = false;
     bool virtualFolders = true;
+    bool hiddenItems = true;
     bool lines = true;
     bool buttons = true;
     bool showSelectionAlways = true;
@@ -154,6 +155,7 @@ class TreePane : public WindowBase {
   HTREEITEM FindItem(const Location& location);
   HTREEITEM ChildOf(HTREEITEM item) const;
   HTREEITEM NextOf(HTREEITEM item) const;
+  bool ShowsItem(const ItemFacts& facts) const;
   void Populate(HTREEITEM item);
   void PopulateVirtual(HTREEITEM item);
   void StartReading(HTREEITEM item);

@@ -47,11 +47,14 @@ void TreePane::PopulateVirtual(HTREEITEM item) {
     const UniquePidl whole(ILCombine(node->location.pidl(), child.get()));
     const Location location = Location::FromPidl(whole.get());
     LPCITEMIDLIST children[] = {child.get()};
-    ULONG attributes = SFGAO_FILESYSTEM | SFGAO_FILESYSANCESTOR | SFGAO_FOLDER;
+    ULONG attributes = SFGAO_FILESYSTEM | SFGAO_FILESYSANCESTOR | SFGAO_FOLDER | SFGAO_HIDDEN;
     folder->GetAttributesOf(1, children, &attributes);
     const bool onDisk = (attributes & (SFGAO_FILESYSTEM | SFGAO_FILESYSANCESTOR)) != 0;
     if (!(attributes & SFGAO_FOLDER) || (!onDisk && !options_.virtualFolders) || FindChild(item, location))
       continue;
+    // Drives may bear the mark too, and are wanted all the same.
+    const bool marked = (attributes & SFGAO_HIDDEN) != 0 && !IsRootPath(location.path());
+    if (marked && !options_.hiddenItems) continue;
     auto made = std::make_unique<Node>();
     made->location = location;
     made->name = DisplayNameOf(whole.get());
@@ -99,6 +102,11 @@ bool TreePane::HoldsSelection(HTREEITEM folder) const {
   return false;
 }
 
+// Hidden folders that the tree was led to have their nodes all the same, and keep them.
+bool TreePane::ShowsItem(const ItemFacts& facts) const {
+  return options_.hiddenItems || (facts.attributes & kAttributeHidden) == 0;
+}
+
 // True when the folder is read completely and its children stand in the tree.
 bool TreePane::ContinueReading(Reading& reading) {
   reading.reader.Received();
@@ -107,7 +115,7 @@ bool TreePane::ContinueReading(Reading& reading) {
   while (reading.reader.TakeBatch(batch)) {
     for (const ItemBatch::Entry& entry : batch.entries) {
       const bool isFile = (entry.facts.attributes & kAttributeDirectory) == 0;
-      if (isFile && !options_.files) continue;
+      if ((isFile && !options_.files) || !ShowsItem(entry.facts)) continue;
       reading.children.push_back({std::wstring(batch.name(entry)), isFile});
     }
   }
@@ -293,6 +301,10 @@ void TreePane::ApplyChange(HTREEITEM item, const ItemChange& change) {
     node = nullptr;
   }
   if (child.isFile && !options_.files) return;
+  if (!ShowsItem(change.facts)) {
+    if (node && !HoldsSelection(present)) RemoveNode(present);
+    return;
+  }
   if (!node) {
     InsertSorted(item, child);
   } else if (!node->isFile && node->populated && !IsWatched(present) && !ChildOf(present)) {
