@@ -38,6 +38,17 @@ TEST_F(PanelKeyboardTest, ThePanelGivesTheKeyboardToTheViewInFront) {
   EXPECT_EQ(GetFocus(), Favorites());
 }
 
+TEST_F(PanelKeyboardTest, TheWindowAroundThePanelGivesTheKeyboardOn) {
+  SetFocus(GetParent(fixture_.Panel()));
+  EXPECT_EQ(GetFocus(), fixture_.FolderTree());
+  SendToPanel(107);
+  SetFocus(GetParent(fixture_.Panel()));
+  EXPECT_EQ(GetFocus(), History());
+  SendToPanel(108);
+  SetFocus(GetParent(fixture_.Panel()));
+  EXPECT_EQ(GetFocus(), Favorites());
+}
+
 TEST_F(PanelKeyboardTest, TheKeyboardFollowsFromViewToView) {
   SendToPanel(107);
   SetFocus(History());

@@ -3,6 +3,17 @@
 #include <algorithm>
 
 namespace workbench {
+namespace {
+
+// A page may keep hidden windows beside those that it shows.
+bool HasVisibleChild(HWND page) {
+  for (HWND child = GetWindow(page, GW_CHILD); child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) {
+    if (IsWindowVisible(child)) return true;
+  }
+  return false;
+}
+
+}  // namespace
 
 std::span<const PanelPageWindow::MessageHandler> PanelPageWindow::Handlers() {
   static constexpr MessageHandler kHandlers[] = {{WM_ERASEBKGND, &PanelPageWindow::OnErase}};
@@ -180,8 +191,7 @@ LRESULT UtilityPanel::OnButtonDown(const Message& message) {
 
 LRESULT UtilityPanel::OnSetFocus(const Message& message) {
   const HWND page = PageWindow(front_);
-  const HWND inside = page == nullptr ? nullptr : GetWindow(page, GW_CHILD);
-  if (inside != nullptr && IsWindowVisible(inside)) {
+  if (page != nullptr && HasVisibleChild(page)) {
     SetFocus(page);
     return 0;
   }
