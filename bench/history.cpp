@@ -1,8 +1,7 @@
 // The history with many entries: reading its file, sorting, showing and adding, against what cannot be gone
 // below: a plain read of the same file, the same profile calls without anything around them, a bare list box.
-// Each profile call looks for its key from the section's start, so that reading any list grows with the
-// square of its length; what is ours of it is the line "load without profile calls and shell". Fifty entries
-// are what is ever saved.
+// Each profile call looks for its key from the section's start, so that the bare calls grow with the square of
+// the list's length; the load reads a list that is much longer than what is ever saved in short pieces.
 #include "src/history/history_view.h"
 
 #include <algorithm>

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <filesystem>
+#include <string>
+
 #include "tests/integration/history/history_test_folder.h"
 
 namespace file_explorer {
@@ -34,6 +38,68 @@ class HistoryPlatformTest : public testing::Test {
 
 TEST_F(HistoryPlatformTest, TheFileIsInTheUsersDirectoryOfTheHost) {
   EXPECT_EQ(HistoryFilePath(nullptr), folder.history());
+}
+
+// The profile call alone, on the whole file.
+std::string Plain(const std::string& file, const std::string& key) {
+  char value[8192];
+  return std::string(
+      value, GetPrivateProfileStringA("HistoryList", key.c_str(), "", value, sizeof(value), file.c_str()));
+}
+
+TEST_F(HistoryPlatformTest, ALongListReadsAsTheProfileCallsReadIt) {
+  constexpr int kCount = 2500;
+  std::string text =
+      "; kept by hand\r\n[Other]\r\nd1700=of another section\r\n[historylist]\r\nNumEntries=2500\r\n";
+  for (int i = 0; i < kCount; ++i) {
+    const std::string number = std::to_string(i);
+    text += "  d" + number + " =  name " + number + "\r\n";
+    if (i % 3 != 0) text += "F" + number + "=\"X:\\models\\a file " + number + ".obj\"\r\n";
+    if (i % 7 == 0) text += "d" + number + "=a second one\r\n\r\nno key here\r\n";
+    if (i == 1800) text += "[Other]\r\nd1801=elsewhere\r\nf1803=elsewhere\r\n[HistoryList]\r\n";
+  }
+  folder.Put("history.dat", text);
+  ProfileHistoryFile file(folder.history());
+  for (int i = 0; i < kCount; ++i) {
+    for (const char letter : {'d', 'f', 'p', 'm'}) {
+      const std::string key = HistoryKey(letter, i);
+      ASSERT_EQ(file.ReadText(key.c_str()), Plain(folder.history(), key)) << key;
+    }
+  }
+  EXPECT_EQ(file.ReadText("d1700"), "name 1700") << "backwards too";
+  EXPECT_EQ(file.ReadText("d999999"), "");
+}
+
+TEST_F(HistoryPlatformTest, ALongListLeavesNothingInTheTemporaryFolder) {
+  std::string text = "[HistoryList]\r\nNumEntries=1500\r\n";
+  for (int i = 0; i < 1500; ++i) text += "d" + std::to_string(i) + "=name\r\n";
+  folder.Put("history.dat", text);
+  std::array<char, MAX_PATH> before = {};
+  GetEnvironmentVariableA("TMP", before.data(), MAX_PATH);
+  const test_support::TempDirectory temporary;
+  SetEnvironmentVariableA("TMP", temporary.narrow().c_str());
+  const auto files = [&] {
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(temporary.narrow()))
+      count += entry.is_regular_file();
+    return count;
+  };
+  {
+    ProfileHistoryFile file(folder.history());
+    EXPECT_EQ(file.ReadText("d10"), "name");
+    EXPECT_EQ(files(), 0) << "a short list needs none";
+    EXPECT_EQ(file.ReadText("d1100"), "name");
+    EXPECT_EQ(file.ReadText("d1400"), "name");
+    EXPECT_EQ(files(), 1) << "one at a time";
+  }
+  EXPECT_EQ(files(), 0);
+  // Where nothing can be written the list is read all the same.
+  SetEnvironmentVariableA("TMP", "X:\\no such folder");
+  {
+    ProfileHistoryFile file(folder.history());
+    EXPECT_EQ(file.ReadText("d1400"), "name");
+  }
+  SetEnvironmentVariableA("TMP", before.data());
 }
 
 TEST_F(HistoryPlatformTest, AGoldenFileComesBackByteForByte) {
