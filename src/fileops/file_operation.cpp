@@ -96,7 +96,9 @@ int MoveWithWine(SHFILEOPSTRUCTA* request) {
   for (const Move& move : moves) {
     if (StaysWhereItIs(move) || !Exists(move.source)) continue;
     // Tried again for the reason.
-    if (!MoveFileExA(move.source.c_str(), move.target.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+    const bool mayReplace = std::any_of(inTheWay.begin(), inTheWay.end(),
+                                        [&](const Move& asked) { return asked.target == move.target; });
+    if (!MoveFileExA(move.source.c_str(), move.target.c_str(), mayReplace ? MOVEFILE_REPLACE_EXISTING : 0)) {
       return Fail(request, GetLastError());
     }
   }
