@@ -11,6 +11,7 @@
 
 #include "src/framework/com/com_object.h"
 #include "src/shellhost/control_site.h"
+#include "src/shellhost/shell_controls.h"
 #include "tests/support/scripted_control.h"
 #include "tests/support/wait_until.h"
 
@@ -26,6 +27,14 @@ inline constexpr CLSID kTestClass = {
     0x5D1B7A10, 0x2C44, 0x4E0E, {0x9A, 0x61, 0x0B, 0x77, 0x1F, 0x28, 0xD3, 0x01}};
 inline constexpr char kTestClassText[] = "{5D1B7A10-2C44-4E0E-9A61-0B771F28D301}";
 inline constexpr RECT kTestRect = {10, 20, 110, 70};
+
+// A script for a control that stands in for one of the explorer's.
+inline ControlScript ScriptOf(const ShellControlClass& controlClass) {
+  ControlScript script;
+  script.dispatchId = *controlClass.dispatchId;
+  script.eventId = *controlClass.eventId;
+  return script;
+}
 
 // The thread's apartment, kept until the process ends: closing the last one takes Wine two seconds.
 class Apartment {

@@ -17,13 +17,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-ControlScript ScriptOf(const ShellControlClass& controlClass) {
-  ControlScript script;
-  script.dispatchId = *controlClass.dispatchId;
-  script.eventId = *controlClass.eventId;
-  return script;
-}
-
 class OfferedOptionsTest : public HostingTest {
  protected:
   void SetUp() override {

@@ -22,13 +22,6 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-ControlScript ScriptOf(const ShellControlClass& controlClass) {
-  ControlScript script;
-  script.dispatchId = *controlClass.dispatchId;
-  script.eventId = *controlClass.eventId;
-  return script;
-}
-
 int eventsHeard = 0;
 std::int64_t CountEvents(std::int16_t, ShellControlHost*, IDispatch*, std::int64_t, std::int64_t,
                          std::int64_t, std::int64_t, const char*) {
