@@ -8,7 +8,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$here/wine-env.sh"
 program=$1
 shift
-take_lane "$program"
+[ -z "${EXPLORER_IS_TEST:-}" ] || take_lane "$program"
 wine_env_for "$program" 8>&- || exit 1
 wine_managed_windows N 8>&-
 # Through a file, not a pipe: Wine's background processes inherit the output and would keep a pipe open for seconds.

@@ -25,20 +25,19 @@ wine_env_for() {
   "$WINESERVER" -p60 </dev/null >/dev/null 2>&1 || true
 }
 
-# take_lane PATH: programs with windows disturb each other on one desktop. With several displays in EXPLORER_DISPLAYS
-# (numbers as in DISPLAY, separated by blanks) this waits for one that nobody else of the build folder uses, and exports
-# DISPLAY and EXPLORER_WINEPREFIX, a prefix for each display. The display is held through file descriptor 8, which
-# programs that stay behind must not inherit.
+# take_lane PATH: tests with windows disturb each other on one desktop. This waits for a display of EXPLORER_DISPLAYS
+# (numbers as in DISPLAY, separated by blanks; DISPLAY alone when it is not set) that no other test of the build folder
+# uses, and exports DISPLAY and EXPLORER_WINEPREFIX, a prefix for each display. The display is held through file
+# descriptor 8, which programs that stay behind must not inherit.
 take_lane() {
   local build displays lane
-  read -ra displays <<<"${EXPLORER_DISPLAYS:-}"
-  [ "${#displays[@]}" -gt 1 ] || return 0
+  read -ra displays <<<"${EXPLORER_DISPLAYS:-${DISPLAY:-none}}"
   build=$(cd "$(dirname "$1")/.." && pwd)
   while true; do
     for lane in "${!displays[@]}"; do
       exec 8>"$build/lane-$lane.lock"
       if flock -n 8; then
-        export DISPLAY=${displays[lane]}
+        [ "${displays[lane]}" = none ] || export DISPLAY=${displays[lane]}
         [ "$lane" = 0 ] || export EXPLORER_WINEPREFIX=$build/wineprefix-$lane
         return 0
       fi
