@@ -1,90 +1,27 @@
-// Owners of handles and foreign memory: one type for each kind, move-only, released when they go out of scope.
-// Releasing keeps the thread's last error, so that an owner can end between a failing call and GetLastError.
+// Owners of the host's memory, beside those of handles.
 #pragma once
 
-#include <windows.h>
-
-#include <commctrl.h>
-#include <objbase.h>
-#include <shlobj.h>
-
-#include <utility>
-
+#include "base/handles/unique_handle.h"
 #include "src/host/vc64_tx.h"
 
 namespace file_explorer {
 
-template <typename Traits>
-class UniqueHandle {
- public:
-  using Handle = typename Traits::Handle;
-
-  UniqueHandle() = default;
-  explicit UniqueHandle(Handle handle) : handle_(handle) {}
-  UniqueHandle(UniqueHandle&& other) noexcept : handle_(other.release()) {}
-  UniqueHandle& operator=(UniqueHandle&& other) noexcept {
-    reset(other.release());
-    return *this;
-  }
-  UniqueHandle(const UniqueHandle&) = delete;
-  UniqueHandle& operator=(const UniqueHandle&) = delete;
-  ~UniqueHandle() { reset(); }
-
-  Handle get() const { return handle_; }
-  explicit operator bool() const { return handle_ != Handle(); }
-  Handle release() { return std::exchange(handle_, Handle()); }
-
-  // Releases what is owned and owns `handle` from now on.
-  void reset(Handle handle = Handle()) {
-    const Handle old = std::exchange(handle_, handle);
-    if (old == Handle() || old == handle) return;
-    const DWORD lastError = GetLastError();
-    Traits::Close(old);
-    SetLastError(lastError);
-  }
-
-  // For functions that give a handle through an out parameter: releases what is owned first.
-  Handle* put() {
-    reset();
-    return &handle_;
-  }
-
- private:
-  Handle handle_ = Handle();
-};
-
-template <typename HandleType, auto CloseFunction>
-struct HandleTraits {
-  using Handle = HandleType;
-  static void Close(Handle handle) { CloseFunction(handle); }
-};
-
-struct GdiTraitsBase {
-  static void Close(HGDIOBJ object) { DeleteObject(object); }
-};
-template <typename HandleType>
-struct GdiTraits : GdiTraitsBase {
-  using Handle = HandleType;
-};
+using base::HandleTraits;
+using base::UniqueHandle;
+using base::unique_file;
+using base::unique_hbitmap;
+using base::unique_hbrush;
+using base::unique_hfont;
+using base::unique_himagelist;
+using base::unique_hmenu;
+using base::unique_hwnd;
+using base::unique_pidl;
 
 struct HostTextTraits {
   using Handle = char*;
   static void Close(Handle text) { Tx_Free_Memory(text); }
 };
-struct PidlTraits {
-  using Handle = LPITEMIDLIST;
-  static void Close(Handle list) { CoTaskMemFree(list); }
-};
-
-using unique_hwnd = UniqueHandle<HandleTraits<HWND, DestroyWindow>>;
-using unique_hmenu = UniqueHandle<HandleTraits<HMENU, DestroyMenu>>;
-using unique_himagelist = UniqueHandle<HandleTraits<HIMAGELIST, ImageList_Destroy>>;
-using unique_hfont = UniqueHandle<GdiTraits<HFONT>>;
-using unique_hbitmap = UniqueHandle<GdiTraits<HBITMAP>>;
-using unique_hbrush = UniqueHandle<GdiTraits<HBRUSH>>;
-using unique_file = UniqueHandle<HandleTraits<HANDLE, CloseHandle>>;  // null, not INVALID_HANDLE_VALUE, when empty
-using unique_pidl = UniqueHandle<PidlTraits>;                         // an item identifier list of the task allocator
-using unique_host_text = UniqueHandle<HostTextTraits>;                // text of the host's memory
+using unique_host_text = UniqueHandle<HostTextTraits>;  // text of the host's memory
 using unique_host_memory = UniqueHandle<HandleTraits<void*, Tx_Free_Memory>>;
 
 }  // namespace file_explorer
