@@ -103,10 +103,16 @@ class Matcher {
     for (;;) {
       while (at < pattern_.size() && pattern_[at] == '*') ++at;
       if (at == pattern_.size()) return true;
+      base::BytePattern start;
+      const bool isKnown = StartOf(at, &start);
+      std::size_t place = nameAt;
+      // Most names don't have even the beginning; then the rest of the pattern need not be read.
+      if (isKnown && !FindStart(start, &place)) return false;
       Segment segment = {at, at, 0};
       if (!Measure(&segment)) return false;
       if (segment.end == pattern_.size()) return IsAtEnd(segment, nameAt);
-      if (!Find(segment, &nameAt)) return false;
+      if (!Find(segment, isKnown ? &start : nullptr, &place)) return false;
+      nameAt = place;
       at = segment.end;
     }
   }
@@ -144,38 +150,37 @@ class Matcher {
     return Takes(segment, &from);
   }
 
-  // Moves *nameAt from the first place where the segment may stand to after the place where it does.
-  bool Find(const Segment& segment, std::size_t* nameAt) {
-    base::BytePattern start;
-    const bool isKnown = StartOf(segment, &start);
-    for (std::size_t from = *nameAt;;) {
-      if (isKnown) {
-        const std::size_t place = base::FindBytes(name_, from, start);
-        if (place == std::string_view::npos) {
-          steps_.Add(name_.size() - from);
-          return false;
-        }
-        steps_.Add(place - from);
-        from = place;
-      }
-      if (from >= name_.size()) return false;
-      *nameAt = from;
-      if (Takes(segment, nameAt)) return true;
+  // Moves *place, from which on the segment may stand, to after the first place where it does. start: what it
+  // begins with, found at *place; null when that is not known.
+  bool Find(const Segment& segment, const base::BytePattern* start, std::size_t* place) {
+    for (std::size_t from = *place; from < name_.size();) {
+      *place = from;
+      if (Takes(segment, place)) return true;
       from += DecodeAt(name_, from).length;
+      if (start != nullptr && !FindStart(*start, &from)) return false;
     }
+    return false;
   }
 
-  // The bytes with which all that the segment takes begins, where it begins with a character. A byte of no
-  // sequence has none: it could be found inside one.
-  bool StartOf(const Segment& segment, base::BytePattern* start) const {
-    const unsigned char element = ByteAt(pattern_, segment.begin);
+  bool FindStart(const base::BytePattern& start, std::size_t* place) {
+    const std::size_t found = base::FindBytes(name_, *place, start);
+    const bool exists = found != std::string_view::npos;
+    steps_.Add((exists ? found : name_.size()) - *place);
+    *place = found;
+    return exists;
+  }
+
+  // The bytes with which all that the segment at `at` takes begins, where it begins with a character. A byte
+  // of no sequence has none: it could be found inside one.
+  bool StartOf(std::size_t at, base::BytePattern* start) const {
+    const unsigned char element = ByteAt(pattern_, at);
     if (element == '?' || element == '[') return false;
-    const std::size_t at = segment.begin + (element == '\\' ? 1 : 0);
+    if (element == '\\' && ++at == pattern_.size()) return false;
     const Character character = DecodeAt(pattern_, at);
     if (character.code >= kStrayByte) return false;
     if (character.length == 1) {
       SetEither(ByteAt(pattern_, at), start->first);
-      start->hasSecond = at + 1 < segment.end && kPlain[ByteAt(pattern_, at + 1)];
+      start->hasSecond = at + 1 < pattern_.size() && kPlain[ByteAt(pattern_, at + 1)];
       if (start->hasSecond) SetEither(ByteAt(pattern_, at + 1), start->second);
     } else {
       SetLong(pattern_.substr(at), character.code, start);
@@ -184,8 +189,9 @@ class Matcher {
   }
 
   void SetEither(unsigned char byte, unsigned char (&either)[2]) const {
-    either[0] = static_cast<unsigned char>(ignoreCase_ ? ToLowerLetter(byte) : byte);
-    either[1] = static_cast<unsigned char>(ignoreCase_ ? ToUpperLetter(byte) : byte);
+    const unsigned char lower = folding_[byte];
+    either[0] = lower;
+    either[1] = ignoreCase_ && lower >= 'a' && lower <= 'z' ? static_cast<unsigned char>(lower - 32) : lower;
   }
 
   // The first two bytes of a longer character. Letters that have two cases outside ASCII take two bytes in
