@@ -60,7 +60,7 @@ function(explorer_unit_tests area)
     target_link_options(${target} PRIVATE -static)
   endif()
   add_test(NAME ${target} COMMAND ${target})
-  set_tests_properties(${target} PROPERTIES TIMEOUT 240 FAIL_REGULAR_EXPRESSION "${EXPLORER_CRASH_PATTERN}" LABELS unit)
+  set_tests_properties(${target} PROPERTIES TIMEOUT 1800 FAIL_REGULAR_EXPRESSION "${EXPLORER_CRASH_PATTERN}" LABELS unit)
 endfunction()
 
 # explorer_integration_tests(AREA SOURCES ... [LINKS ...] [SECONDS n])
@@ -77,8 +77,8 @@ function(explorer_integration_tests area)
   target_link_libraries(${target} PRIVATE ${ARG_LINKS} test_support gmock gtest)
   explorer_use_test_headers(${target} integration_test_headers)
   add_test(NAME ${target} COMMAND ${target} WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
-  # It may have to wait for a display; a program that hangs is ended by run-in-wine.sh.
-  set_tests_properties(${target} PROPERTIES TIMEOUT 900 FAIL_REGULAR_EXPRESSION "${EXPLORER_CRASH_PATTERN}"
+  # It may have to wait for a display; a program that hangs ends itself, or is ended by run-in-wine.sh.
+  set_tests_properties(${target} PROPERTIES TIMEOUT 7200 FAIL_REGULAR_EXPRESSION "${EXPLORER_CRASH_PATTERN}"
     LABELS integration ENVIRONMENT EXPLORER_IS_TEST=1)
   if(ARG_SECONDS)
     set_tests_properties(${target} PROPERTIES COST ${ARG_SECONDS})
