@@ -92,7 +92,7 @@ CHistoryView::CHistoryView(int controlId, HistoryServices services)
       services_(std::move(services)),
       platform_(std::make_unique<ShellHistoryPlatform>()),
       history_(std::make_unique<HistoryList>(*platform_, FoldCodePageCase)),
-      pictures_(std::make_unique<RowPictures>(services_.preview)) {}
+      pictures_(std::make_unique<RowPictures>(services_.preview, services_.clock)) {}
 
 CHistoryView::~CHistoryView() {
   if (!listBox_) return;  // never came to life: there is nothing to keep
