@@ -78,6 +78,12 @@ void FileView::OnClose() {
 
 // ILocationPeer
 
+STDMETHODIMP FileView::GetKind(PeerKind* kind) {
+  if (!kind) return E_POINTER;
+  *kind = PeerKind::kFileView;
+  return S_OK;
+}
+
 STDMETHODIMP FileView::TellLocation(ILocationSink* sink) {
   return Guarded([&] {
     if (!sink) return E_POINTER;
@@ -167,7 +173,7 @@ void FileView::FolderOpened() {
 }
 
 void FileView::FolderFailed(const Location& folder, DWORD error) {
-  ShowError(FolderErrorText(error, folder.Text(), SystemErrorText(error)));
+  ShowError(FolderErrorText(error, folder.Text(), SystemErrorText(error, folder.Name())));
   // Whoever asked for the folder goes back to the one that stays.
   if (!listing().folder.empty()) followers_.Announce(listing().folder);
   FireContentChanged();

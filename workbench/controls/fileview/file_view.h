@@ -37,6 +37,7 @@ class FileView : public OleControl,
   void* Interface(REFIID iid);
 
   // ILocationPeer
+  STDMETHODIMP GetKind(PeerKind* kind) override;
   STDMETHODIMP TellLocation(ILocationSink* sink) override;
   STDMETHODIMP GoTo(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) override;
   STDMETHODIMP AdviseLocation(ILocationSink* sink) override;

@@ -74,7 +74,7 @@ void FileView::OpenFile(const std::wstring& path, const ITEMIDLIST* pidl) {
   const std::wstring name(NameOfPath(path));
   ShowError(error == ERROR_NO_ASSOCIATION
                 ? L"No program is set up to open \u201C" + name + L"\u201D."
-                : L"\u201C" + name + L"\u201D cannot be opened: " + SystemErrorText(error));
+                : L"\u201C" + name + L"\u201D cannot be opened: " + SystemErrorText(error, name));
 }
 
 // ListingItemView: an item's default action, its selection.
@@ -202,7 +202,7 @@ void FileView::CopySelection(bool cut) {
   if (listing().folder.InArchive()) return ShowError(L"Items of an archive cannot be cut or copied.");
   const std::vector<std::wstring> paths = SelectedPaths();
   if (paths.empty()) return;
-  if (!PutOnClipboard(pane_.hwnd(), paths, cut)) ShowError(L"The clipboard is in use by another program.");
+  if (!PutOnClipboard(pane_.hwnd(), paths, cut)) ShowError(kClipboardInUse);
 }
 
 void FileView::Paste() {

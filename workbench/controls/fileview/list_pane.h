@@ -161,6 +161,7 @@ class ListPane : public WindowBase {
   LRESULT OnBeginDrag(NMHDR* header);
   LRESULT OnBeginRightDrag(NMHDR* header);
   LRESULT OnSetFocus(NMHDR* header);
+  LRESULT OnHover(NMHDR* header);
   void OnContext(LPARAM lParam);
 
   ListPaneOwner& owner_;

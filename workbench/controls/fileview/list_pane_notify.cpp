@@ -95,6 +95,7 @@ LRESULT ListPane::OnNotify(NMHDR* header) {
       {static_cast<UINT>(LVN_BEGINDRAG), &ListPane::OnBeginDrag},
       {static_cast<UINT>(LVN_BEGINRDRAG), &ListPane::OnBeginRightDrag},
       {static_cast<UINT>(NM_SETFOCUS), &ListPane::OnSetFocus},
+      {static_cast<UINT>(NM_HOVER), &ListPane::OnHover},
   };
   if (!list_ || header->hwndFrom != list_) return 0;
   for (const Notification& row : kNotifications) {
@@ -216,6 +217,12 @@ LRESULT ListPane::OnBeginRightDrag(NMHDR*) {
 LRESULT ListPane::OnSetFocus(NMHDR*) {
   owner_.OnFocus();
   return 0;
+}
+
+// A container may switch on that rows get selected under a mouse that rests. What is selected here is what the user
+// clicked on, and nothing else: the next Delete must not take a file that the mouse happened to lie on.
+LRESULT ListPane::OnHover(NMHDR*) {
+  return 1;
 }
 
 int ListPane::RowAt(POINT screen) const {

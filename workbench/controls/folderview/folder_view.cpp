@@ -101,6 +101,12 @@ void FolderView::OnClose() {
 
 // ILocationPeer
 
+STDMETHODIMP FolderView::GetKind(PeerKind* kind) {
+  if (!kind) return E_POINTER;
+  *kind = PeerKind::kFolderView;
+  return S_OK;
+}
+
 STDMETHODIMP FolderView::TellLocation(ILocationSink* sink) {
   return Guarded([&] {
     if (!sink) return E_POINTER;
@@ -197,7 +203,7 @@ HRESULT FolderView::PutFileView(Call& call) {
   if (FAILED(result)) return result;
   if (closed()) return E_UNEXPECTED;
   const Location before = current_;
-  if (!fileView_.Connect(object))
+  if (!fileView_.Connect(object, PeerKind::kFileView))
     throw CallError{E_NOINTERFACE, L"The object is not a file view of this kind."};
   fileViewObject_.reset();
   if (object) fileViewObject_ = ComRef<IUnknown>(object);
@@ -344,7 +350,7 @@ void FolderView::OnFileOpened(const Location& location) {
   request.nShow = SW_SHOWNORMAL;
   if (ShellExecuteExW(&request)) return;
   const DWORD error = GetLastError();
-  Report(L"\u201C" + location.Name() + L"\u201D cannot be opened: " + SystemErrorText(error));
+  Report(L"\u201C" + location.Name() + L"\u201D cannot be opened: " + SystemErrorText(error, location.Name()));
 }
 
 // Whoever was in a folder that has gone, or below it, goes to the one above.
@@ -393,7 +399,7 @@ void FolderView::RunVerb(const std::string& verb, const Location& location) {
     pane_.RefreshSelected();
   } else if (verb == "cut" || verb == "copy") {
     if (!PutOnClipboard(owner, {location.path()}, verb == "cut")) {
-      result.error = L"The clipboard is in use by another program.";
+      result.error = kClipboardInUse;
     }
   } else if (verb == "paste") {
     result = PasteInto(owner, location.path());

@@ -17,6 +17,7 @@ class FolderView : public OleControl, public ILocationPeer, public TreePaneOwner
 
   // ILocationPeer: the tree passes a wish on to the file view that it is linked to and follows what comes of
   // it.
+  STDMETHODIMP GetKind(PeerKind* kind) override;
   STDMETHODIMP TellLocation(ILocationSink* sink) override;
   STDMETHODIMP GoTo(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) override;
   STDMETHODIMP AdviseLocation(ILocationSink* sink) override;

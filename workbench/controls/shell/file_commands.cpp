@@ -12,13 +12,17 @@
 namespace controls {
 namespace {
 
+// Together they stay below what a user feels as a pause.
+constexpr int kClipboardTries = 5;
+constexpr DWORD kClipboardPauseMs = 10;
+
 void SetClipboardBlock(UINT format, HGLOBAL block) {
   if (block && !SetClipboardData(format, block)) GlobalFree(block);
 }
 
 class ClipboardOpen {
  public:
-  explicit ClipboardOpen(HWND owner) : open_(OpenClipboard(owner) != FALSE) {}
+  explicit ClipboardOpen(HWND owner) : open_(OpenBusyClipboard(owner, [] { Sleep(kClipboardPauseMs); })) {}
   ~ClipboardOpen() {
     if (open_) CloseClipboard();
   }
@@ -60,6 +64,14 @@ OperationResult DeleteLiterally(HWND owner, const std::wstring& path) {
 
 }  // namespace
 
+bool OpenBusyClipboard(HWND owner, const std::function<void()>& pause) {
+  for (int tries = 1; !OpenClipboard(owner); ++tries) {
+    if (tries == kClipboardTries) return false;
+    pause();
+  }
+  return true;
+}
+
 bool PutOnClipboard(HWND owner, const std::vector<std::wstring>& paths, bool cut) {
   const ClipboardOpen clipboard(owner);
   if (paths.empty() || !clipboard.ok() || !EmptyClipboard()) return false;
@@ -78,7 +90,7 @@ OperationResult PasteInto(HWND owner, const std::wstring& folder) {
   bool cut = false;
   {
     const ClipboardOpen clipboard(owner);
-    if (!clipboard.ok()) return Failure(L"The clipboard cannot be opened", GetLastError());
+    if (!clipboard.ok()) return {false, kClipboardInUse};
     paths = FilesOnClipboard(cut);
   }
   if (paths.empty()) {

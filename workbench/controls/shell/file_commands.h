@@ -3,12 +3,19 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "workbench/controls/shell/file_transfer.h"
 
 namespace controls {
+
+inline constexpr wchar_t kClipboardInUse[] = L"The clipboard is in use by another program.";
+
+// Opens the clipboard. Other programs hold it open for moments (those that keep its history, for one), so it is tried a
+// few times, with a pause in between. False when it stays in use.
+bool OpenBusyClipboard(HWND owner, const std::function<void()>& pause);
 
 // Puts files on the clipboard, to be copied or moved by a later paste. False when the clipboard cannot be
 // had.

@@ -39,7 +39,7 @@ std::wstring OperationErrorText(int code) {
   for (const Text& row : kTexts) {
     if (row.code == code) return row.text;
   }
-  return SystemErrorText(static_cast<DWORD>(code));
+  return SystemErrorText(static_cast<DWORD>(code), {});
 }
 
 }  // namespace
@@ -67,7 +67,7 @@ ShellOutcome RunShellOperation(HWND owner, UINT operation, const std::vector<std
 
 OperationResult Failure(const std::wstring& what, DWORD error) {
   OperationResult result;
-  result.error = what + L": " + SystemErrorText(error);
+  result.error = what + L": " + SystemErrorText(error, {});
   return result;
 }
 
