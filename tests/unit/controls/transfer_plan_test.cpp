@@ -160,10 +160,4 @@ TEST_F(TransferPlanTest, PathsThatTheShellWouldMisreadAreRefused) {
   EXPECT_NE(Plan({path}).error, L"");
 }
 
-TEST(NameOfCopy, KeepsTheExtension) {
-  EXPECT_EQ(NameOfCopy(L"a.tar.gz", 1), L"a.tar - Copy.gz");
-  EXPECT_EQ(NameOfCopy(L"folder", 3), L"folder - Copy (3)");
-  EXPECT_EQ(NameOfCopy(L".profile", 1), L".profile - Copy");
-}
-
 }  // namespace

@@ -121,14 +121,4 @@ void DropReplacements(TransferPlan& plan) {
   std::erase_if(plan.transfers, [](const Transfer& transfer) { return transfer.replaces; });
 }
 
-std::wstring NameOfCopy(std::wstring_view name, int number) {
-  const std::wstring_view extension = ExtensionOf(name);
-  const std::wstring_view stem =
-      extension.empty() ? name : name.substr(0, name.size() - extension.size() - 1);
-  std::wstring copy = std::wstring(stem) + L" - Copy";
-  if (number > 1) copy += L" (" + std::to_wstring(number) + L")";
-  if (!extension.empty()) copy += L"." + std::wstring(extension);
-  return copy;
-}
-
 }  // namespace controls

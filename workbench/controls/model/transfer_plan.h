@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/files/paths.h"
+
 namespace controls {
 
 enum class PathKind { kNothing, kFile, kFolder };
@@ -50,7 +52,6 @@ TransferQuestions QuestionsOf(const TransferPlan& plan, bool move);
 // The plan of who wants to keep the files that stand there.
 void DropReplacements(TransferPlan& plan);
 
-// A free name for a copy beside its source: "name - Copy.ext", "name - Copy (2).ext".
-std::wstring NameOfCopy(std::wstring_view name, int number);
+using base::NameOfCopy;
 
 }  // namespace controls
