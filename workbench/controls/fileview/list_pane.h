@@ -106,6 +106,8 @@ class ListPane : public WindowBase {
   void EnsureVisible(int row);
   bool IsSelected(int row) const;
   bool EditLabel(int row);
+  // Of the name that is being edited.
+  void SetEditText(const std::wstring& text);
   POINT RowPoint(int row) const;
   // The row at a point of the screen; -1 for none.
   int RowAt(POINT screen) const;

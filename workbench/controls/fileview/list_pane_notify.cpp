@@ -156,6 +156,18 @@ LRESULT ListPane::OnKeyDown(NMHDR* header) {
   return owner_.OnKey(key, KeyDown(VK_CONTROL), KeyDown(VK_SHIFT)) ? 1 : 0;
 }
 
+bool ListPane::EditLabel(int row) {
+  SetFocus(list_);
+  return SendMessageW(list_, LVM_EDITLABELW, static_cast<WPARAM>(row), 0) != 0;
+}
+
+void ListPane::SetEditText(const std::wstring& text) {
+  const auto edit = reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETEDITCONTROL, 0, 0));
+  if (!edit) return;
+  SetWindowTextW(edit, text.c_str());
+  SendMessageW(edit, EM_SETSEL, 0, -1);
+}
+
 LRESULT ListPane::OnBeginLabelEdit(NMHDR* header) {
   const int row = reinterpret_cast<NMLVDISPINFOW*>(header)->item.iItem;
   if (!owner_.MayRename(row)) return TRUE;
