@@ -64,6 +64,12 @@ struct FileStatus {
   bool operator==(const FileStatus&) const = default;
 };
 
+// Whether it is one file, and as far as can be seen without reading it, with the same contents.
+inline bool SameContent(const FileStatus& first, const FileStatus& second) {
+  return first.kind == second.kind && first.identity == second.identity && first.size == second.size &&
+         first.modified == second.modified;
+}
+
 struct FileEntry {
   std::wstring name;  // as it goes into PathInFolder's result: base/files/paths.h
   FileStatus status;
@@ -85,7 +91,7 @@ class FileSystem {
   // particular order.
   virtual SystemError List(const std::wstring& folder, std::vector<FileEntry>* entries) = 0;
 
-  virtual SystemError CreateFolder(const std::wstring& path) = 0;
+  virtual SystemError MakeFolder(const std::wstring& path) = 0;
 
   // Called with the bytes copied so far; false stops the copy.
   using CopyProgress = std::function<bool(uint64_t bytes)>;

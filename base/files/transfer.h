@@ -92,8 +92,9 @@ enum class FailureReason {
   kSpecialFile,     // a pipe, socket or device cannot be copied
   kLinkNotMade,     // the link could not be made at the destination (`error`); the contents are not copied
                     // instead
+  kAttributesLost,  // the folder came, but not its times or attributes (`error`)
   kSizeDiffers,     // the copy came out with another size: it was taken away again
-  kSourceChanged,   // moved to another file system: the source changed meanwhile and was kept
+  kSourceChanged,   // it changed while it was copied, moved or deleted, and was left as it is
   kFolderInTheWay,  // Replace for a file where a folder stands
   kFileInTheWay,    // Replace for a folder where a file stands
   kKept,            // moved to another file system: kept because something inside could not be moved
