@@ -22,6 +22,17 @@ namespace fileops_test {
 
 using test_support::WaitUntil;
 
+// Whether a file operation of this program is under way.
+inline bool Busy() {
+  HWND window = nullptr;
+  while ((window = FindWindowExA(HWND_MESSAGE, window, "SswareShellOperation", nullptr)) != nullptr) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process == GetCurrentProcessId()) return true;
+  }
+  return false;
+}
+
 class FileOpsTest : public testing::Test {
  protected:
   // Starts the explorer on directory()\files, the folder tree in front.
@@ -87,16 +98,6 @@ class FileOpsTest : public testing::Test {
     const auto edit = reinterpret_cast<HWND>(SendMessageA(box, CBEM_GETEDITCONTROL, 0, 0));
     SetWindowTextA(edit, path.c_str());
     SendMessageA(edit, WM_KEYDOWN, VK_RETURN, 1);
-  }
-  // Whether an operation of this program is under way.
-  static bool Busy() {
-    HWND window = nullptr;
-    while ((window = FindWindowExA(HWND_MESSAGE, window, "SswareShellOperation", nullptr)) != nullptr) {
-      DWORD process = 0;
-      GetWindowThreadProcessId(window, &process);
-      if (process == GetCurrentProcessId()) return true;
-    }
-    return false;
   }
   // Waits until the operations that were started have ended and told what they have to tell.
   void Finish() {
