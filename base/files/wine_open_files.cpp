@@ -1,6 +1,7 @@
 #include "base/files/wine_open_files.h"
 
 #include <algorithm>
+#include <chrono>
 
 #include "base/files/wine_calls.h"
 
@@ -8,6 +9,7 @@ namespace base::wine {
 namespace {
 
 constexpr int kCallsBetweenLooks = 100;
+constexpr std::chrono::milliseconds kFresh(10);
 
 bool IsNumber(const std::string& text) {
   return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
@@ -44,10 +46,12 @@ void OpenFiles::Look() {
     }
   }
   callsLeft_ = kCallsBetweenLooks;
+  lookedAt_ = std::chrono::steady_clock::now();
 }
 
 bool OpenFiles::MayContain(const FileIdentity& file) {
-  if (callsLeft_-- <= 0) Look();
+  // Another operation may begin much later.
+  if (callsLeft_-- <= 0 || std::chrono::steady_clock::now() - lookedAt_ > kFresh) Look();
   return !known_ || open_.contains(file);
 }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <set>
+#include <string_view>
 
 #include "base/files/paths.h"
 #include "workbench/controls/com/com_object.h"
@@ -18,8 +19,16 @@ bool Exists(const std::wstring& path) {
   return GetFileAttributesW(base::ExtendedPath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-std::string BytesOfList(const ITEMIDLIST* list) {
-  return std::string(reinterpret_cast<const char*>(list), ILGetSize(list));
+bool IsWine() {
+  return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+// What tells an item of the bin from all others, the same each time that the bin is read. Wine's lists have a byte and the
+// find data of the item in front of the name that it got in the bin, and don't clear the unused parts of the find data.
+std::string IdOf(const ITEMIDLIST* child) {
+  const size_t inFront = IsWine() ? sizeof(USHORT) + 1 + sizeof(WIN32_FIND_DATAW) : 0;
+  const std::string_view bytes(reinterpret_cast<const char*>(child), ILGetSize(child));
+  return std::string(bytes.size() > inFront ? bytes.substr(inFront) : bytes);
 }
 
 ComRef<IShellFolder2> BinFolder() {
@@ -66,7 +75,7 @@ void ForEachBinned(IShellFolder2& folder, Act act) {
 std::set<std::string> BinContents(IShellFolder2& folder) {
   std::set<std::string> ids;
   ForEachBinned(folder, [&](const ITEMIDLIST* child) {
-    ids.insert(BytesOfList(child));
+    ids.insert(IdOf(child));
     return true;
   });
   return ids;
@@ -77,7 +86,7 @@ std::vector<BinnedItem> NewInBin(IShellFolder2& folder, const std::set<std::stri
                                  const std::vector<std::wstring>& paths) {
   std::vector<BinnedItem> found;
   ForEachBinned(folder, [&](const ITEMIDLIST* child) {
-    std::string id = BytesOfList(child);
+    std::string id = IdOf(child);
     if (before.contains(id)) return true;
     // The name and the moment tell which one it is: the bin may know the folder by another spelling of its path.
     const std::wstring name = OriginalName(folder, child);
@@ -87,10 +96,6 @@ std::vector<BinnedItem> NewInBin(IShellFolder2& folder, const std::set<std::stri
     return true;
   });
   return found;
-}
-
-bool IsWine() {
-  return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
 // The bin's own menu gives the item back. Wine knows the entry by its place alone: it is the first.
@@ -156,7 +161,7 @@ base::SystemError RestoreFromBin(const BinnedItem& item) {
   if (!bin) return ERROR_NOT_SUPPORTED;
   HRESULT result = HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
   ForEachBinned(*bin.get(), [&](const ITEMIDLIST* child) {
-    if (BytesOfList(child) != item.binId) return true;
+    if (IdOf(child) != item.binId) return true;
     ComRef<IContextMenu> menu;
     result = bin->GetUIObjectOf(nullptr, 1, &child, IID_IContextMenu, nullptr, menu.put_void());
     if (SUCCEEDED(result)) result = Undelete(*menu.get());

@@ -13,7 +13,7 @@ namespace controls {
 // An item that went to the recycle bin.
 struct BinnedItem {
   std::wstring path;   // where it was
-  std::string binId;   // the bin's own name of it: the bytes of an item identifier list
+  std::string binId;   // the bin's own name of it, as bytes
 };
 
 struct UndoEntry {
