@@ -1,7 +1,6 @@
 #include "base/files/wine_open_files.h"
 
 #include <algorithm>
-#include <chrono>
 
 #include "base/files/wine_calls.h"
 
@@ -9,7 +8,6 @@ namespace base::wine {
 namespace {
 
 constexpr int kCallsBetweenLooks = 100;
-constexpr std::chrono::milliseconds kFresh(10);
 
 bool IsNumber(const std::string& text) {
   return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
@@ -46,12 +44,10 @@ void OpenFiles::Look() {
     }
   }
   callsLeft_ = kCallsBetweenLooks;
-  lookedAt_ = std::chrono::steady_clock::now();
 }
 
 bool OpenFiles::MayContain(const FileIdentity& file) {
-  // Another operation may begin much later.
-  if (callsLeft_-- <= 0 || std::chrono::steady_clock::now() - lookedAt_ > kFresh) Look();
+  if (callsLeft_-- <= 0) Look();
   return !known_ || open_.contains(file);
 }
 

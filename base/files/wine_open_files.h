@@ -3,7 +3,6 @@
 // somebody has open are asked about.
 #pragma once
 
-#include <chrono>
 #include <set>
 #include <string>
 #include <vector>
@@ -26,7 +25,6 @@ class OpenFiles {
 
   bool known_ = false;
   int callsLeft_ = 0;
-  std::chrono::steady_clock::time_point lookedAt_;
   std::vector<std::string> servers_;  // "/proc/<number>/fd/" of each server of Wine
   std::set<FileIdentity> open_;
 };

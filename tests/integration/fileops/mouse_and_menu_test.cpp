@@ -19,9 +19,8 @@ class MouseAndMenuTest : public FileOpsTest {
   void SetUp() override {
     fixture_.directory().AddFile(L"files\\a.txt", "of a");
     fixture_.directory().AddFile(L"files\\b.txt", "of b");
-    fixture_.directory().AddFile(L"files\\program.exe", "no program at all");
     fixture_.directory().AddFile(L"files\\sub\\c.txt", "of c");
-    Start(4);
+    Start(3);
   }
   LPARAM PointOf(const std::string& name) {
     RECT rect = {};
@@ -47,12 +46,6 @@ TEST_F(MouseAndMenuTest, AMouseThatRestsOnARowSelectsNothing) {
 TEST_F(MouseAndMenuTest, AClickStillSelects) {
   fixture_.ClickFile("a.txt");
   EXPECT_TRUE(WaitUntil([this] { return fixture_.SelectedNames() == std::vector<std::string>{"a.txt"}; }));
-}
-
-TEST_F(MouseAndMenuTest, AReasonOfTheSystemNamesTheFile) {
-  fixture_.DoubleClickFile("program.exe");
-  EXPECT_TRUE(WaitUntil([this] { return Status().find("cannot be opened") != std::string::npos; })) << Status();
-  EXPECT_THAT(Status(), Not(HasSubstr("%1")));
 }
 
 // Keeps the clipboard open from another thread, as another program would.

@@ -103,7 +103,7 @@ HRESULT FileView::SelectItem(const std::shared_ptr<Listing>& from, ItemId id, bo
 void FileView::OnSelectionChanged() {
   const ComRef<IOleObject> self(this);
   selectWhenShown_.clear();  // the user looks elsewhere by now
-  ClearError();
+  if (!pane_.editing()) ClearError();  // a name that was refused is edited again, and the reason stays
   UpdateStatus();
   FireSelectionChanged();
 }

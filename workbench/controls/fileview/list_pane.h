@@ -106,6 +106,7 @@ class ListPane : public WindowBase {
   void EnsureVisible(int row);
   bool IsSelected(int row) const;
   bool EditLabel(int row);
+  bool editing() const { return SendMessageW(list_, LVM_GETEDITCONTROL, 0, 0) != 0; }
   // Of the name that is being edited.
   void SetEditText(const std::wstring& text);
   POINT RowPoint(int row) const;
