@@ -97,7 +97,8 @@ TEST_F(FileOperationTest, AFolderIntoItselfStaysAndIsAFailureWithAReason) {
   for (const UINT operation : {FO_MOVE, FO_COPY}) {
     EXPECT_NE(Run(operation, {"dir"}, "from\\dir\\inner"), 0);
     EXPECT_EQ(error_, 0U);
-    EXPECT_THAT(boxes_.boxes().back().text, HasSubstr("\"dir\": A folder cannot be copied or moved into itself."));
+    EXPECT_THAT(boxes_.boxes().back().text,
+                HasSubstr("\"dir\": A folder cannot be copied or moved into itself."));
   }
   EXPECT_EQ(boxes_.boxes().size(), 2U);
   EXPECT_TRUE(Exists("from\\dir\\x.txt"));

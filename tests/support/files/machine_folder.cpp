@@ -55,14 +55,18 @@ void RemoveTree(const std::string& path) {
 
 }  // namespace
 
-MachineFolder::MachineFolder() {
+bool MachineFolder::TryToMake(const std::string& place) {
   static std::atomic<int> number = 0;
-  const std::string own = "files-test-" + std::to_string(ProcessNumber()) + "-" + std::to_string(++number);
-  for (const char* place : {"/dev/shm/", "/tmp/"}) {
-    path_ = place + own;
-    if (MakeDirectory(path_, 0700) == 0) return;
-  }
-  throw std::runtime_error("no place for " + own);
+  path_ = place + "files-test-" + std::to_string(ProcessNumber()) + "-" + std::to_string(++number);
+  return MakeDirectory(path_, 0700) == 0;
+}
+
+MachineFolder::MachineFolder() {
+  if (!TryToMake("/dev/shm/") && !TryToMake("/tmp/")) throw std::runtime_error("no place for " + path_);
+}
+
+MachineFolder::MachineFolder(const std::string& place) {
+  if (!TryToMake(place)) throw std::runtime_error("no place for " + path_);
 }
 
 MachineFolder::~MachineFolder() {

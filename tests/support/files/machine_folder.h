@@ -12,7 +12,8 @@ using FolderContents = std::map<std::string, std::string>;
 
 class MachineFolder {
  public:
-  MachineFolder();  // a new empty one
+  MachineFolder();  // a new empty one, in memory where the machine has such a place
+  explicit MachineFolder(const std::string& place);  // in that folder, "/tmp/"
   ~MachineFolder();
   MachineFolder(const MachineFolder&) = delete;
   MachineFolder& operator=(const MachineFolder&) = delete;
@@ -33,6 +34,7 @@ class MachineFolder {
   void Clear() const;
 
  private:
+  bool TryToMake(const std::string& place);
   void MakeParents(const std::string& name) const;
 
   std::string path_;
