@@ -32,6 +32,7 @@ class TestFiles final : public base::FileSystem {
   std::set<std::wstring> endedTokens;
   size_t calls = 0;
 
+  void BeginOperation() override { inner_.BeginOperation(); }
   base::SystemError Status(const std::wstring& path, base::FileStatus* status) override;
   base::SystemError TargetStatus(const std::wstring& path, base::FileStatus* status) override;
   base::SystemError PhysicalChain(const std::wstring& path, std::vector<base::FileIdentity>* chain) override;
