@@ -1,5 +1,7 @@
 #include "base/files/destination_folder.h"
 
+#include <algorithm>
+
 #include "base/files/name_case.h"
 #include "base/files/paths.h"
 #include "base/files/temporary_name.h"
@@ -49,7 +51,11 @@ void DestinationFolder::Refresh(const std::wstring& name, FileSystem& files) {
   Remove(name);
   FileStatus status;
   if (files.Status(PathInFolder(path_, name), &status) != kNoError) return;
-  entries_.emplace(FoldedName(name), Entry{name, status, false});
+  // A file system may take names for one that are two for us: it may be what came just before.
+  const bool made = std::any_of(entries_.begin(), entries_.end(), [&](const auto& entry) {
+    return entry.second.made && entry.second.status.identity == status.identity;
+  });
+  entries_.emplace(FoldedName(name), Entry{name, status, made});
 }
 
 void DestinationFolder::Remove(const std::wstring& name) {

@@ -79,6 +79,9 @@ class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
+  // Called as an operation begins: what may be remembered from before is to be looked at again.
+  virtual void BeginOperation() {}
+
   // What stands at path; a link is a link. Nothing there: kFileNotFound or kPathNotFound, and kNothing.
   virtual SystemError Status(const std::wstring& path, FileStatus* status) = 0;
   // The same of what a link leads to, in the end.

@@ -44,6 +44,7 @@ bool TransferRun::Tell(const std::wstring& source, const std::wstring& target) {
 
 TransferReport TransferRun::Run(const TransferRequest& request) {
   kind_ = request.kind;
+  files_.BeginOperation();
   report_.undo.kind = UndoKindOf(request.kind);
   TransferPlan plan = PlanTransfer(request, files_, [this, &request](const TransferPlan& soFar) {
     SetTotals(soFar.items, soFar.bytes);

@@ -81,7 +81,8 @@ class TransferObserver {
   virtual ConflictReply OnConflict(const Conflict& conflict) = 0;
   // Called before each object and after each portion of a large file (about 1 MB). False cancels: the file at
   // hand leaves nothing behind, and neither does the source at hand (one of TransferRequest::sources): what
-  // has been made of it is taken away again, except where it replaced something. Sources before it stay done.
+  // has been made of it is taken away again, except where it replaced something. What a move within the file
+  // system has put elsewhere stays there, and so do the sources before it.
   virtual bool OnProgress(const TransferProgress& progress) = 0;
 };
 

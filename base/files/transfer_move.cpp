@@ -10,7 +10,7 @@ TransferRun::Outcome TransferRun::Move(PlanNode& node, const std::wstring& sourc
                                        const Arrival& arrival) {
   const std::wstring target = PathInFolder(folder.path(), arrival.name);
   const SystemError error =
-      arrival.replaces ? MoveOver(node, source, target, arrival) : files_.Rename(source, target);
+      arrival.replaces ? MoveOver(node, source, folder, arrival) : files_.Rename(source, target);
   if (error == kNotSameDevice) return MoveAcross(node, source, folder, arrival);
   if (error == kAlreadyExists || error == kFileExists) return Outcome::kAgain;
   const TreeSize size = SizeOfTree(node);
@@ -28,14 +28,24 @@ TransferRun::Outcome TransferRun::Move(PlanNode& node, const std::wstring& sourc
 }
 
 SystemError TransferRun::MoveOver(const PlanNode& node, const std::wstring& source,
-                                  const std::wstring& target, const Arrival& arrival) {
+                                  const DestinationFolder& folder, const Arrival& arrival) {
+  const std::wstring target = PathInFolder(folder.path(), arrival.name);
   FileStatus standing;
   const SystemError error = files_.Status(target, &standing);
   // The user agreed to replace this file and no other one.
   if (error != kNoError || standing.identity != arrival.standing) return kAlreadyExists;
-  // Two names of one file: the file stands at the destination already.
-  if (standing.identity == node.status.identity) return RemoveObject(node.status.kind, source);
+  if (standing.identity == node.status.identity) return MoveOntoItself(node, source, folder);
   return files_.Replace(source, target);
+}
+
+// The file stands at the destination already. Under a second name in another folder it goes from there; but two paths
+// may also be one name.
+SystemError TransferRun::MoveOntoItself(const PlanNode& node, const std::wstring& source,
+                                        const DestinationFolder& folder) {
+  FileStatus parent;
+  const SystemError error = files_.TargetStatus(ParentOfPath(source), &parent);
+  if (error != kNoError || parent.identity == folder.identity()) return error;
+  return RemoveObject(node.status.kind, source);
 }
 
 void TransferRun::NoteMove(const std::wstring& from, const std::wstring& to, const FileIdentity& identity) {

@@ -85,8 +85,13 @@ class Planner {
       return TransferFailure{source.path, FailureReason::kIntoItself, kNoError};
     }
     FileStatus parent;
-    error = files_.TargetStatus(ParentOfPath(source.path), &parent);
-    if (error != kNoError) parent = source.node.status;  // a root that is copied has no parent
+    if (IsRootPath(source.path)) {
+      parent = source.node.status;  // it is copied only, and stands in no folder
+      parent.identity.index = ~plan_.folder.index;
+    } else {
+      error = files_.TargetStatus(ParentOfPath(source.path), &parent);
+      if (error != kNoError) return TransferFailure{source.path, FailureReason::kSystem, error};
+    }
     source.inDestination = parent.identity == plan_.folder;
     source.acrossFileSystems = parent.identity.volume != plan_.folder.volume;
     return std::nullopt;

@@ -84,8 +84,9 @@ class TransferRun {
   Outcome Move(PlanNode& node, const std::wstring& source, DestinationFolder& folder, const Arrival& arrival);
   Outcome MoveAcross(PlanNode& node, const std::wstring& source, DestinationFolder& folder,
                      const Arrival& arrival);
-  SystemError MoveOver(const PlanNode& node, const std::wstring& source, const std::wstring& target,
+  SystemError MoveOver(const PlanNode& node, const std::wstring& source, const DestinationFolder& folder,
                        const Arrival& arrival);
+  SystemError MoveOntoItself(const PlanNode& node, const std::wstring& source, const DestinationFolder& folder);
   void RemoveCopiedSources(size_t first, const std::wstring& destination);
   bool RemoveCopiedSource(const PendingRemoval& pending);
   void NoteMove(const std::wstring& from, const std::wstring& to, const FileIdentity& identity);

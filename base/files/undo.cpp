@@ -12,6 +12,7 @@ class Undoing {
       : record_(record), files_(files), run_(files, observer) {}
 
   TransferReport Run() {
+    files_.BeginOperation();
     run_.SetTotals(record_.made.size() + record_.moved.size(), 0);
     MakeEmptiedFolders();
     for (auto at = record_.moved.rbegin(); at != record_.moved.rend() && !run_.report().cancelled; ++at)

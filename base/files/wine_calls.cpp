@@ -5,6 +5,7 @@
 
 #ifdef _WIN32
 #include <windows.h>
+#undef RemoveDirectory
 #else
 #include <sys/syscall.h>
 #include <unistd.h>

@@ -43,6 +43,12 @@ SystemError ChooseMeaning(const std::string& folder, std::string* name) {
 
 }  // namespace
 
+void WineFileSystem::BeginOperation() {
+  const std::lock_guard lock(mutex_);
+  folders_.clear();
+  openFiles_.Forget();
+}
+
 SystemError WineFileSystem::LocateFolder(const std::wstring& folder, std::string* located) {
   {
     const std::lock_guard lock(mutex_);

@@ -26,6 +26,7 @@ class WineFileSystem final : public FileSystem {
  public:
   explicit WineFileSystem(WineSurroundings surroundings) : surroundings_(std::move(surroundings)) {}
 
+  void BeginOperation() override;
   SystemError Status(const std::wstring& path, FileStatus* status) override;
   SystemError TargetStatus(const std::wstring& path, FileStatus* status) override;
   SystemError PhysicalChain(const std::wstring& path, std::vector<FileIdentity>* chain) override;
