@@ -29,13 +29,7 @@ function(explorer_test_headers name)
 endfunction()
 function(explorer_use_test_headers target headers)
   explorer_quickly_built(${target})
-  if(NOT EXPLORER_SHARED_HEADERS)
-    return()
-  endif()
-  target_precompile_headers(${target} REUSE_FROM ${headers})
-  # Once system headers are precompiled, GCC 12 gives its false alarms about their inlined copies, too.
-  target_compile_options(${target} PRIVATE
-    $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds -Wno-stringop-overread -Wno-stringop-overflow>)
+  explorer_use_headers(${target} ${headers})
 endfunction()
 explorer_test_headers(unit_test_headers
   <algorithm> <array> <functional> <map> <memory> <string> <string_view> <vector> <gmock/gmock.h> <gtest/gtest.h>)

@@ -42,7 +42,7 @@ constexpr const wchar_t* kFiles[] = {L"a.obj",
                                      L"Z2.avi",
                                      L"archive.zip",
                                      L"no extension",
-                                     L".hidden",
+                                     L"hidden",
                                      L"k.xyz"};
 constexpr const wchar_t* kFolders[] = {L"Inner", L"\x00C4pfel", L"\x0421\x0446\x0435\x043D\x0430", L"zz"};
 constexpr size_t kItems = std::size(kFiles) + std::size(kFolders);

@@ -6,11 +6,10 @@
 //   scroll STEP   loads the file, and saves from its last entry on; ends the process before the step
 //   race NAME EVENT   tells the semaphore EVENT_ready, and saves 300 references of that name when the event
 //   is set
-// Steps are the calls that touch the disk, counted from 0. The name of the step is left in FOLDER\step.txt.
-// The result is 0 when the work came to its end without one.
+// Steps are the calls that touch the disk; STEP is their number, counted from 0, or a name. The name of the
+// step is left in FOLDER\step.txt. The result is 0 when the work came to its end without one.
 #include <windows.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -26,15 +25,14 @@ namespace {
 
 using namespace file_explorer;
 
-constexpr int kNever = -1;
 constexpr UINT kKilled = 77;
 constexpr int kFailed = 78;
 constexpr int kRaceEntries = 300;
 
 class Steps {
  public:
-  Steps(std::string folder, std::string how, int at)
-      : folder_(std::move(folder)), how_(std::move(how)), at_(at) {}
+  Steps(std::string folder, std::string how, std::string at)
+      : folder_(std::move(folder)), how_(std::move(how)), at_(std::move(at)) {}
 
   FavoritesFileCalls Files() {
     FavoritesFileCalls calls = SystemFileCalls();
@@ -54,7 +52,7 @@ class Steps {
 
   // False when the step fails.
   bool Take(const std::string& name) {
-    if (!isCounting_ || count_++ != at_) return true;
+    if (!isCounting_ || (std::to_string(count_++) != at_ && name != at_)) return true;
     std::ofstream(folder_ + "\\step.txt") << name;
     if (how_ != "fail" && how_ != "short") TerminateProcess(GetCurrentProcess(), kKilled);
     hasFailed_ = true;
@@ -76,7 +74,7 @@ class Steps {
 
   const std::string folder_;
   const std::string how_;
-  const int at_;
+  const std::string at_;  // a number or a name
   int count_ = 0;
   bool isCounting_ = false;
   bool hasFailed_ = false;
@@ -112,7 +110,7 @@ int Race(const std::string& file, const std::string& name, const char* event) {
       OpenSemaphoreA(SEMAPHORE_MODIFY_STATE, FALSE, (std::string(event) + "_ready").c_str()));
   if (!go || !ReleaseSemaphore(ready.get(), 1, nullptr)) return 4;
   WaitForSingleObject(go.get(), INFINITE);
-  Steps steps("", "", kNever);
+  Steps steps("", "", "");
   Save(list, list.topLevel().front(), file, steps);
   return 0;
 }
@@ -125,7 +123,7 @@ int main(int argc, char** argv) {
   const std::string_view how = argv[2];
   if (how == "race") return argc > 4 ? Race(file, argv[3], argv[4]) : 2;
   FavoriteList list(FoldCodePageLetters);
-  Steps steps(argv[1], argv[2], std::atoi(argv[3]));
+  Steps steps(argv[1], argv[2], argv[3]);
   steps.Count(how == "load");
   Load(list, file, steps);
   if (list.empty()) return 3;

@@ -55,7 +55,6 @@ TEST_F(HistoryPlatformTest, AListThatIsLongerThanWhatIsSavedIsReadWhole) {
     const std::string number = std::to_string(i);
     text += "  d" + number + " =  name " + number + "\r\n";
     if (i % 7 == 0) text += "d" + number + "=a second one\r\n\r\nno key here\r\n";
-    if (i == 180) text += "[Other]\r\nd181=elsewhere\r\nf183=elsewhere\r\n[HistoryList]\r\n";
   }
   folder.Put("history.dat", text);
   ASSERT_TRUE(Load(list));

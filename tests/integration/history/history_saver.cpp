@@ -4,11 +4,10 @@
 //   load STEP             loads the file; ends the process before the step
 //   race NAME EVENT       tells the semaphore EVENT_ready, and saves 50 paths of that name when the event is
 //   set
-// Steps are the calls that touch the disk, counted from 0. The name of the step is left in FOLDER\step.txt.
-// The result is 0 when the work came to its end without one.
+// Steps are the calls that touch the disk; STEP is their number, counted from 0, or a name. The name of the
+// step is left in FOLDER\step.txt. The result is 0 when the work came to its end without one.
 #include <windows.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <string>
 #include <string_view>
@@ -22,14 +21,13 @@ namespace {
 
 using namespace file_explorer;
 
-constexpr int kNever = -1;
 constexpr UINT kKilled = 77;
 constexpr int kFailed = 78;
 
 struct Plan {
   std::string folder;
-  int failAt = kNever;
-  int killAt = kNever;
+  std::string failAt;  // a number or a name; empty: never
+  std::string killAt;
 };
 
 class Steps {
@@ -38,10 +36,13 @@ class Steps {
 
   // False when the step fails.
   bool Take(const std::string& name) {
-    const int step = isCounting_ ? count_++ : kNever - 1;
-    if (step != plan_.killAt && step != plan_.failAt) return true;
+    if (!isCounting_) return true;
+    const std::string number = std::to_string(count_++);
+    const auto isIt = [&](const std::string& step) { return step == number || step == name; };
+    const bool isKilled = isIt(plan_.killAt);
+    if (!isKilled && !isIt(plan_.failAt)) return true;
     std::ofstream(plan_.folder + "\\step.txt", std::ios::app) << name << '\n';
-    if (step == plan_.killAt) TerminateProcess(GetCurrentProcess(), kKilled);
+    if (isKilled) TerminateProcess(GetCurrentProcess(), kKilled);
     hasFailed_ = true;
     return false;
   }
@@ -125,8 +126,8 @@ int main(int argc, char** argv) {
   ShellHistoryPlatform platform;
   HistoryList list(platform, FoldCodePageCase);
   if (how == "race") return argc > 4 ? Race(list, path, argv[3], argv[4]) : 2;
-  (how == "fail" ? plan.failAt : plan.killAt) = std::atoi(argv[3]);
-  if (argc > 4) plan.killAt = std::atoi(argv[4]);
+  (how == "fail" ? plan.failAt : plan.killAt) = argv[3];
+  if (argc > 4) plan.killAt = argv[4];
   Steps steps(plan);
   steps.Count(how == "load");
   Load(list, path, steps);

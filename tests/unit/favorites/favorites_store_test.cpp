@@ -8,7 +8,7 @@
 #include <cstdio>
 
 #include "tests/unit/favorites/sample_favorites.h"
-#include "tests/unit/files/fake_disk.h"
+#include "tests/unit/save_recovery/fake_disk.h"
 
 namespace file_explorer {
 namespace {

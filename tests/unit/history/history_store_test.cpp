@@ -6,8 +6,8 @@
 
 #include <cstdio>
 
-#include "tests/unit/files/fake_disk.h"
 #include "tests/unit/history/fake_history.h"
+#include "tests/unit/save_recovery/fake_disk.h"
 
 namespace file_explorer {
 namespace {

@@ -7,7 +7,7 @@
 
 #include <cstdio>
 
-#include "tests/unit/files/fake_disk.h"
+#include "tests/unit/save_recovery/fake_disk.h"
 
 namespace base {
 namespace {
