@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "base/text/name_insert.h"
 #include "src/fileops/progress_title.h"
 #include "src/framework/com/com_ptr.h"
 #include "src/framework/unique_handle.h"
@@ -127,13 +128,14 @@ bool ShellOperations::CopyOrMovePath(const char* path, bool move) {
   return AppendSource(&sources, path) && CopyOrMove(move, 1, std::move(sources));
 }
 
-void ReportShellError(DWORD code) {
+void ReportShellError(DWORD code, std::string_view name) {
   unique_local_text text;
   FormatMessageA(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
                  nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
                  reinterpret_cast<char*>(text.put()), 0, nullptr);
   const std::string unknown = "Error code " + std::to_string(code) + ".";
-  MessageBoxA(GetForegroundWindow(), text ? text.get() : unknown.c_str(), kErrorCaption,
+  const std::string sentence = text ? base::InsertName(std::string(text.get()), name) : unknown;
+  MessageBoxA(GetForegroundWindow(), sentence.c_str(), kErrorCaption,
               MB_OK | MB_ICONERROR);
 }
 

@@ -313,11 +313,6 @@ void ListPane::EnsureVisible(int row) {
   SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
 }
 
-bool ListPane::EditLabel(int row) {
-  SetFocus(list_);
-  return SendMessageW(list_, LVM_EDITLABELW, static_cast<WPARAM>(row), 0) != 0;
-}
-
 POINT ListPane::RowPoint(int row) const {
   RECT rect = {};
   rect.left = LVIR_LABEL;

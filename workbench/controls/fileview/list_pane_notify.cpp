@@ -95,6 +95,7 @@ LRESULT ListPane::OnNotify(NMHDR* header) {
       {static_cast<UINT>(LVN_BEGINDRAG), &ListPane::OnBeginDrag},
       {static_cast<UINT>(LVN_BEGINRDRAG), &ListPane::OnBeginRightDrag},
       {static_cast<UINT>(NM_SETFOCUS), &ListPane::OnSetFocus},
+      {static_cast<UINT>(NM_HOVER), &ListPane::OnHover},
   };
   if (!list_ || header->hwndFrom != list_) return 0;
   for (const Notification& row : kNotifications) {
@@ -153,6 +154,18 @@ LRESULT ListPane::OnColumnClick(NMHDR* header) {
 LRESULT ListPane::OnKeyDown(NMHDR* header) {
   const UINT key = reinterpret_cast<NMLVKEYDOWN*>(header)->wVKey;
   return owner_.OnKey(key, KeyDown(VK_CONTROL), KeyDown(VK_SHIFT)) ? 1 : 0;
+}
+
+bool ListPane::EditLabel(int row) {
+  SetFocus(list_);
+  return SendMessageW(list_, LVM_EDITLABELW, static_cast<WPARAM>(row), 0) != 0;
+}
+
+void ListPane::SetEditText(const std::wstring& text) {
+  const auto edit = reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETEDITCONTROL, 0, 0));
+  if (!edit) return;
+  SetWindowTextW(edit, text.c_str());
+  SendMessageW(edit, EM_SETSEL, 0, -1);
 }
 
 LRESULT ListPane::OnBeginLabelEdit(NMHDR* header) {
@@ -216,6 +229,12 @@ LRESULT ListPane::OnBeginRightDrag(NMHDR*) {
 LRESULT ListPane::OnSetFocus(NMHDR*) {
   owner_.OnFocus();
   return 0;
+}
+
+// A container may switch on that rows get selected under a mouse that rests. What is selected here is what the user
+// clicked on, and nothing else: the next Delete must not take a file that the mouse happened to lie on.
+LRESULT ListPane::OnHover(NMHDR*) {
+  return 1;
 }
 
 int ListPane::RowAt(POINT screen) const {

@@ -49,6 +49,11 @@ void ItemMenu::AddOwn(const wchar_t* caption, const char* verb, bool enabled, bo
   if (isDefault) SetMenuDefaultItem(menu_, command, FALSE);
 }
 
+void ItemMenu::AddUndo(const std::wstring& name) {
+  const std::wstring caption = name.empty() ? L"&Undo" : L"&Undo " + name;
+  AddOwn(caption.c_str(), "undo", !name.empty());
+}
+
 void ItemMenu::AddSeparator() {
   AppendMenuW(menu_, MF_SEPARATOR, 0, nullptr);
 }

@@ -31,6 +31,8 @@ class ItemMenu {
   bool AddShellEntries(HWND owner, IShellFolder& folder, UINT count, LPCITEMIDLIST* children, bool rename);
   // An entry of the control itself; the verb is what Run gives back.
   void AddOwn(const wchar_t* caption, const char* verb, bool enabled = true, bool isDefault = false);
+  // "Undo Copy", verb "undo"; not to be chosen when there is nothing to undo (an empty name).
+  void AddUndo(const std::wstring& name);
   void AddSeparator();
   // An entry of the container: its command; 0 for a separator (verb "Separator").
   long Add(const std::wstring& caption, const std::wstring& verb);

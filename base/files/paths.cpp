@@ -1,10 +1,10 @@
-#include "workbench/controls/model/path_logic.h"
+#include "base/files/paths.h"
 
 #include <algorithm>
 
-#include "workbench/controls/model/natural_compare.h"
+#include "base/files/name_case.h"
 
-namespace controls {
+namespace base {
 namespace {
 
 bool IsSeparator(wchar_t character) {
@@ -39,6 +39,14 @@ std::wstring_view Trim(std::wstring_view text) {
   while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
   while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
   return text;
+}
+
+bool IsControl(wchar_t character) {
+  return character < 0x20 || character == 0x7F;
+}
+
+bool IsForbiddenInNames(wchar_t character) {
+  return IsControl(character) || std::wstring_view(L"\\/:*?\"<>|").find(character) != std::wstring_view::npos;
 }
 
 }  // namespace
@@ -119,23 +127,49 @@ std::wstring TidyTypedPath(std::wstring_view typed) {
   return result;
 }
 
-bool NeedsExtendedPath(std::wstring_view name) {
-  if (name.empty()) return false;
-  if (name.back() == L'.' || name.back() == L' ') return true;
-  const std::wstring_view stem = name.substr(0, std::min(name.find(L'.'), name.size()));
-  static constexpr std::wstring_view kDevices[] = {L"CON", L"PRN", L"AUX", L"NUL"};
+std::wstring PathInFolder(std::wstring_view folder, std::wstring_view name) {
+  std::wstring plain(name);
+  std::replace(plain.begin(), plain.end(), L'\\', kBackslashInName);
+  return JoinPath(folder, plain);
+}
+
+std::wstring NameOfCopy(std::wstring_view name, int number) {
+  const std::wstring_view extension = ExtensionOf(name);
+  const std::wstring_view stem =
+      extension.empty() ? name : name.substr(0, name.size() - extension.size() - 1);
+  std::wstring copy = std::wstring(stem) + L" - Copy";
+  if (number > 1) copy += L" (" + std::to_wstring(number) + L")";
+  if (!extension.empty()) copy += L"." + std::wstring(extension);
+  return copy;
+}
+
+bool IsDeviceName(std::wstring_view name) {
+  std::wstring_view stem = name.substr(0, std::min(name.find_first_of(L".:"), name.size()));
+  while (!stem.empty() && stem.back() == L' ') stem.remove_suffix(1);
+  static constexpr std::wstring_view kDevices[] = {L"CON", L"PRN", L"AUX", L"NUL", L"CONIN$", L"CONOUT$"};
   if (std::any_of(std::begin(kDevices), std::end(kDevices),
                   [&](std::wstring_view device) { return EqualsIgnoringCase(stem, device); })) {
     return true;
   }
-  if (stem.size() != 4 || stem[3] < L'1' || stem[3] > L'9') return false;
+  // The superscript digits 1 to 3 count as digits here.
+  constexpr std::wstring_view kPorts = L"123456789\u00B9\u00B2\u00B3";
+  if (stem.size() != 4 || kPorts.find(stem[3]) == std::wstring_view::npos) return false;
   return EqualsIgnoringCase(stem.substr(0, 3), L"COM") || EqualsIgnoringCase(stem.substr(0, 3), L"LPT");
+}
+
+bool NeedsExtendedPath(std::wstring_view name) {
+  if (name.empty()) return false;
+  return name.back() == L'.' || name.back() == L' ' || IsDeviceName(name);
 }
 
 bool ShellCanExpress(std::wstring_view path) {
   constexpr size_t kPathLimit = 260;  // the closing zero included
   if (path.empty() || path.size() >= kPathLimit) return false;
   std::wstring_view rest = path.substr(RootLength(path));
+  if (std::any_of(rest.begin(), rest.end(),
+                  [](wchar_t c) { return c == kBackslashInName || (c != L'\\' && IsForbiddenInNames(c)); })) {
+    return false;
+  }
   while (!rest.empty()) {
     const size_t end = std::min(rest.find(L'\\'), rest.size());
     if (NeedsExtendedPath(rest.substr(0, end))) return false;
@@ -145,16 +179,20 @@ bool ShellCanExpress(std::wstring_view path) {
 }
 
 std::wstring ReasonAgainstName(std::wstring_view name) {
+  constexpr size_t kNameLimit = 255;
   if (name.empty()) return L"A name cannot be empty.";
   if (name == L"." || name == L"..") return L"This name is reserved.";
-  if (name.size() > 255) return L"The name is longer than 255 characters.";
-  if (name.find_first_of(L"\\/:*?\"<>|") != std::wstring_view::npos) {
+  if (name.size() > kNameLimit) return L"The name is longer than 255 characters.";
+  if (std::any_of(name.begin(), name.end(), IsControl)) return L"A name cannot contain control characters.";
+  if (std::any_of(name.begin(), name.end(), IsForbiddenInNames)) {
     return L"A name cannot contain any of the characters \\ / : * ? \" < > |";
   }
-  if (std::any_of(name.begin(), name.end(), [](wchar_t c) { return c < 0x20; })) {
-    return L"A name cannot contain control characters.";
-  }
+  if (name.find(kBackslashInName) != std::wstring_view::npos)
+    return L"The name contains a reserved character.";
+  if (name.back() == L'.') return L"A name cannot end with a dot.";
+  if (name.back() == L' ') return L"A name cannot end with a blank.";
+  if (IsDeviceName(name)) return L"This name is reserved for a device of the system.";
   return {};
 }
 
-}  // namespace controls
+}  // namespace base

@@ -1,9 +1,11 @@
-#include "workbench/controls/model/path_logic.h"
+#include "base/files/paths.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace controls {
+#include "base/files/name_case.h"
+
+namespace base {
 namespace {
 
 using testing::ElementsAre;
@@ -92,14 +94,56 @@ TEST(OddNames, TheShellGetsOnlyPathsThatItWouldNotMisread) {
   EXPECT_FALSE(ShellCanExpress(L""));
 }
 
+TEST(OddNames, TheShellGetsNoWildcardsAndNoCharactersThatNamesCannotHave) {
+  for (const wchar_t character : std::wstring(L"?*\"<>|/:\n\x01\x7F\uF05C")) {
+    const std::wstring name = L"img" + std::wstring(1, character) + L".png";
+    EXPECT_FALSE(ShellCanExpress(L"C:\\a\\" + name)) << static_cast<int>(character);
+    EXPECT_FALSE(ShellCanExpress(L"C:\\" + name + L"\\b.txt")) << static_cast<int>(character);
+  }
+  EXPECT_TRUE(ShellCanExpress(L"\\\\server\\share\\a\\b"));
+}
+
+TEST(OddNames, ABackslashInANameDoesNotSplitIt) {
+  const std::wstring path = PathInFolder(L"C:\\tex", L"tex\\wood.png");
+  EXPECT_EQ(ParentOfPath(path), L"C:\\tex");
+  EXPECT_EQ(NameOfPath(path), L"tex\uF05Cwood.png");
+  EXPECT_FALSE(ShellCanExpress(path));
+  EXPECT_EQ(PathInFolder(L"C:\\", L"plain"), L"C:\\plain");
+}
+
+TEST(NameOfCopy, KeepsTheExtension) {
+  EXPECT_EQ(NameOfCopy(L"a.tar.gz", 1), L"a.tar - Copy.gz");
+  EXPECT_EQ(NameOfCopy(L"folder", 3), L"folder - Copy (3)");
+  EXPECT_EQ(NameOfCopy(L".profile", 1), L".profile - Copy");
+}
+
+TEST(NameCase, FoldsLettersOnly) {
+  EXPECT_EQ(FoldedName(L"ReadMe-1.tx\u00E9"), L"README-1.TX\u00C9");
+  EXPECT_TRUE(EqualsIgnoringCase(L"readme", L"README"));
+  EXPECT_FALSE(EqualsIgnoringCase(L"readme", L"readme1"));
+}
+
 TEST(NewNames, AreRefusedWithAReason) {
-  EXPECT_EQ(ReasonAgainstName(L"model (2).obj"), L"");
-  EXPECT_NE(ReasonAgainstName(L""), L"");
-  EXPECT_NE(ReasonAgainstName(L".."), L"");
-  EXPECT_NE(ReasonAgainstName(L"a/b"), L"");
-  EXPECT_NE(ReasonAgainstName(L"a\tb"), L"");
-  EXPECT_NE(ReasonAgainstName(std::wstring(256, L'a')), L"");
+  for (const wchar_t* name :
+       {L"model (2).obj", L".profile", L" leading", L"console", L"com0", L"nul1", L"plān"}) {
+    EXPECT_EQ(ReasonAgainstName(name), L"") << testing::PrintToString(std::wstring(name));
+  }
+  EXPECT_EQ(ReasonAgainstName(L""), L"A name cannot be empty.");
+  EXPECT_EQ(ReasonAgainstName(L".."), L"This name is reserved.");
+  EXPECT_EQ(ReasonAgainstName(L"dot."), L"A name cannot end with a dot.");
+  EXPECT_EQ(ReasonAgainstName(L"trail. "), L"A name cannot end with a blank.");
+  EXPECT_EQ(ReasonAgainstName(L"a\tb"), L"A name cannot contain control characters.");
+  EXPECT_EQ(ReasonAgainstName(std::wstring(256, L'a')), L"The name is longer than 255 characters.");
+  EXPECT_EQ(ReasonAgainstName(std::wstring(255, L'a')), L"");
+  for (const wchar_t character : std::wstring(L"<>:\"/\\|?*")) {
+    EXPECT_EQ(ReasonAgainstName(L"a" + std::wstring(1, character)),
+              L"A name cannot contain any of the characters \\ / : * ? \" < > |");
+  }
+  for (const wchar_t* name : {L"nul", L"NUL.txt", L"Con", L"aux.tar.gz", L"com1", L"LPT9.x", L"com\u00B9",
+                              L"conin$", L"nul .txt"}) {
+    EXPECT_EQ(ReasonAgainstName(name), L"This name is reserved for a device of the system.");
+  }
 }
 
 }  // namespace
-}  // namespace controls
+}  // namespace base
