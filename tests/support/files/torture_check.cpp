@@ -40,8 +40,9 @@ class Check {
   void LookAtOld(const std::string& path, const std::string& contents) {
     const auto now = after_.find(path);
     if (now != after_.end() && now->second == contents) {
-      // It may have been replaced by a copy of itself.
-      if (operation_.replaceable.contains(path) && named_.contains(contents)) arrived_.insert(contents);
+      // Another file of the same contents may have come to this place.
+      const bool mayBeAnother = operation_.replaceable.contains(path) || operation_.vanished.contains(path);
+      if (mayBeAnother && named_.contains(contents)) arrived_.insert(contents);
       return;
     }
     if (IsTemporary(path) || IsBelow(path, operation_.vanished)) return;
