@@ -25,31 +25,22 @@ bool HistoryList::Load(HistoryFile& file) {
   entries_.clear();
   const int count = ParseCount(file.ReadText(kEntryCountKey));
   if (count == 0) return false;
-  // The shell is asked when the file is read: it reads profile files of its own, and in between the system
-  // forgets what it has parsed of this one.
-  std::vector<std::string> parsingNames;
   for (int index = 0; index < count; ++index) {
-    std::string parsingName;
-    auto entry = ReadEntry(file, index, &parsingName);
+    auto entry = ReadEntry(file, index);
     if (!entry) break;  // a gap ends the list, whatever stands behind it
     entries_.push_back(std::move(entry));
-    parsingNames.push_back(std::move(parsingName));
-  }
-  for (size_t i = 0; i < entries_.size(); ++i) {
-    if (!parsingNames[i].empty()) entries_[i]->itemId = platform_.ParseItem(parsingNames[i]);
   }
   return true;
 }
 
-std::unique_ptr<HistoryEntry> HistoryList::ReadEntry(HistoryFile& file, int index,
-                                                     std::string* parsingName) const {
+std::unique_ptr<HistoryEntry> HistoryList::ReadEntry(HistoryFile& file, int index) const {
   std::string name = file.ReadText(HistoryKey('d', index).c_str());
   if (name.empty()) return nullptr;
   auto entry = std::make_unique<HistoryEntry>();
   entry->displayName = std::move(name);
   if (!file.ReadTime(HistoryKey('m', index).c_str(), &entry->lastAccess)) entry->lastAccess = platform_.Now();
   entry->fullPath = file.ReadText(HistoryKey('f', index).c_str());
-  *parsingName = file.ReadText(HistoryKey('p', index).c_str());
+  entry->itemName = file.ReadText(HistoryKey('p', index).c_str());
   return entry;
 }
 
@@ -79,7 +70,15 @@ bool HistoryList::WriteEntry(HistoryFile& file, int index, const HistoryEntry& e
   };
   return file.WriteTime(HistoryKey('m', index).c_str(), entry.lastAccess) &&
          writeText('d', entry.displayName) && writeText('f', entry.fullPath) &&
-         writeText('p', entry.itemId.empty() ? std::string() : platform_.ParsingName(entry.itemId));
+         writeText('p', ItemNameToKeep(entry.itemName));
+}
+
+// What the shell does not know any more is not kept. It is not asked about what may keep the caller waiting: that stays
+// as it was given.
+std::string HistoryList::ItemNameToKeep(const std::string& name) const {
+  if (name.empty() || platform_.MayHang(name)) return name;
+  const ItemId item = platform_.ParseItem(name);
+  return item.empty() ? std::string() : platform_.ParsingName(item);
 }
 
 HistoryList::AddResult HistoryList::Add(const std::string& path) {
@@ -93,7 +92,7 @@ HistoryList::AddResult HistoryList::Add(const std::string& path) {
 
   auto entry = std::make_unique<HistoryEntry>();
   entry->fullPath = path;
-  entry->itemId = platform_.ParseItem(path);
+  entry->itemName = path;
   entry->displayName = platform_.BaseName(path);
   entry->lastAccess = platform_.Now();
   entries_.push_back(std::move(entry));
