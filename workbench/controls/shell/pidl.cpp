@@ -17,9 +17,11 @@ UniquePidl PidlFromPath(const std::wstring& path) {
 }
 
 std::wstring PathFromPidl(const ITEMIDLIST* pidl) {
-  wchar_t path[MAX_PATH] = L"";
-  if (!pidl || !SHGetPathFromIDListW(pidl, path)) return {};
-  return path;
+  // Room for every path: given less, the shell refuses a long one, or cuts it off without a word.
+  constexpr DWORD kLongest = 32768;
+  const auto path = std::make_unique_for_overwrite<wchar_t[]>(kLongest);
+  if (!pidl || !SHGetPathFromIDListEx(pidl, path.get(), kLongest, GPFIDL_DEFAULT)) return {};
+  return path.get();
 }
 
 std::wstring TextOfStrret(STRRET& text, const ITEMIDLIST* child) {
