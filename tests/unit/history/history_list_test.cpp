@@ -53,7 +53,7 @@ TEST_F(HistoryListTest, AnItemThatTheShellDoesNotKnowIsListedAndKeptWithoutOne) 
   list.Add("?\\gone.obj");
   EXPECT_THAT(Names(list), ElementsAre("gone.obj"));
   FakeFile file;
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.ReadText("f0"), "?\\gone.obj");
   EXPECT_EQ(file.ReadText("p0"), "");
 }
