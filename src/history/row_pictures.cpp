@@ -35,12 +35,11 @@ std::string IconKey(const std::string& path) {
 }
 
 std::optional<preview::Preview> MakeThumbnail(const HistoryEntry& entry, int pixels) {
-  const std::string& name = entry.itemName.empty() ? entry.fullPath : entry.itemName;
-  if (base::MayHang(name) || base::MayHang(entry.fullPath)) return std::nullopt;
+  const std::string& path = entry.fullPath.empty() ? entry.itemName : entry.fullPath;
+  if (base::MayHang(path) || base::MayHang(entry.itemName)) return std::nullopt;
   const ItemId item = ShellHistoryPlatform().ParseItem(entry.itemName);
-  const char* const path = entry.fullPath.empty() ? nullptr : entry.fullPath.c_str();
-  return preview::MakePreview(path, item.empty() ? nullptr : reinterpret_cast<LPCITEMIDLIST>(item.data()), pixels,
-                              preview::PreviewLimits());
+  return preview::MakePreview(path.c_str(), item.empty() ? nullptr : reinterpret_cast<LPCITEMIDLIST>(item.data()),
+                              pixels, preview::PreviewLimits());
 }
 
 // Files that other machines have are not looked at: one that is gone would hold the painting up.

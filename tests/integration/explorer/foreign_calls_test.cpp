@@ -43,7 +43,7 @@ class ForeignCallsTest : public RunningExplorer {
     file << "K={0}\ns=49\ni=0\nd=Favorites\nE\n"
          << "K={1}\ns=4\ni=1\nd=" << kName << "\nn=\\\\dead\\share\\models\np={0}\n";
   }
-  void PaintEverything() const {
+  void PaintEverything() {
     test_support::PumpMessages();
     RedrawWindow(fixture_.workbench().window(), nullptr, nullptr,
                  RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
