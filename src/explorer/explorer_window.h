@@ -101,12 +101,15 @@ class ExplorerWindow {
   LRESULT OnSystemCommand(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnIgnored(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnNotify(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnNotifyFormat(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnCreate(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnSize(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnEraseBackground(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnSetFocus(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnNextControl(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnClipboardUpdate(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnColorChange(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnSettingChange(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnDestroy(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnEndOfWindow(HWND window, WPARAM wParam, LPARAM lParam);
   bool BuildFilePane();

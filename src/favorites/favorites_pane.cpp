@@ -1,11 +1,13 @@
 #include "src/favorites/favorites_pane.h"
 
-#include <shlwapi.h>
-
 #include <utility>
 
+#include "base/reach/drive_reach.h"
+#include "base/text/code_page.h"
 #include "src/favorites/add_favorite_dialog.h"
+#include "src/favorites/favorite_target.h"
 #include "src/favorites/favorites_commands.h"
+#include "src/filter/category_lookup.h"
 
 namespace file_explorer {
 namespace {
@@ -16,6 +18,30 @@ constexpr int kTreeId = 104;
 constexpr DWORD kPaneTreeStyle =
     WS_CHILD | TVS_HASBUTTONS | TVS_HASLINES | TVS_EDITLABELS | TVS_SHOWSELALWAYS | TVS_TRACKSELECT;
 static_assert(kPaneTreeStyle == 0x4000022B);
+
+// A path's long form, which has no limit of 260 characters.
+std::wstring LongForm(const std::wstring& path) {
+  if (path.size() < MAX_PATH || path.starts_with(L"\\\\?\\")) return path;
+  return path.starts_with(L"\\\\") ? L"\\\\?\\UNC" + path.substr(1) : L"\\\\?\\" + path;
+}
+
+bool IsFolderOnDisk(const std::string& path) {
+  const DWORD attributes = GetFileAttributesW(LongForm(base::WideFromNarrow(path)).c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+// A machine that is gone is not asked where the name says enough.
+bool IsFolder(const std::string& path) {
+  if (!base::MayHang(path)) return IsFolderOnDisk(path);
+  switch (TargetByName(path, CategoryTypeMask(path.c_str()) != 0)) {
+    case FavoriteTarget::kFile:
+      return false;
+    case FavoriteTarget::kFolder:
+      return true;
+    default:
+      return IsFolderOnDisk(path);
+  }
+}
 
 }  // namespace
 
@@ -93,7 +119,7 @@ void FavoritesPane::OnActivation(const FavoriteRecord* record) const {
   if (record == nullptr || record->Has(kFavoriteFolder) || record->path.empty()) return;
   const std::string path = record->path;  // opening may change the favourites
   // A copy: the host may take the explorer down while it opens the file.
-  const auto open = PathIsDirectoryA(path.c_str()) ? services_.openFolder : services_.loadFile;
+  const auto open = IsFolder(path) ? services_.openFolder : services_.loadFile;
   if (open) open(path.c_str());
 }
 

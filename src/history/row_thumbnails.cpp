@@ -9,7 +9,7 @@ RowThumbnails::RowThumbnails(Source source, CaseFolder foldCase)
     : source_(std::move(source)), foldCase_(foldCase) {}
 
 RowThumbnails::Answer RowThumbnails::Of(const HistoryEntry& entry) {
-  if (entry.fullPath.empty() && entry.itemId.empty()) return {};
+  if (entry.fullPath.empty() && entry.itemName.empty()) return {};
   const std::string key = foldCase_(entry.fullPath.empty() ? entry.displayName : entry.fullPath);
   const std::uint64_t start = source_.now();
   auto found = kept_.find(key);

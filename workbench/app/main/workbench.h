@@ -107,6 +107,7 @@ class Workbench : private MainWindowOwner {
   void OnCloseRequested() override;
   void OnFocusArrived() override;
   void OnSessionEnds() override;
+  void OnColorsChanged() override { theme_.ReadColors(); }
   void ToggleWindow(size_t index);
   void AskForFile();
   void ShowHelp(const char* topic);
