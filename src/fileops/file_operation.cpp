@@ -108,7 +108,11 @@ int MoveWithWine(SHFILEOPSTRUCTA* request) {
 }  // namespace
 
 int WINAPI RunFileOperation(SHFILEOPSTRUCTA* request) {
-  return request->wFunc == FO_MOVE && ShellIsWine() ? MoveWithWine(request) : SHFileOperationA(request);
+  if (!ShellIsWine()) return SHFileOperationA(request);
+  const int result = request->wFunc == FO_MOVE ? MoveWithWine(request) : SHFileOperationA(request);
+  // What the user gave up is no error. Wine leaves the error of some step on the way behind.
+  if (request->fAnyOperationsAborted) SetLastError(ERROR_SUCCESS);
+  return result;
 }
 
 }  // namespace file_explorer
