@@ -33,13 +33,19 @@ ComPtr<IShellLinkA> NewLink() {
 
 }  // namespace
 
-unique_pidl ReadShellLink(const std::string& linkPath) {
+unique_pidl ReadShellLink(const std::string& linkPath, DWORD* attributes) {
   unique_pidl target;
+  if (attributes != nullptr) *attributes = 0;
   const ComPtr<IShellLinkA> link = NewLink();
   ComPtr<IPersistFile> file;
   if (!link || FAILED(link.As(&file))) return target;
   if (FAILED(file->Load(FullPath(linkPath).c_str(), STGM_READ))) return target;
   link->GetIDList(target.put());
+  if (attributes != nullptr) {
+    char path[MAX_PATH] = "";
+    WIN32_FIND_DATAA written = {};
+    if (SUCCEEDED(link->GetPath(path, MAX_PATH, &written, SLGP_RAWPATH))) *attributes = written.dwFileAttributes;
+  }
   return target;
 }
 
