@@ -84,18 +84,20 @@ bool HistoryList::WriteEntry(HistoryFile& file, int index, const HistoryEntry& e
 
 HistoryList::AddResult HistoryList::Add(const std::string& path) {
   if (path.empty()) return AddResult::kRefused;
+  // Made first: making it asks the shell, which may come back to us, and until the view is filled again its rows point
+  // at the entries that are listed.
+  auto entry = std::make_unique<HistoryEntry>();
+  entry->fullPath = path;
+  entry->itemId = platform_.ParseItem(path);
+  entry->displayName = platform_.BaseName(path);
+  entry->lastAccess = platform_.Now();
+
   const std::string identity = fold_(path);
   const auto old = std::find_if(entries_.begin(), entries_.end(), [&](const auto& entry) {
     return !entry->fullPath.empty() && fold_(entry->fullPath) == identity;
   });
   const bool isListed = old != entries_.end();
   if (isListed) entries_.erase(old);
-
-  auto entry = std::make_unique<HistoryEntry>();
-  entry->fullPath = path;
-  entry->itemId = platform_.ParseItem(path);
-  entry->displayName = platform_.BaseName(path);
-  entry->lastAccess = platform_.Now();
   entries_.push_back(std::move(entry));
   return isListed ? AddResult::kReplaced : AddResult::kAppended;
 }
