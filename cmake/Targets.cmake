@@ -38,9 +38,10 @@ function(explorer_logic_library name)
   target_link_libraries(${name} PUBLIC ${ARG_LINKS})
 endfunction()
 
-# Most of the time that a file with windows takes to compile goes into the same few headers: the builds that run the tests
-# compile them once. The release builds don't, so that each file goes on naming what it needs.
-if(WIN32 AND CMAKE_BUILD_TYPE STREQUAL Debug)
+# Most of the time that a file with windows takes to compile goes into the same few headers: they are compiled once.
+# -DEXPLORER_SHARED_HEADERS=OFF shows whether each file still names everything that it needs.
+option(EXPLORER_SHARED_HEADERS "Compile the headers that most files share only once" ON)
+if(WIN32 AND EXPLORER_SHARED_HEADERS)
   add_library(window_headers OBJECT ${PROJECT_SOURCE_DIR}/cmake/window_headers.cpp)
   explorer_target_defaults(window_headers)
   target_precompile_headers(window_headers PRIVATE

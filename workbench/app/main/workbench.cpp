@@ -181,8 +181,10 @@ bool Workbench::OpenDocument(const std::wstring& path) {
 }
 
 void Workbench::Pump() {
+  // On a busy machine a timer may be due again each time that it was dealt with.
+  constexpr int kMostMessages = 5000;
   MSG message = {};
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+  for (int i = 0; i < kMostMessages && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE); ++i) {
     if (isOpen() && main_->TranslateKeys(message)) continue;
     TranslateMessage(&message);
     DispatchMessageW(&message);
