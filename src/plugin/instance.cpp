@@ -152,10 +152,13 @@ void CMainApp::DestroyInstance() {
 }
 
 void CMainApp::ShowSelectorPane(int command) {
-  EnsureSelectorArea(*state_);
+  // An area in which a control refused something is shown all the same.
+  base::IndependentSteps steps;
+  steps.Run([&] { EnsureSelectorArea(*state_); });
   state_->BringPanelToFront();
   const std::optional<SelectorView> view = SelectorViewOf(command);
-  if (view) ShowSelectorView(*state_, *view);
+  if (view) steps.Run([&] { ShowSelectorView(*state_, *view); });
+  steps.Finish();
 }
 
 LRESULT CALLBACK CMainApp::PanelProcedure(HWND panel, UINT message, WPARAM wParam, LPARAM lParam) {
