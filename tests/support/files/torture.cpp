@@ -112,6 +112,8 @@ class Torture {
     for (const auto& [path, contents] : now_) {
       if (!contents.starts_with("file:") || !IsBelow(path, operation_.sources) || !folder_.Exists(path))
         continue;
+      // Something that came may stand there by now.
+      operation_.vanishedContents.insert(folder_.Contents().at(path));
       folder_.Remove(path);
       operation_.vanished.insert(path);
       return;

@@ -95,6 +95,7 @@ class Check {
     if (operation_.kind != base::TransferKind::kMove) return;
     std::multiset<std::string> arrived = arrived_;
     for (const std::string& contents : gone_) {
+      if (operation_.vanishedContents.contains(contents)) continue;
       const auto found = arrived.find(contents);
       if (found == arrived.end()) {
         Say("lost: " + Short(contents));

@@ -18,6 +18,7 @@ struct TortureOperation {
   std::string folder;                 // the real destination, whatever link led to it
   std::set<std::string> replaceable;  // where the user said Replace
   std::set<std::string> vanished;     // what somebody else deleted meanwhile
+  std::set<std::string> vanishedContents;
   bool killed = false;
   base::TransferReport report;  // when it was not killed
 };
