@@ -62,4 +62,5 @@ PYTHON
 export CLANG_COMMAND=${compile[*]}
 files=$(list | wc -l)
 echo "check-clang: $files files with $("$clang" --version | head -n 1)"
+# shellcheck disable=SC2016  # the inner shell expands it
 list | xargs -d '\n' -P "$jobs" -I{} bash -c 'eval "$CLANG_COMMAND $1" || { echo "check-clang: ${1##* } does not compile" >&2; exit 1; }' check {}
