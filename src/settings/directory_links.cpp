@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/reach/drive_reach.h"
 #include "base/text/code_page.h"
 #include "src/host/vc64_imp.h"
 #include "src/settings/remembered_folder.h"
@@ -61,15 +62,8 @@ PathKind KindOf(DWORD attributes, const std::wstring& path) {
 }
 
 VolumeKind VolumeOfRoot(const std::wstring& root) {
-  switch (GetDriveTypeW(root.c_str())) {
-    case DRIVE_NO_ROOT_DIR:
-      return VolumeKind::kMissing;
-    case DRIVE_REMOTE:
-    case DRIVE_UNKNOWN:
-      return VolumeKind::kRemote;
-    default:
-      return VolumeKind::kLocal;
-  }
+  if (base::MayHang(std::wstring_view(root))) return VolumeKind::kRemote;
+  return GetDriveTypeW(root.c_str()) == DRIVE_NO_ROOT_DIR ? VolumeKind::kMissing : VolumeKind::kLocal;
 }
 
 PathKind LookAt(const std::wstring& path) {
@@ -89,12 +83,6 @@ bool IsThere(LPCITEMIDLIST folder, DWORD attributes) {
   return CanShowFolder(path, remembered, {VolumeOfRoot, LookAt});
 }
 
-bool IsRemote(const std::wstring& path) {
-  if (path.size() < 2) return false;
-  if (path.starts_with(L"\\\\") || path.starts_with(L"//")) return true;
-  return path[1] == L':' && VolumeOfRoot(path.substr(0, 2) + L'\\') == VolumeKind::kRemote;
-}
-
 unique_pidl LinkedFolder(const std::string& linkPath) {
   DWORD attributes = 0;
   unique_pidl folder = ReadShellLink(linkPath, &attributes);
@@ -107,7 +95,7 @@ unique_pidl WorkingFolder() {
   if (text == nullptr) return {};
   const std::wstring path = base::WideFromNarrow(text);
   // Parsing looks at what it parses; a share's list is made of its path alone.
-  if (IsRemote(path)) return unique_pidl(SHSimpleIDListFromPath(path.c_str()));
+  if (base::MayHang(std::wstring_view(path))) return unique_pidl(SHSimpleIDListFromPath(path.c_str()));
   unique_pidl folder = ParsePath(text);
   if (folder && !IsThere(folder.get(), 0)) folder.reset();
   return folder;

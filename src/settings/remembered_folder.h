@@ -10,8 +10,8 @@ namespace file_explorer {
 enum class PathKind { kMissing, kFile, kArchive, kFolder };  // an archive is a file that is browsed as a folder
 enum class VolumeKind { kMissing, kLocal, kRemote };
 
-// How paths are looked at. `kind` is asked for paths on local volumes only: a look at a share whose server is off
-// hangs for as long as the network takes to give it up.
+// How paths are looked at. A volume is remote when a look at it may take long, as at a share whose server is off:
+// `kind` is asked for paths on local volumes only.
 struct PathLookup {
   std::function<VolumeKind(const std::wstring& root)> volume;  // "C:\"; without touching the volume
   std::function<PathKind(const std::wstring& path)> kind;

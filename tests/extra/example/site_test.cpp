@@ -43,7 +43,8 @@ TEST(Site, UsesTheClassesBehindTheViews) {
   file_explorer::FavoriteList favorites(file_explorer::FoldAsciiLetters);
   EXPECT_TRUE(favorites.empty());
   const auto everything = [](const char*, const char*) { return true; };
-  EXPECT_FALSE(file_explorer::PassesMasks({nullptr, "*.obj", 0}, "tree.obj", everything, nullptr));
+  const file_explorer::MaskRules masks({nullptr, "*.obj", 0});
+  EXPECT_FALSE(masks.Pass("tree.obj", everything, nullptr));
   EXPECT_TRUE(file_explorer::IsLiteralPath("c:\\objects"));
   EXPECT_FALSE(file_explorer::ParsePath(""));
   EXPECT_EQ(base::WideFromNarrow("tree"), L"tree");
