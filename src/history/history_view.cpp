@@ -114,6 +114,10 @@ bool CHistoryView::CreateListBox(HWND parent) {
   if (box->window() == nullptr) return false;
   listBox_ = std::move(box);
   listBox_->SetBeforePaint([this] { pictures_->thumbnails().BeginPainting(); });
+  listBox_->SetLater([this] {
+    // One at a time. The rows that wait for more ask again when they are painted, for which input comes first.
+    if (pictures_->thumbnails().MakeWanted()) InvalidateRect(window(), nullptr, FALSE);
+  });
   const HDC dc = GetDC(window());
   font_ = CreateRowFont(dc);
   ReleaseDC(window(), dc);
@@ -295,7 +299,7 @@ void CHistoryView::OnDrawItem(const DRAWITEMSTRUCT& item) const {
     text.resize(static_cast<size_t>(length));
   }
   if (!PaintHistoryRow(item, EntryOfRow(row), text, showIcons_, font_.get(), *pictures_)) {
-    InvalidateRect(window(), &item.rcItem, FALSE);  // input comes before the next painting
+    listBox_->AskForLater();
   }
 }
 
