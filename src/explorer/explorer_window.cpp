@@ -5,6 +5,9 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include <exception>
+#include <utility>
+
 #include "base/text/code_page.h"
 #include "base/window/high_contrast.h"
 #include "src/explorer/command_tables.h"
@@ -42,10 +45,18 @@ ExplorerWindow::ExplorerWindow(ExplorerState& state, LPCITEMIDLIST startDirector
   RegisterWindowClass(state.instance);
 }
 
-ExplorerWindow::~ExplorerWindow() {
-  // The mode is kept also when it did not change, and before the windows go.
-  state_.store.WriteNumber(kDisplayModeKey, displayMode_);
+ExplorerWindow::~ExplorerWindow() { TakeDown(); }
+
+void ExplorerWindow::TakeDown() noexcept {
+  if (std::exchange(isTakenDown_, true)) return;
+  try {
+    // The mode is kept also when it did not change, and before the windows go.
+    state_.store.WriteNumber(kDisplayModeKey, displayMode_);
+  } catch (const std::exception&) {
+    // The profile keeps the mode before; the windows go all the same.
+  }
   messageHook_ = nullptr;
+  fileViewEventHook_ = nullptr;
   // The controls go before the window that contains them.
   DestroyFilePane();
   patternBox_.Destroy();
@@ -127,6 +138,7 @@ LRESULT CALLBACK ExplorerWindow::WindowProcedure(HWND window, UINT message, WPAR
   auto* object = reinterpret_cast<ExplorerWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
   if (object == nullptr) object = pendingWindow;
   if (object == nullptr) return DefWindowProcA(window, message, wParam, lParam);
+  const base::Hold hold(object);
   try {
     const ModuleContext context;
     return object->Dispatch(window, message, wParam, lParam);

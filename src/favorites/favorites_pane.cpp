@@ -121,7 +121,9 @@ void FavoritesPane::OnActivation(const FavoriteRecord* record) const {
 }
 
 void FavoritesPane::AddFavorite(HWND owner, const AddFavoriteSources& sources) {
+  const std::weak_ptr alive = alive_;
   const AddFavoriteChoice choice = ChooseFavoritePath(sources);
+  if (alive.expired()) return;  // what was asked for the path has ended the explorer
   if (choice.path.empty()) {
     MessageBoxA(owner, choice.message, choice.caption, MB_OK);
     return;

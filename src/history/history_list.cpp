@@ -64,13 +64,8 @@ std::string HistoryList::ItemNameToKeep(const std::string& name) const {
 
 HistoryList::AddResult HistoryList::Add(const std::string& path) {
   if (path.empty()) return AddResult::kRefused;
-  const std::string identity = fold_(path);
-  const auto old = std::find_if(entries_.begin(), entries_.end(), [&](const auto& entry) {
-    return !entry->fullPath.empty() && fold_(entry->fullPath) == identity;
-  });
-  const bool isListed = old != entries_.end();
-  if (isListed) entries_.erase(old);
-
+  // Made first: making it asks the shell, which may come back to us, and until the view is filled again its rows point
+  // at the entries that are listed.
   auto entry = std::make_unique<HistoryEntry>();
   entry->fullPath = path;
   entry->itemName = path;
@@ -79,6 +74,13 @@ HistoryList::AddResult HistoryList::Add(const std::string& path) {
   // is read again.
   if (entry->displayName.empty()) entry->displayName = path;
   entry->lastAccess = platform_.Now();
+
+  const std::string identity = fold_(path);
+  const auto old = std::find_if(entries_.begin(), entries_.end(), [&](const auto& entry) {
+    return !entry->fullPath.empty() && fold_(entry->fullPath) == identity;
+  });
+  const bool isListed = old != entries_.end();
+  if (isListed) entries_.erase(old);
   entries_.push_back(std::move(entry));
   return isListed ? AddResult::kReplaced : AddResult::kAppended;
 }

@@ -73,7 +73,8 @@ bool HistoryListBox::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, L
   if (message == WM_PAINT && beforePaint_) beforePaint_();
   if (message == kLaterMessage) {
     isLaterPosted_ = false;
-    if (later_) later_();
+    const auto later = later_;  // a copy: the box may go while it runs
+    if (later) later();
     return true;
   }
   if (message == WM_KEYDOWN) return OnKeyDown(wParam);

@@ -39,7 +39,11 @@ bool RowThumbnails::MakeWanted() {
     if (IsFresh(key, entry)) continue;
     Kept made;
     made.stamp = source_.stamp(entry.fullPath);  // before the file is read: a change meanwhile is seen later
-    made.preview = source_.make(entry);
+    // Runs code of the shell's extensions, which may handle messages: afterwards this object may be gone.
+    const auto make = source_.make;
+    const std::weak_ptr<const bool> alive = alive_;
+    made.preview = make(entry);
+    if (alive.expired()) return false;
     made.lookedAt = source_.now();
     made.used = ++uses_;
     if (!kept_.contains(key) && kept_.size() >= kMostKept) DropOldest();

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -36,7 +37,8 @@ class RowThumbnails {
   Answer Of(const HistoryEntry& entry);
 
   // Makes one thumbnail that rows wanted, the first of them whose file is new or has changed. False when there was none to
-  // make. May take its time, once; the caller lets input and painting go on before the next.
+  // make, and when the object went while one was made. May take its time, once; the caller lets input and painting go on
+  // before the next.
   bool MakeWanted();
 
   // Of entries that are gone.
@@ -60,6 +62,7 @@ class RowThumbnails {
   bool IsFresh(const std::string& key, const HistoryEntry& entry);
   void DropOldest();
 
+  const std::shared_ptr<const bool> alive_ = std::make_shared<const bool>(true);  // dies with the object
   Source source_;
   CaseFolder foldCase_;
   std::map<std::string, Kept> kept_;  // by path

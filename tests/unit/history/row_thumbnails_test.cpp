@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <memory>
+#include <utility>
 
 namespace file_explorer {
 namespace {
@@ -125,6 +127,20 @@ TEST_F(RowThumbnailsTest, TheirNumberIsBoundedAndTheOldestGoes) {
   EXPECT_EQ(made["0"], 1);
   Shown("1");
   EXPECT_EQ(made["1"], 2);
+}
+
+// A shell extension may handle messages, and the host may take the view down in one of them.
+TEST_F(RowThumbnailsTest, MayGoWhileOneIsMade) {
+  std::unique_ptr<RowThumbnails> going;
+  RowThumbnails::Source source = Source();
+  source.make = [&going](const HistoryEntry&) -> std::optional<preview::Preview> {
+    going.reset();
+    return std::nullopt;
+  };
+  going = std::make_unique<RowThumbnails>(std::move(source), FoldAsciiCase);
+  going->Of(Entry("a"));
+  EXPECT_FALSE(going->MakeWanted());
+  EXPECT_FALSE(going);
 }
 
 TEST_F(RowThumbnailsTest, GoWithTheirEntries) {
