@@ -256,10 +256,10 @@ class Torture {
     TortureUndo undo;
     for (const base::UndoRecord::Made& made : record.made) {
       undo.mayGo.insert(Relative(made.path));
-      undo.mayBeLost.insert(Relative(made.path));
     }
     for (const base::UndoRecord::Moved& moved : record.moved) {
       undo.mayGo.insert(Relative(moved.to));
+      undo.mustCome.insert(Relative(moved.to));
       undo.mayCome.insert(Relative(moved.from));
     }
     for (const std::wstring& emptied : record.emptied) undo.mayCome.insert(Relative(emptied));

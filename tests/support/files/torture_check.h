@@ -30,7 +30,7 @@ std::string ProblemAfter(const TortureOperation& operation, const FolderContents
 struct TortureUndo {
   std::set<std::string> mayGo;
   std::set<std::string> mayCome;
-  std::set<std::string> mayBeLost;  // the copies
+  std::set<std::string> mustCome;  // what was moved: what goes from below these has to come back
   bool killed = false;
 };
 std::string ProblemAfterUndo(const TortureUndo& undo, const FolderContents& before,
