@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/files/paths.h"
 #include "base/reach/drive_reach.h"
 #include "base/text/code_page.h"
 #include "src/favorites/add_favorite_dialog.h"
@@ -19,14 +20,10 @@ constexpr DWORD kPaneTreeStyle =
     WS_CHILD | TVS_HASBUTTONS | TVS_HASLINES | TVS_EDITLABELS | TVS_SHOWSELALWAYS | TVS_TRACKSELECT;
 static_assert(kPaneTreeStyle == 0x4000022B);
 
-// A path's long form, which has no limit of 260 characters.
-std::wstring LongForm(const std::wstring& path) {
-  if (path.size() < MAX_PATH || path.starts_with(L"\\\\?\\")) return path;
-  return path.starts_with(L"\\\\") ? L"\\\\?\\UNC" + path.substr(1) : L"\\\\?\\" + path;
-}
-
 bool IsFolderOnDisk(const std::string& path) {
-  const DWORD attributes = GetFileAttributesW(LongForm(base::WideFromNarrow(path)).c_str());
+  std::wstring wide = base::WideFromNarrow(path);
+  if (wide.size() >= MAX_PATH) wide = base::ExtendedPath(wide);  // else the system refuses it
+  const DWORD attributes = GetFileAttributesW(wide.c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 

@@ -118,6 +118,10 @@ bool CHistoryView::CreateListBox(HWND parent) {
   if (box->window() == nullptr) return false;
   listBox_ = std::move(box);
   listBox_->SetBeforePaint([this] { pictures_->thumbnails().BeginPainting(); });
+  listBox_->SetLater([this] {
+    // One at a time. The rows that wait for more ask again when they are painted, for which input comes first.
+    if (pictures_->thumbnails().MakeWanted()) InvalidateRect(window(), nullptr, FALSE);
+  });
   const HDC dc = GetDC(window());
   font_ = CreateRowFont(dc);
   ReleaseDC(window(), dc);
@@ -303,11 +307,11 @@ void CHistoryView::OnDrawItem(const DRAWITEMSTRUCT& item) const {
     SendMessageA(window(), LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text.data()));
     text.resize(static_cast<size_t>(length));
   }
-  // A copy: making a picture runs code of the shell's extensions, which may change the list.
+  // A copy: looking an icon up runs code of the shell's, which may change the list.
   const HistoryEntry* const listed = EntryOfRow(row);
   const auto entry = listed != nullptr ? std::optional(*listed) : std::nullopt;
   if (!PaintHistoryRow(item, entry ? &*entry : nullptr, text, showIcons_, font_.get(), *pictures_)) {
-    InvalidateRect(window(), &item.rcItem, FALSE);  // input comes before the next painting
+    listBox_->AskForLater();
   }
 }
 

@@ -28,7 +28,9 @@ std::string Ascii(const wchar_t* text) {
   for (; *text != L'\0'; ++text) ascii.push_back(*text < 128 ? static_cast<char>(*text) : '?');
   return ascii;
 }
-std::string Ascii(const char* text) { return text; }
+std::string Ascii(const char* text) {
+  return text;
+}
 
 // The first text among a call's arguments, if there is one.
 template <typename First, typename... Rest>
@@ -48,7 +50,8 @@ template <typename First, typename Second, typename... Rest>
 std::string_view CountedText(First first, Second second, Rest... rest) {
   if constexpr (std::is_same_v<First, const char*> || std::is_same_v<First, char*>) {
     if (first == nullptr) return {};
-    return static_cast<int>(second) < 0 ? std::string_view(first) : std::string_view(first, static_cast<size_t>(second));
+    return static_cast<int>(second) < 0 ? std::string_view(first)
+                                        : std::string_view(first, static_cast<size_t>(second));
   } else {
     return CountedText(second, rest...);
   }
@@ -62,7 +65,8 @@ struct CallChecks {
     template <typename... Arguments>
     static void See(const char* function, Arguments... arguments) {
       const std::string_view text = CountedText(arguments...);
-      const bool isPlain = std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+      const bool isPlain =
+          std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
       if (!isPlain) current->narrowTexts_.push_back(std::string(function) + ": " + std::string(text));
     }
   };
@@ -107,7 +111,8 @@ struct Watched<Name, Result(Arguments...), Check> {
 class WatchedDesktop final : public IShellFolder {
  public:
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!IsEqualIID(iid, IID_IUnknown) && !IsEqualIID(iid, IID_IShellFolder)) return real()->QueryInterface(iid, object);
+    if (!IsEqualIID(iid, IID_IUnknown) && !IsEqualIID(iid, IID_IShellFolder))
+      return real()->QueryInterface(iid, object);
     *object = this;
     return S_OK;
   }
@@ -115,7 +120,8 @@ class WatchedDesktop final : public IShellFolder {
   STDMETHODIMP_(ULONG) Release() override { return 1; }
   STDMETHODIMP ParseDisplayName(HWND window, IBindCtx* context, LPWSTR name, ULONG* eaten, LPITEMIDLIST* item,
                                 ULONG* attributes) override {
-    if (current != nullptr && GetCurrentThreadId() == thread) CallChecks::Note("ParseDisplayName", Ascii(name));
+    if (current != nullptr && GetCurrentThreadId() == thread)
+      CallChecks::Note("ParseDisplayName", Ascii(name));
     return real()->ParseDisplayName(window, context, name, eaten, item, attributes);
   }
   STDMETHODIMP EnumObjects(HWND window, SHCONTF flags, IEnumIDList** items) override {
@@ -143,7 +149,8 @@ class WatchedDesktop final : public IShellFolder {
   STDMETHODIMP GetDisplayNameOf(LPCITEMIDLIST item, SHGDNF flags, STRRET* name) override {
     return real()->GetDisplayNameOf(item, flags, name);
   }
-  STDMETHODIMP SetNameOf(HWND window, LPCITEMIDLIST item, LPCOLESTR name, SHGDNF flags, LPITEMIDLIST* changed) override {
+  STDMETHODIMP SetNameOf(HWND window, LPCITEMIDLIST item, LPCOLESTR name, SHGDNF flags,
+                         LPITEMIDLIST* changed) override {
     return real()->SetNameOf(window, item, name, flags, changed);
   }
 

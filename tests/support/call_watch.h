@@ -1,6 +1,6 @@
-// Watches what a module calls: texts that it draws through GDI's 8-bit functions, and other machines that it asks for
-// files. Both work here and fail elsewhere: GDI's 8-bit functions do not follow a UTF-8 code page, and a machine that is
-// gone keeps the thread waiting for half a minute.
+// Watches what a module calls: texts that it draws through GDI's 8-bit functions, and other machines that it
+// asks for files. Both work here and fail elsewhere: GDI's 8-bit functions do not follow a UTF-8 code page,
+// and a machine that is gone keeps the thread waiting for half a minute.
 #pragma once
 
 #include <windows.h>

@@ -1,5 +1,5 @@
-// What the module calls while the user browses: names with letters beyond ASCII never go through GDI's 8-bit functions,
-// and no other machine is asked for anything on the window's thread.
+// What the module calls while the user browses: names with letters beyond ASCII never go through GDI's 8-bit
+// functions, and no other machine is asked for anything on the window's thread.
 #include <gmock/gmock.h>
 
 #include <windows.h>
@@ -35,7 +35,8 @@ class ForeignCallsTest : public RunningExplorer {
     std::ofstream file(fixture_.UserDirectory() + "\\history.dat", std::ios::binary);
     file << "[HistoryList]\r\nNumEntries=3\r\n"
          << "d0=dead.obj\r\nf0=\\\\dead\\share\\dead.obj\r\np0=\\\\dead\\share\\dead.obj\r\n"
-         << "d1=" << kName << "\r\nf1=\\\\dead\\share\\" << kName << "\r\np1=\\\\dead\\share\\" << kName << "\r\n"
+         << "d1=" << kName << "\r\nf1=\\\\dead\\share\\" << kName << "\r\np1=\\\\dead\\share\\" << kName
+         << "\r\n"
          << "d2=" << kName << "\r\nf2=" << FilePath(kName) << "\r\np2=" << FilePath(kName) << "\r\n";
   }
   void WriteFavorites() const {

@@ -27,8 +27,8 @@ class ProcessSetupTest : public testing::Test {
   UINT errorMode_ = GetErrorMode();
 };
 
-// The empty text takes the current folder out of the search. Only that it is asked for can be seen here: not every
-// platform does it.
+// The empty text takes the current folder out of the search. Only that it is asked for can be seen here: not
+// every platform does it.
 TEST_F(ProcessSetupTest, NoLibraryIsTakenFromTheCurrentFolder) {
   const test_support::ImportHook hook(GetModuleHandleW(nullptr), "SetDllDirectoryW", &RecordDllDirectory);
   ASSERT_TRUE(hook.installed());
