@@ -123,8 +123,9 @@ TEST_F(FileTransferTest, BothCanBeKept) {
   EXPECT_EQ(Content(Path("sub\\a.txt")), "older a");
   EXPECT_EQ(Content(Path("sub\\a - Copy.txt")), "of a");
   EXPECT_TRUE(Shows("a - Copy.txt"));
-  EXPECT_TRUE(WaitUntil([this] { return fixture_.SelectedNames() == std::vector<std::string>{"a - Copy.txt"}; }))
-      << "what came is selected";
+  EXPECT_TRUE(WaitUntil([this] {
+    return fixture_.SelectedNames() == std::vector<std::string>{"a - Copy.txt"};
+  })) << "what came is selected";
 }
 
 TEST_F(FileTransferTest, FoldersThatMeetArePutTogetherAfterAQuestion) {

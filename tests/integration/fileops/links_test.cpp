@@ -1,5 +1,6 @@
-// Links are objects of their own, and names that only the machine below allows are taken exactly: whatever is done to
-// them in the window, nothing else is touched. All of it holds for Wine on a machine with symbolic links.
+// Links are objects of their own, and names that only the machine below allows are taken exactly: whatever is
+// done to them in the window, nothing else is touched. All of it holds for Wine on a machine with symbolic
+// links.
 #include <windows.h>
 
 #include "tests/integration/fileops/fileops_fixture.h"
@@ -111,7 +112,8 @@ TEST_F(LinksTest, PastingIntoALinkThatIsOnShowPutsTheFilesWhereItLeads) {
 TEST_F(LinksTest, ANameWithWildcardsIsDeletedExactly) {
   for (const char* const name : {"img?.png", "im*"}) {
     fixture_.Close();
-    for (const wchar_t* const other : {L"files\\img1.png", L"files\\img2.png"}) fixture_.directory().AddFile(other);
+    for (const wchar_t* const other : {L"files\\img1.png", L"files\\img2.png"})
+      fixture_.directory().AddFile(other);
     ASSERT_TRUE(MakeOddFile(Folder(L"files"), name, "odd"));
     Start(5);
     Select({name});

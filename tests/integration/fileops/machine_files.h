@@ -13,8 +13,8 @@ namespace fileops_test {
 // The machine's own path of a folder.
 inline std::string MachinePath(const std::wstring& folder) {
   using Convert = char*(CDECL*)(const wchar_t*);
-  const auto convert =
-      reinterpret_cast<Convert>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
+  const auto convert = reinterpret_cast<Convert>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
   char* const path = convert ? convert(folder.c_str()) : nullptr;
   if (!path) return {};
   std::string result = path;

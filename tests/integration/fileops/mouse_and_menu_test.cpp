@@ -48,6 +48,27 @@ TEST_F(MouseAndMenuTest, AClickStillSelects) {
   EXPECT_TRUE(WaitUntil([this] { return fixture_.SelectedNames() == std::vector<std::string>{"a.txt"}; }));
 }
 
+// The shell has no menu for a name that it cannot express: there the view's own one comes up.
+TEST_F(MouseAndMenuTest, PasteFromAFoldersMenuGoesIntoThatFolder) {
+  const std::wstring folder = L"\\\\?\\" + fixture_.directory().Join(std::wstring_view(L"files\\dot."));
+  ASSERT_TRUE(CreateDirectoryW(folder.c_str(), nullptr));
+  ASSERT_TRUE(Shows("dot."));
+  Select({"a.txt"});
+  Command(file_explorer::kCommandCopy);
+  POINT point = {LOWORD(PointOf("dot.")), HIWORD(PointOf("dot."))};
+  ClientToScreen(list(), &point);
+  driver_.ChooseFromMenu("Paste");
+  PostMessageA(GetParent(list()), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list()),
+               MAKELPARAM(point.x, point.y));
+  EXPECT_TRUE(WaitUntil([this] { return !driver_.menus().empty(); }));
+  const auto pasted = [&] {
+    return GetFileAttributesW((folder + L"\\a.txt").c_str()) != INVALID_FILE_ATTRIBUTES;
+  };
+  EXPECT_TRUE(WaitUntil(pasted));
+  Finish();
+  EXPECT_FALSE(Exists(Path("a - Copy.txt"))) << "not beside it";
+}
+
 // Keeps the clipboard open from another thread, as another program would.
 class HeldClipboard {
  public:

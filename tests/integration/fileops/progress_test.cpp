@@ -59,7 +59,9 @@ class SlowFiles : public base::FileSystem {
   base::SystemError CopyFolderAttributes(const std::wstring& source, const std::wstring& target) override {
     return real_.CopyFolderAttributes(source, target);
   }
-  base::SystemError Rename(const std::wstring& from, const std::wstring& to) override { return real_.Rename(from, to); }
+  base::SystemError Rename(const std::wstring& from, const std::wstring& to) override {
+    return real_.Rename(from, to);
+  }
   base::SystemError Replace(const std::wstring& from, const std::wstring& to) override {
     return real_.Replace(from, to);
   }
@@ -84,9 +86,10 @@ class ProgressTest : public testing::Test {
     directory_.AddFile(L"from\\a.txt", "of a");
     directory_.AddFile(L"from\\b.txt", "of b");
     directory_.AddFolder(L"to");
-    root_ = CreateWindowExA(0, "Static", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 800, 500, nullptr, nullptr,
-                            nullptr, nullptr);
-    view_ = CreateWindowExA(0, "Static", "", WS_CHILD | WS_VISIBLE, 0, 0, 100, 100, root_, nullptr, nullptr, nullptr);
+    root_ = CreateWindowExA(0, "Static", "", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 100, 100, 800, 500, nullptr,
+                            nullptr, nullptr, nullptr);
+    view_ = CreateWindowExA(0, "Static", "", WS_CHILD | WS_VISIBLE, 0, 0, 100, 100, root_, nullptr, nullptr,
+                            nullptr);
   }
   ~ProgressTest() override {
     files_.Go();
@@ -94,8 +97,8 @@ class ProgressTest : public testing::Test {
     DestroyWindow(root_);
   }
   void Copy() {
-    operations_->Copy(view_, {directory_.Join(L"from\\a.txt"), directory_.Join(L"from\\b.txt")}, directory_.Join(L"to"),
-                      false, [this](const FileOperations::Outcome& outcome) {
+    operations_->Copy(view_, {directory_.Join(L"from\\a.txt"), directory_.Join(L"from\\b.txt")},
+                      directory_.Join(L"to"), false, [this](const FileOperations::Outcome& outcome) {
                         ++ended_;
                         outcome_ = outcome;
                       });

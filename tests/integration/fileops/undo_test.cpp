@@ -50,7 +50,8 @@ class UndoTest : public FileOpsTest {
     ClientToScreen(list(), &point);
     const size_t before = driver_.menus().size();
     driver_.ChooseFromMenu(choice);
-    PostMessageA(GetParent(list()), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list()), MAKELPARAM(point.x, point.y));
+    PostMessageA(GetParent(list()), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list()),
+                 MAKELPARAM(point.x, point.y));
     EXPECT_TRUE(WaitUntil([&] { return driver_.menus().size() > before; }));
     test_support::PumpMessages();
     return driver_.menus().empty() ? std::vector<std::string>() : driver_.menus().back().captions;
@@ -168,12 +169,14 @@ TEST_F(UndoTest, TheTreeTakesBackWhatTheListDid) {
 
 TEST_F(UndoTest, TheListTakesBackWhatTheTreeDid) {
   ASSERT_TRUE(ExpandSelected({"dir", "sub"}));
-  SendMessageA(tree(), TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(ChildOf(NextNode(TVGN_CARET), "dir")));
+  SendMessageA(tree(), TVM_SELECTITEM, TVGN_CARET,
+               reinterpret_cast<LPARAM>(ChildOf(NextNode(TVGN_CARET), "dir")));
   ASSERT_TRUE(WaitUntil([this] { return fixture_.FileNames() == std::vector<std::string>{"x.txt"}; }));
   SendMessageA(tree(), WM_KEYDOWN, VK_DELETE, 1);
   Finish();
   ASSERT_FALSE(Exists(Path("dir")));
-  EXPECT_TRUE(WaitUntil([this] { return SelectedNode() == "files"; })) << "nobody stays in a folder that has gone";
+  EXPECT_TRUE(WaitUntil([this] { return SelectedNode() == "files"; }))
+      << "nobody stays in a folder that has gone";
   Undo();
   EXPECT_EQ(Content(Path("dir\\x.txt")), "of x");
 }

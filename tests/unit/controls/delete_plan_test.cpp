@@ -57,9 +57,9 @@ TEST_F(DeletePlanTest, AFolderIsLookedThroughToTheGround) {
     const wchar_t* name;
     FileKind kind;
   };
-  const Row rows[] = {{L"link", FileKind::kFileLink},    {L"link", FileKind::kFolderLink},
-                      {L"mount", FileKind::kMountPoint}, {L"pipe", FileKind::kOther},
-                      {L"img?.png", FileKind::kFile},    {L"all*", FileKind::kFolder},
+  const Row rows[] = {{L"link", FileKind::kFileLink},      {L"link", FileKind::kFolderLink},
+                      {L"mount", FileKind::kMountPoint},   {L"pipe", FileKind::kOther},
+                      {L"img?.png", FileKind::kFile},      {L"all*", FileKind::kFolder},
                       {L"tex\\wood.png", FileKind::kFile}, {L"trail.", FileKind::kFile},
                       {L"nul.txt", FileKind::kFile}};
   for (const Row& row : rows) {
@@ -68,7 +68,8 @@ TEST_F(DeletePlanTest, AFolderIsLookedThroughToTheGround) {
     files_.Add(L"C:\\dir\\plain.txt", FileKind::kFile);
     files_.Add(L"C:\\dir\\inner", FileKind::kFolder);
     files_.AddNamed(L"C:\\dir\\inner", row.name, row.kind);
-    EXPECT_EQ(RefusalOf(L"C:\\dir"), BinRefusal::kContents) << std::string(row.name, row.name + wcslen(row.name));
+    EXPECT_EQ(RefusalOf(L"C:\\dir"), BinRefusal::kContents)
+        << std::string(row.name, row.name + wcslen(row.name));
   }
 }
 

@@ -44,7 +44,9 @@ class ListedFiles : public base::FileSystem {
     return base::kNoError;
   }
 
-  base::SystemError TargetStatus(const std::wstring&, base::FileStatus*) override { return base::kNotSupported; }
+  base::SystemError TargetStatus(const std::wstring&, base::FileStatus*) override {
+    return base::kNotSupported;
+  }
   base::SystemError PhysicalChain(const std::wstring&, std::vector<base::FileIdentity>*) override {
     return base::kNotSupported;
   }
@@ -52,7 +54,9 @@ class ListedFiles : public base::FileSystem {
   base::SystemError CopyBytes(const std::wstring&, const std::wstring&, const CopyProgress&) override {
     return base::kNotSupported;
   }
-  base::SystemError CopyLink(const std::wstring&, const std::wstring&) override { return base::kNotSupported; }
+  base::SystemError CopyLink(const std::wstring&, const std::wstring&) override {
+    return base::kNotSupported;
+  }
   base::SystemError CopyFolderAttributes(const std::wstring&, const std::wstring&) override {
     return base::kNotSupported;
   }

@@ -15,8 +15,9 @@ bool Has(const std::wstring& text, const wchar_t* part) {
 }
 
 const TextFormat& Format() {
-  static const TextFormat format = {[](int64_t time) { return L"day " + std::to_wstring(time); },
-                                    [](base::SystemError error) { return L"System text " + std::to_wstring(error) + L"."; }};
+  static const TextFormat format = {
+      [](int64_t time) { return L"day " + std::to_wstring(time); },
+      [](base::SystemError error) { return L"System text " + std::to_wstring(error) + L"."; }};
   return format;
 }
 
@@ -122,14 +123,16 @@ TEST(OperationText, TheQuestionBeforeDeletingSaysWhatIsGoneForGood) {
   const DeletePlan bin = PlanOf({{L"C:\\a.txt"}});
   EXPECT_EQ(TextOfDelete(bin), L"Do you want to move \u201Ca.txt\u201D to the recycle bin?");
   EXPECT_FALSE(DeletesForGood(bin));
-  EXPECT_EQ(TextOfDelete(PlanOf({{L"C:\\a"}, {L"C:\\b"}})), L"Do you want to move these 2 items to the recycle bin?");
+  EXPECT_EQ(TextOfDelete(PlanOf({{L"C:\\a"}, {L"C:\\b"}})),
+            L"Do you want to move these 2 items to the recycle bin?");
 
   const DeletePlan asked = PlanOf({{L"C:\\a.txt", BinRefusal::kAsked}});
   EXPECT_EQ(TextOfDelete(asked), L"Do you want to delete \u201Ca.txt\u201D permanently?");
   EXPECT_TRUE(DeletesForGood(asked));
 
   EXPECT_EQ(TextOfDelete(PlanOf({{L"C:\\a.txt", BinRefusal::kNoBin}})),
-            L"Do you want to delete \u201Ca.txt\u201D permanently?\n\nThere is no recycle bin here: what is deleted "
+            L"Do you want to delete \u201Ca.txt\u201D permanently?\n\nThere is no recycle bin here: what is "
+            L"deleted "
             L"cannot be brought back.");
   const std::wstring link = TextOfDelete(PlanOf({{L"C:\\l", BinRefusal::kLink}}));
   EXPECT_TRUE(Has(link, L"permanently?"));
@@ -137,7 +140,8 @@ TEST(OperationText, TheQuestionBeforeDeletingSaysWhatIsGoneForGood) {
 }
 
 TEST(OperationText, AMixedDeletionNamesWhatTheBinCannotKeep) {
-  const DeletePlan plan = PlanOf({{L"C:\\a"}, {L"C:\\l", BinRefusal::kLink}, {L"C:\\d", BinRefusal::kContents}});
+  const DeletePlan plan =
+      PlanOf({{L"C:\\a"}, {L"C:\\l", BinRefusal::kLink}, {L"C:\\d", BinRefusal::kContents}});
   const std::wstring text = TextOfDelete(plan);
   EXPECT_TRUE(DeletesForGood(plan));
   EXPECT_TRUE(Has(text, L"Do you want to delete these 3 items? 1 goes to the recycle bin."));
@@ -180,7 +184,8 @@ TEST(OperationText, AReportNamesWhatFailedAndCountsWhatWasDone) {
 
 TEST(OperationText, AReportOfAThousandFailuresEnds) {
   base::TransferReport report;
-  for (int i = 0; i < 1000; ++i) report.failures.push_back({L"C:\\f" + std::to_wstring(i), FailureReason::kMountPoint, 0});
+  for (int i = 0; i < 1000; ++i)
+    report.failures.push_back({L"C:\\f" + std::to_wstring(i), FailureReason::kMountPoint, 0});
   const std::wstring text = TextOfReport(OperationKind::kCopy, report, Format());
   EXPECT_TRUE(Has(text, L"... and 990 more."));
   EXPECT_LT(text.size(), 2000U);

@@ -36,8 +36,8 @@ void FileView::OnRenamed(int row, const std::wstring& name) {
   pane_.EnsureVisible(newRow);
 }
 
-// The name that was refused comes back to be mended, with the reason in the status line. Not from inside the end of the
-// edit that is under way.
+// The name that was refused comes back to be mended, with the reason in the status line. Not from inside the
+// end of the edit that is under way.
 void FileView::EditAgain(int row, const std::wstring& name, const std::wstring& reason) {
   refusedName_ = {IdOfRow(row), name, reason};
   PostMessageW(pane_.hwnd(), kEditAgainMessage, 0, 0);
@@ -92,6 +92,7 @@ void FileView::CopyInto(const std::vector<std::wstring>& paths, const std::wstri
                         FileOperations::Done also) {
   ClearError();
   operations_.Copy(pane_.hwnd(), paths, folder, move, [this, also](const FileOperations::Outcome& outcome) {
+    const ComRef<IOleObject> self(this);  // whoever hears of the selection may let go
     SelectArrived(outcome.report.arrived);
     if (also) also(outcome);
   });
@@ -110,8 +111,10 @@ void FileView::DeleteSelection(bool permanently) {
 void FileView::Undo() {
   if (operations_.UndoName().empty()) return;
   ClearError();
-  operations_.Undo(pane_.hwnd(),
-                   [this](const FileOperations::Outcome& outcome) { SelectArrived(outcome.report.arrived); });
+  operations_.Undo(pane_.hwnd(), [this](const FileOperations::Outcome& outcome) {
+    const ComRef<IOleObject> self(this);
+    SelectArrived(outcome.report.arrived);
+  });
 }
 
 // What an operation brought into the folder on show becomes the selection, as soon as it is listed.

@@ -49,9 +49,10 @@ void FolderView::Report(const std::wstring& text) {
 }
 
 void FolderView::Delete(const Location& location, bool permanently) {
-  operations_.Delete(pane_.hwnd(), {location.path()}, permanently, [this, location](const FileOperations::Outcome& outcome) {
-    if (outcome.report.done != 0 && !closed()) LeaveDeleted(location);
-  });
+  operations_.Delete(pane_.hwnd(), {location.path()}, permanently,
+                     [this, location](const FileOperations::Outcome& outcome) {
+                       if (outcome.report.done != 0 && !closed()) LeaveDeleted(location);
+                     });
 }
 
 // Whoever was in a deleted folder, or below it, goes to the one above.

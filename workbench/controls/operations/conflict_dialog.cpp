@@ -22,7 +22,8 @@ class DialogTemplate {
   DialogTemplate(const wchar_t* caption, WORD controls) {
     Number(DWORD{DS_MODALFRAME | DS_CENTER | DS_SHELLFONT | WS_POPUP | WS_CAPTION | WS_SYSMENU});
     Number(DWORD{0});
-    for (const WORD value : {controls, WORD{0}, WORD{0}, WORD{kWidth}, WORD{kHeight}, WORD{0}, WORD{0}}) Word(value);
+    for (const WORD value : {controls, WORD{0}, WORD{0}, WORD{kWidth}, WORD{kHeight}, WORD{0}, WORD{0}})
+      Word(value);
     Text(caption);
     Word(8);
     Text(L"MS Shell Dlg");
@@ -68,8 +69,8 @@ DialogTemplate TemplateOf(const wchar_t* caption, const ConflictText& text, bool
   dialog.Control(kStaticClass, kLabel, {kMargin, 7, kTextWidth, 27}, kConflictHeading, text.heading);
   dialog.Control(kStaticClass, kLabel, {kMargin, 37, kTextWidth, 9}, kConflictIncoming, text.incoming);
   dialog.Control(kStaticClass, kLabel, {kMargin, 47, kTextWidth, 9}, kConflictPresent, text.present);
-  dialog.Control(kButtonClass, BS_AUTOCHECKBOX | WS_TABSTOP, {kMargin, 62, kTextWidth, 10}, kConflictForAllBox,
-                 L"Do this for &all conflicts");
+  dialog.Control(kButtonClass, BS_AUTOCHECKBOX | WS_TABSTOP, {kMargin, 62, kTextWidth, 10},
+                 kConflictForAllBox, L"Do this for &all conflicts");
   struct Button {
     WORD id;
     std::wstring_view label;
@@ -122,7 +123,8 @@ INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM wParam, LPARA
 
 }  // namespace
 
-base::ConflictReply AskConflict(HWND owner, const wchar_t* caption, const ConflictText& text, bool mayReplace) {
+base::ConflictReply AskConflict(HWND owner, const wchar_t* caption, const ConflictText& text,
+                                bool mayReplace) {
   // Also the answer of a dialog that could not be made, or whose owner went.
   base::ConflictReply reply;
   reply.answer = base::ConflictAnswer::kCancel;

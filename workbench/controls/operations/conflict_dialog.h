@@ -17,6 +17,7 @@ inline constexpr int kConflictIncoming = 106;
 inline constexpr int kConflictPresent = 107;
 
 // Modal to owner. Closing it cancels.
-base::ConflictReply AskConflict(HWND owner, const wchar_t* caption, const ConflictText& text, bool mayReplace);
+base::ConflictReply AskConflict(HWND owner, const wchar_t* caption, const ConflictText& text,
+                                bool mayReplace);
 
 }  // namespace controls

@@ -50,8 +50,8 @@ class Observer : public base::TransferObserver {
   base::ConflictReply OnConflict(const base::Conflict& conflict) override {
     const auto reply = std::make_shared<base::ConflictReply>();
     const bool asked = link_.Ask([reply, conflict, view = view_, kind = kind_] {
-      *reply = AskConflict(GetAncestor(view, GA_ROOT), CaptionOf(kind), TextOfConflict(conflict, SystemFormat()),
-                           conflict.mayReplace);
+      *reply = AskConflict(GetAncestor(view, GA_ROOT), CaptionOf(kind),
+                           TextOfConflict(conflict, SystemFormat()), conflict.mayReplace);
     });
     return asked ? *reply : base::ConflictReply{base::ConflictAnswer::kCancel, true};
   }
@@ -84,8 +84,8 @@ void Append(base::TransferReport& report, base::TransferReport&& more) {
 }
 
 // The items for the bin, one by one.
-void DeleteToBin(OperationLink& link, HWND view, const std::vector<std::wstring>& paths, base::TransferReport& report,
-                 std::vector<BinnedItem>& binned) {
+void DeleteToBin(OperationLink& link, HWND view, const std::vector<std::wstring>& paths,
+                 base::TransferReport& report, std::vector<BinnedItem>& binned) {
   base::TransferProgress progress;
   progress.itemsTotal = paths.size();
   BinOutcome outcome = MoveToBin(GetAncestor(view, GA_ROOT), paths, [&](const std::wstring& path) {
@@ -127,9 +127,11 @@ void RestoreBinned(OperationLink& link, const std::vector<BinnedItem>& items, ba
 
 }  // namespace
 
-FileOperations::FileOperations(base::FileSystem* files) : files_(files ? *files : base::MachineFileSystem()) {}
+FileOperations::FileOperations(base::FileSystem* files)
+    : files_(files ? *files : base::MachineFileSystem()) {}
 
-void FileOperations::Copy(HWND view, std::vector<std::wstring> paths, std::wstring folder, bool move, Done done) {
+void FileOperations::Copy(HWND view, std::vector<std::wstring> paths, std::wstring folder, bool move,
+                          Done done) {
   const OperationKind kind = move ? OperationKind::kMove : OperationKind::kCopy;
   base::TransferRequest request;
   request.kind = move ? base::TransferKind::kMove : base::TransferKind::kCopy;
@@ -145,9 +147,11 @@ void FileOperations::Copy(HWND view, std::vector<std::wstring> paths, std::wstri
 }
 
 void FileOperations::Delete(HWND view, std::vector<std::wstring> paths, bool permanently, Done done) {
-  const auto work = [paths = std::move(paths), permanently, view, &files = files_](OperationLink& link, State& state) {
+  const auto work = [paths = std::move(paths), permanently, view, &files = files_](OperationLink& link,
+                                                                                   State& state) {
     const ComOnThread com;
-    const DeletePlan plan = PlanDelete({paths, permanently, &HasBin, [&] { return !link.cancelled(); }}, files);
+    const DeletePlan plan =
+        PlanDelete({paths, permanently, &HasBin, [&] { return !link.cancelled(); }}, files);
     if (plan.stopped || !ConfirmDelete(link, view, plan)) {
       state.report.cancelled = true;
       return;

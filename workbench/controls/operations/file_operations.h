@@ -24,18 +24,19 @@ class FileOperations {
   FileOperations(const FileOperations&) = delete;
   FileOperations& operator=(const FileOperations&) = delete;
 
-  // Called on the window's thread when the operation has ended, before the user is told what could not be done; not after
-  // Close. whole: everything that was asked for was done.
+  // Called on the window's thread when the operation has ended, before the user is told what could not be
+  // done; not after Close. whole: everything that was asked for was done.
   struct Outcome {
     bool whole = false;
     base::TransferReport report;
   };
   using Done = std::function<void(const Outcome&)>;
 
-  // All paths are absolute. view: the control's window; questions belong to the window that contains it. Each returns at
-  // once.
+  // All paths are absolute. view: the control's window; questions belong to the window that contains it. Each
+  // returns at once.
   //
-  // Into a folder, or a link or mount point that leads to one. The user is asked about what stands there already.
+  // Into a folder, or a link or mount point that leads to one. The user is asked about what stands there
+  // already.
   void Copy(HWND view, std::vector<std::wstring> paths, std::wstring folder, bool move, Done done);
   // After one question. To the recycle bin, where there is one that can keep the item as it is.
   void Delete(HWND view, std::vector<std::wstring> paths, bool permanently, Done done);

@@ -53,7 +53,8 @@ bool OperationLink::Ask(std::function<void()> ask) {
   }
   wake_.Post();
   const HANDLE events[] = {answered_.get(), closed_.get()};
-  return WaitForMultipleObjects(static_cast<DWORD>(std::size(events)), events, FALSE, INFINITE) == WAIT_OBJECT_0;
+  return WaitForMultipleObjects(static_cast<DWORD>(std::size(events)), events, FALSE, INFINITE) ==
+         WAIT_OBJECT_0;
 }
 
 void OperationLink::Finish() {

@@ -22,8 +22,8 @@ class OperationLink {
   // The operation's thread.
   bool cancelled() const;
   void Tell(const base::TransferProgress& progress);
-  // Runs ask on the window's thread and waits until it has. False when the window went meanwhile; ask may then still run or
-  // have run, so it must own everything that it touches.
+  // Runs ask on the window's thread and waits until it has. False when the window went meanwhile; ask may
+  // then still run or have run, so it must own everything that it touches.
   bool Ask(std::function<void()> ask);
   void Finish();
 
@@ -37,8 +37,8 @@ class OperationLink {
   void Cancel();
   // The window goes: cancels, and nobody is asked any more.
   void Close();
-  // Waits until the operation has ended. Messages that other threads send meanwhile are handled, others are not. False
-  // when it did not end within the time (a drive that does not answer).
+  // Waits until the operation has ended. Messages that other threads send meanwhile are handled, others are
+  // not. False when it did not end within the time (a drive that does not answer).
   bool WaitForEnd(DWORD timeoutMs) const;
 
  private:
@@ -46,7 +46,7 @@ class OperationLink {
   mutable SRWLOCK lock_ = SRWLOCK_INIT;
   std::optional<base::TransferProgress> progress_;
   std::function<void()> question_;
-  base::unique_file answered_;   // events
+  base::unique_file answered_;  // events
   base::unique_file cancelled_;
   base::unique_file closed_;
   base::unique_file finished_;

@@ -28,7 +28,8 @@ constexpr Words kWords[] = {
 };
 
 const Words& WordsOf(OperationKind kind) {
-  return *std::find_if(std::begin(kWords), std::end(kWords), [&](const Words& row) { return row.kind == kind; });
+  return *std::find_if(std::begin(kWords), std::end(kWords),
+                       [&](const Words& row) { return row.kind == kind; });
 }
 
 std::wstring Count(size_t count, const wchar_t* one, const wchar_t* many) {
@@ -79,9 +80,8 @@ std::wstring RefusedItems(const DeletePlan& plan) {
 }
 
 bool AllBecauseOf(const DeletePlan& plan, BinRefusal refusal) {
-  return !plan.items.empty() && std::all_of(plan.items.begin(), plan.items.end(), [&](const DeleteItem& item) {
-    return item.refusal == refusal;
-  });
+  return !plan.items.empty() && std::all_of(plan.items.begin(), plan.items.end(),
+                                            [&](const DeleteItem& item) { return item.refusal == refusal; });
 }
 
 }  // namespace
@@ -104,16 +104,18 @@ ConflictText TextOfConflict(const base::Conflict& conflict, const TextFormat& fo
   ConflictText text;
   const bool file = conflict.targetStatus.kind != base::FileKind::kFolder;
   text.heading = std::wstring(L"There is already a ") + (file ? L"file" : L"folder") + L" named " +
-                 QuotedName(conflict.target) + L" in " + QuotedName(base::ParentOfPath(conflict.target)) + L".";
+                 QuotedName(conflict.target) + L" in " + QuotedName(base::ParentOfPath(conflict.target)) +
+                 L".";
   if (conflict.folders) {
     text.heading += L" Do you want to put the contents of both folders together?";
     text.replace = L"&Merge";
     return text;
   }
   text.heading += conflict.mayReplace ? L" Do you want to replace it?"
-                  : file             ? L" A folder cannot replace it."
-                                     : L" A file cannot replace it.";
-  text.incoming = (conflict.moves ? L"To be moved:  " : L"To be copied:  ") + Facts(conflict.sourceStatus, format);
+                  : file              ? L" A folder cannot replace it."
+                                      : L" A file cannot replace it.";
+  text.incoming =
+      (conflict.moves ? L"To be moved:  " : L"To be copied:  ") + Facts(conflict.sourceStatus, format);
   text.present = L"Already there:  " + Facts(conflict.targetStatus, format);
   text.replace = L"&Replace";
   return text;
@@ -126,7 +128,8 @@ ProgressText TextOfProgress(OperationKind kind, const base::TransferProgress& pr
   if (progress.itemsTotal != 0) {
     text.title += L" " + Count(progress.itemsTotal, L"item", L"items");
     text.counts = GroupDigits(progress.itemsDone) + L" of " + Count(progress.itemsTotal, L"item", L"items");
-    text.thousandths = static_cast<int>(std::min(progress.itemsDone, progress.itemsTotal) * 1000 / progress.itemsTotal);
+    text.thousandths =
+        static_cast<int>(std::min(progress.itemsDone, progress.itemsTotal) * 1000 / progress.itemsTotal);
   }
   if (progress.bytesTotal != 0) {
     text.counts += L", " + ShortSize(progress.bytesDone) + L" of " + ShortSize(progress.bytesTotal);
@@ -174,7 +177,8 @@ std::wstring TextOfReport(OperationKind kind, const base::TransferReport& report
                            : Count(report.done, L"item was ", L"items were ") + done + L".";
   text += L" The following could not be " + std::wstring(done) + L":\n";
   for (size_t i = 0; i < std::min(failures, kNamedFailures); ++i) {
-    text += L"\n" + QuotedName(report.failures[i].path) + L": " + base::TextOfFailure(report.failures[i], format.error);
+    text += L"\n" + QuotedName(report.failures[i].path) + L": " +
+            base::TextOfFailure(report.failures[i], format.error);
   }
   if (failures > kNamedFailures) text += L"\n... and " + GroupDigits(failures - kNamedFailures) + L" more.";
   return text;

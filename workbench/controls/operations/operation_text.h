@@ -39,8 +39,8 @@ struct ProgressText {
 };
 ProgressText TextOfProgress(OperationKind kind, const base::TransferProgress& progress);
 
-// Whether an operation that began elapsedMs milliseconds ago shows its progress: short ones never do, and one that is
-// nearly done does not open a window for its last moment.
+// Whether an operation that began elapsedMs milliseconds ago shows its progress: short ones never do, and one
+// that is nearly done does not open a window for its last moment.
 bool ShowsProgress(unsigned elapsedMs, int thousandths);
 
 // The one question before anything is deleted.
@@ -48,8 +48,8 @@ std::wstring TextOfDelete(const DeletePlan& plan);
 // Whether it is a warning: something would be gone for good.
 bool DeletesForGood(const DeletePlan& plan);
 
-// What could not be done, with names and reasons, and how much was done; empty when there is nothing to tell. At most ten
-// failures are named.
+// What could not be done, with names and reasons, and how much was done; empty when there is nothing to tell.
+// At most ten failures are named.
 std::wstring TextOfReport(OperationKind kind, const base::TransferReport& report, const TextFormat& format);
 
 }  // namespace controls

@@ -23,8 +23,9 @@ bool IsWine() {
   return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
 }
 
-// What tells an item of the bin from all others, the same each time that the bin is read. Wine's lists have a byte and the
-// find data of the item in front of the name that it got in the bin, and don't clear the unused parts of the find data.
+// What tells an item of the bin from all others, the same each time that the bin is read. Wine's lists have a
+// byte and the find data of the item in front of the name that it got in the bin, and don't clear the unused
+// parts of the find data.
 std::string IdOf(const ITEMIDLIST* child) {
   const size_t inFront = IsWine() ? sizeof(USHORT) + 1 + sizeof(WIN32_FIND_DATAW) : 0;
   const std::string_view bytes(reinterpret_cast<const char*>(child), ILGetSize(child));
@@ -43,8 +44,8 @@ ComRef<IShellFolder2> BinFolder() {
   return folder;
 }
 
-// What an item was called before it went. The bin may show the name without its extension; the name that it gave to the
-// item itself still has it.
+// What an item was called before it went. The bin may show the name without its extension; the name that it
+// gave to the item itself still has it.
 std::wstring OriginalName(IShellFolder2& folder, const ITEMIDLIST* child) {
   STRRET shown = {};
   STRRET own = {};
@@ -88,7 +89,8 @@ std::vector<BinnedItem> NewInBin(IShellFolder2& folder, const std::set<std::stri
   ForEachBinned(folder, [&](const ITEMIDLIST* child) {
     std::string id = IdOf(child);
     if (before.contains(id)) return true;
-    // The name and the moment tell which one it is: the bin may know the folder by another spelling of its path.
+    // The name and the moment tell which one it is: the bin may know the folder by another spelling of its
+    // path.
     const std::wstring name = OriginalName(folder, child);
     const auto path = std::find_if(paths.begin(), paths.end(),
                                    [&](const std::wstring& each) { return base::NameOfPath(each) == name; });
@@ -169,7 +171,8 @@ base::SystemError RestoreFromBin(const BinnedItem& item) {
   });
   if (Exists(item.path)) return base::kNoError;
   if (SUCCEEDED(result)) return ERROR_ACCESS_DENIED;
-  return HRESULT_FACILITY(result) == FACILITY_WIN32 ? static_cast<DWORD>(HRESULT_CODE(result)) : ERROR_ACCESS_DENIED;
+  return HRESULT_FACILITY(result) == FACILITY_WIN32 ? static_cast<DWORD>(HRESULT_CODE(result))
+                                                    : ERROR_ACCESS_DENIED;
 }
 
 }  // namespace controls

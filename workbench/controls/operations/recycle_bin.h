@@ -1,4 +1,5 @@
-// The shell's recycle bin, for items that it takes exactly as they are. COM must be initialised on the calling thread.
+// The shell's recycle bin, for items that it takes exactly as they are. COM must be initialised on the
+// calling thread.
 #pragma once
 
 #include <windows.h>
@@ -16,14 +17,14 @@ namespace controls {
 bool HasBin(const std::wstring& path);
 
 struct BinOutcome {
-  size_t done = 0;  // items that went
+  size_t done = 0;                 // items that went
   std::vector<BinnedItem> binned;  // those of them that the bin can give back
   std::vector<base::TransferFailure> failures;
   bool cancelled = false;
 };
 
-// Moves items to the bin without a question; the shell asks before it deletes one that does not fit into the bin. next:
-// called before each item; false ends it there.
+// Moves items to the bin without a question; the shell asks before it deletes one that does not fit into the
+// bin. next: called before each item; false ends it there.
 BinOutcome MoveToBin(HWND owner, const std::vector<std::wstring>& paths,
                      const std::function<bool(const std::wstring& path)>& next);
 

@@ -10,8 +10,8 @@ constexpr wchar_t kClassName[] = L"SswareShellOperation";
 constexpr UINT kWakeMessage = WM_APP + 1;
 constexpr UINT_PTR kProgressTimer = 1;
 constexpr UINT kProgressMs = 100;
-// A transfer comes to a safe point after a portion of a file; more time takes only a drive that does not answer, and that
-// must not hold the host up. The thread keeps the module loaded until it ends.
+// A transfer comes to a safe point after a portion of a file; more time takes only a drive that does not
+// answer, and that must not hold the host up. The thread keeps the module loaded until it ends.
 constexpr DWORD kEndMs = 10000;
 
 }  // namespace
@@ -73,7 +73,8 @@ void RunningOperation::OnWake() {
   if (progress_.hwnd()) ShowProgress();
 }
 
-// Nobody waits for the answer any more. The question is the dialog with our caption in front of the view's window.
+// Nobody waits for the answer any more. The question is the dialog with our caption in front of the view's
+// window.
 void RunningOperation::EndQuestion() const {
   const HWND root = GetAncestor(view_, GA_ROOT);
   const HWND dialog = GetLastActivePopup(root);
@@ -91,7 +92,8 @@ void RunningOperation::OnTimer() {
 
 void RunningOperation::ShowProgress() {
   const ProgressText text = TextOfProgress(kind_, link_->Latest().value_or(base::TransferProgress()));
-  if (!progress_.hwnd() && !progress_.Open(GetAncestor(view_, GA_ROOT), [link = link_] { link->Cancel(); })) return;
+  if (!progress_.hwnd() && !progress_.Open(GetAncestor(view_, GA_ROOT), [link = link_] { link->Cancel(); }))
+    return;
   progress_.Show(text);
 }
 

@@ -19,8 +19,9 @@ class RunningOperation : public WindowBase, public std::enable_shared_from_this<
   // Runs on the operation's thread, must not throw.
   using Work = std::function<void(OperationLink&)>;
 
-  // view: the control's window; the progress window belongs to the window that contains it. finished: called once, on this
-  // thread, when the work is done; not after Close. Null when the system has no thread or window to give.
+  // view: the control's window; the progress window belongs to the window that contains it. finished: called
+  // once, on this thread, when the work is done; not after Close. Null when the system has no thread or
+  // window to give.
   static std::shared_ptr<RunningOperation> Start(OperationKind kind, HWND view, Work work,
                                                  std::function<void()> finished);
   ~RunningOperation() override { Destroy(); }

@@ -38,7 +38,9 @@ struct UndoStore::Shared {
 
 class UndoStore::Lock {
  public:
-  explicit Lock(const UndoStore& store) : mutex_(store.mutex_.get()) { WaitForSingleObject(mutex_, INFINITE); }
+  explicit Lock(const UndoStore& store) : mutex_(store.mutex_.get()) {
+    WaitForSingleObject(mutex_, INFINITE);
+  }
   ~Lock() { ReleaseMutex(mutex_); }
   Lock(const Lock&) = delete;
   Lock& operator=(const Lock&) = delete;

@@ -1,5 +1,5 @@
-// The operations that can be taken back, the same for all controls of the process: each control is a module of its own,
-// so they meet in a piece of memory that they find by its name.
+// The operations that can be taken back, the same for all controls of the process: each control is a module
+// of its own, so they meet in a piece of memory that they find by its name.
 #pragma once
 
 #include <windows.h>
@@ -20,8 +20,8 @@ class UndoStore {
   UndoStore(const UndoStore&) = delete;
   UndoStore& operator=(const UndoStore&) = delete;
 
-  // Becomes the last operation. An empty entry is dropped: an operation that cannot be taken back does not hide the one
-  // before.
+  // Becomes the last operation. An empty entry is dropped: an operation that cannot be taken back does not
+  // hide the one before.
   void Push(const UndoEntry& entry);
   // The last operation's name; empty when there is none.
   std::wstring LastName() const;

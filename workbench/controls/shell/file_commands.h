@@ -11,8 +11,8 @@ namespace controls {
 
 inline constexpr wchar_t kClipboardInUse[] = L"The clipboard is in use by another program.";
 
-// Opens the clipboard. Other programs hold it open for moments (those that keep its history, for one), so it is tried a
-// few times, with a pause in between. False when it stays in use.
+// Opens the clipboard. Other programs hold it open for moments (those that keep its history, for one), so it
+// is tried a few times, with a pause in between. False when it stays in use.
 bool OpenBusyClipboard(HWND owner, const std::function<void()>& pause);
 
 // Puts files on the clipboard, to be copied or moved by a later paste. False when the clipboard cannot be
@@ -31,8 +31,8 @@ struct ClipboardFiles {
 };
 ClipboardFiles FilesToPaste(HWND owner);
 
-// Empties the clipboard after its files were moved, so that nobody moves them again. Not when it holds something else by
-// now.
+// Empties the clipboard after its files were moved, so that nobody moves them again. Not when it holds
+// something else by now.
 void ForgetCutFiles(HWND owner, const ClipboardFiles& files);
 
 struct OperationResult {

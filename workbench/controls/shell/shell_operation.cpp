@@ -14,8 +14,7 @@ DWORD SystemCode(int code) {
       {0x78, ERROR_ACCESS_DENIED},         // to the source
       {0x79, ERROR_FILENAME_EXCED_RANGE},  // a path
       {0x7C, ERROR_FILE_NOT_FOUND},        // or no valid name
-      {0x402, ERROR_PATH_NOT_FOUND},
-      {0x10000, ERROR_WRITE_FAULT},
+      {0x402, ERROR_PATH_NOT_FOUND},      {0x10000, ERROR_WRITE_FAULT},
   };
   for (const Row& row : kRows) {
     if (row.own == code) return row.system;
