@@ -24,7 +24,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace file_explorer;
 
-constexpr int kSizes[] = {5000, 10000, 20000};
+constexpr int kSizes[] = {50, 200, 800};
 constexpr int kViewId = 32000;
 constexpr int kValueSize = 8192;
 
@@ -101,7 +101,7 @@ void CallProfileOnly(const std::string& file, int count) {
 }
 
 // The same values from memory: what is left of a load is our own work and the shell's.
-class MemoryFile final : public HistoryFile {
+class MemoryFile final : public HistorySource {
  public:
   explicit MemoryFile(int count) {
     values_[kEntryCountKey] = std::to_string(count);
@@ -119,13 +119,6 @@ class MemoryFile final : public HistoryFile {
     *time = TimeOf(std::atoi(key + 1));
     return true;
   }
-  bool WriteText(const char*, const std::string&) override { return true; }
-  bool WriteTime(const char*, const HistoryTime&) override { return true; }
-  bool Exists() override { return true; }
-  void RemoveBackup() override {}
-  bool MoveToBackup() override { return true; }
-  void Remove() override {}
-  void RestoreBackup() override {}
 
  private:
   std::unordered_map<std::string, std::string> values_;
@@ -135,6 +128,7 @@ class MemoryFile final : public HistoryFile {
 class NoShell final : public HistoryPlatform {
  public:
   ItemId ParseItem(const std::string& name) override { return ItemId(name.begin(), name.end()); }
+  bool MayHang(const std::string&) override { return false; }
   std::string ParsingName(const ItemId& item) override { return std::string(item.begin(), item.end()); }
   std::string BaseName(const std::string& path) override { return path.substr(path.rfind('\\') + 1); }
   HistoryTime Now() override { return TimeOf(1); }

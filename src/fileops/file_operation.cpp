@@ -1,114 +1,111 @@
 #include "src/fileops/file_operation.h"
 
-#include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
+#include "base/files/paths.h"
+#include "base/files/transfer.h"
+#include "base/text/code_page.h"
+#include "src/fileops/operation_words.h"
+
 namespace file_explorer {
 namespace {
-
-struct Move {
-  std::string source;
-  std::string target;
-};
 
 bool ShellIsWine() {
   return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
 }
 
-std::string NameOf(const std::string& path) {
-  return path.substr(path.find_last_of("\\/") + 1);
+std::wstring SystemText(base::SystemError error) {
+  std::array<wchar_t, 512> text = {};
+  const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                      error, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT), text.data(),
+                                      static_cast<DWORD>(text.size()), nullptr);
+  std::wstring result(text.data(), length);
+  while (!result.empty() && (result.back() == L'\n' || result.back() == L'\r')) result.pop_back();
+  return result.empty() ? L"Error code " + std::to_wstring(error) + L"." : result;
 }
 
-std::vector<Move> MovesOf(const SHFILEOPSTRUCTA& request) {
-  std::vector<Move> moves;
-  std::string folder = request.pTo;
-  if (!folder.ends_with('\\')) folder += '\\';
-  for (const char* at = request.pFrom; *at != '\0'; at += moves.back().source.size() + 1) {
-    moves.push_back({at, folder + NameOf(at)});
+base::TransferRequest TransferOf(const SHFILEOPSTRUCTA& request) {
+  base::TransferRequest transfer;
+  transfer.kind = request.wFunc == FO_MOVE ? base::TransferKind::kMove : base::TransferKind::kCopy;
+  transfer.folder = base::TidyTypedPath(base::WideFromNarrow(request.pTo));
+  for (const char* at = request.pFrom; *at != '\0'; at += std::string_view(at).size() + 1) {
+    transfer.sources.push_back(base::TidyTypedPath(base::WideFromNarrow(at)));
   }
-  return moves;
+  return transfer;
 }
 
-bool Exists(const std::string& path) {
-  return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-bool IsFolder(const std::string& path) {
-  const DWORD attributes = GetFileAttributesA(path.c_str());
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-// In its own folder already.
-bool StaysWhereItIs(const Move& move) {
-  return lstrcmpiA(move.source.c_str(), move.target.c_str()) == 0;
-}
+// Asks once for all files that are in the way and once for all folders.
+class BoxObserver final : public base::TransferObserver {
+ public:
+  BoxObserver(HWND owner, const base::TransferRequest& transfer) : owner_(owner), transfer_(transfer) {}
 
-int Fail(SHFILEOPSTRUCTA* request, DWORD error) {
-  request->fAnyOperationsAborted = FALSE;
-  SetLastError(error);
-  return static_cast<int>(error);
-}
-
-bool MayReplace(HWND owner, const std::vector<Move>& inTheWay) {
-  if (inTheWay.empty()) return true;
-  const std::string name = "\"" + NameOf(inTheWay.front().target) + "\"";
-  const std::string question =
-      inTheWay.size() == 1
-          ? "The folder already contains a file named " + name + ".\n\nDo you want to replace it?"
-          : "The folder already contains " + std::to_string(inTheWay.size()) + " of these files, " + name +
-                " among them.\n\nDo you want to replace them?";
-  return MessageBoxA(owner, question.c_str(), "Confirm File Replace",
-                     MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
-}
-
-int MoveOneByOne(SHFILEOPSTRUCTA* request, const std::vector<Move>& moves) {
-  SHFILEOPSTRUCTA single = *request;
-  for (const Move& move : moves) {
-    const std::string list = move.source + '\0';  // the text's own zero is the second one
-    single.pFrom = list.c_str();
-    single.fAnyOperationsAborted = FALSE;
-    const int result = SHFileOperationA(&single);
-    request->fAnyOperationsAborted = single.fAnyOperationsAborted;
-    if (result != 0 || single.fAnyOperationsAborted) return result;
-  }
-  return 0;
-}
-
-int MoveWithWine(SHFILEOPSTRUCTA* request) {
-  const std::vector<Move> moves = MovesOf(*request);
-  std::vector<Move> inTheWay;
-  for (const Move& move : moves) {
-    if (StaysWhereItIs(move) || !Exists(move.source) || !Exists(move.target)) continue;
-    // It would go into the folder of its name.
-    if (IsFolder(move.source) || IsFolder(move.target)) return Fail(request, ERROR_ALREADY_EXISTS);
-    inTheWay.push_back(move);
-  }
-  if (!MayReplace(request->hwnd, inTheWay)) {
-    request->fAnyOperationsAborted = TRUE;
-    return ERROR_CANCELLED;
-  }
-  SetLastError(ERROR_SUCCESS);
-  int result = SHFileOperationA(request);
-  const bool onlyFiles = std::all_of(moves.begin(), moves.end(), [](const Move& move) {
-    return Exists(move.source) && !IsFolder(move.source);
-  });
-  if (result == ERROR_CANCELLED && moves.size() > 1 && onlyFiles) result = MoveOneByOne(request, moves);
-  if (result != 0) return result;
-  for (const Move& move : moves) {
-    if (StaysWhereItIs(move) || !Exists(move.source)) continue;
-    // Tried again for the reason.
-    const bool mayReplace = std::any_of(inTheWay.begin(), inTheWay.end(),
-                                        [&](const Move& asked) { return asked.target == move.target; });
-    if (!MoveFileExA(move.source.c_str(), move.target.c_str(), mayReplace ? MOVEFILE_REPLACE_EXISTING : 0)) {
-      return Fail(request, GetLastError());
+  base::ConflictReply OnConflict(const base::Conflict& conflict) override {
+    // A file and a folder of one name: nobody can be asked to replace one by the other, so it is reported.
+    if (!conflict.mayReplace) return {base::ConflictAnswer::kReplace, false};
+    const std::wstring question = ConflictQuestion(conflict, CountInTheWay(conflict.folders));
+    const wchar_t* const caption = conflict.folders ? L"Confirm Folder Replace" : L"Confirm File Replace";
+    switch (
+        MessageBoxW(owner_, question.c_str(), caption, MB_YESNOCANCEL | MB_ICONQUESTION | MB_DEFBUTTON2)) {
+      case IDYES:
+        return {base::ConflictAnswer::kReplace, true};
+      case IDNO:
+        return {base::ConflictAnswer::kSkip, true};
+      default:
+        return {base::ConflictAnswer::kCancel, true};
     }
   }
-  return 0;
+  bool OnProgress(const base::TransferProgress&) override { return true; }
+
+ private:
+  size_t CountInTheWay(bool folders) const {
+    base::FileSystem& files = base::MachineFileSystem();
+    size_t count = 0;
+    std::wstring folder = transfer_.folder;
+    files.Spell(transfer_.folder, &folder);
+    for (const std::wstring& source : transfer_.sources) {
+      base::FileStatus from;
+      base::FileStatus to;
+      files.Status(source, &from);
+      files.Status(base::PathInFolder(folder, base::NameOfPath(source)), &to);
+      const bool bothThere = from.kind != base::FileKind::kNothing && to.kind != base::FileKind::kNothing;
+      const bool bothFolders = from.kind == base::FileKind::kFolder && to.kind == base::FileKind::kFolder;
+      const bool anyFolder = from.kind == base::FileKind::kFolder || to.kind == base::FileKind::kFolder;
+      if (bothThere && (folders ? bothFolders : !anyFolder)) ++count;
+    }
+    return count;
+  }
+
+  HWND owner_;
+  const base::TransferRequest& transfer_;
+};
+
+int ResultOf(const base::TransferReport& report) {
+  if (report.cancelled) return ERROR_CANCELLED;
+  if (report.failures.empty()) return 0;
+  const base::SystemError error = report.failures.front().error;
+  return error == base::kNoError ? ERROR_CAN_NOT_COMPLETE : static_cast<int>(error);
+}
+
+int RunWithEngine(SHFILEOPSTRUCTA* request) {
+  const base::TransferRequest transfer = TransferOf(*request);
+  BoxObserver observer(request->hwnd, transfer);
+  const base::TransferReport report = base::RunTransfer(transfer, base::MachineFileSystem(), observer);
+  request->fAnyOperationsAborted = report.cancelled || report.skipped > 0;
+  const std::wstring failures = ReportOfFailures(report, request->wFunc == FO_MOVE, &SystemText);
+  if (!failures.empty()) {
+    MessageBoxW(request->hwnd, failures.c_str(), L"Shell Operation Error", MB_OK | MB_ICONERROR);
+  }
+  SetLastError(ERROR_SUCCESS);
+  return ResultOf(report);
 }
 
 }  // namespace
 
 int WINAPI RunFileOperation(SHFILEOPSTRUCTA* request) {
-  return request->wFunc == FO_MOVE && ShellIsWine() ? MoveWithWine(request) : SHFileOperationA(request);
+  const bool transfers = request->wFunc == FO_MOVE || request->wFunc == FO_COPY;
+  return transfers && ShellIsWine() ? RunWithEngine(request) : SHFileOperationA(request);
 }
 
 }  // namespace file_explorer

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "base/text/name_insert.h"
 #include "src/fileops/progress_title.h"
 #include "src/framework/com/com_ptr.h"
 #include "src/framework/unique_handle.h"
@@ -97,7 +98,7 @@ void ShellOperations::RunOperation(bool move, int count, const SourceList& sourc
   SetLastError(ERROR_SUCCESS);  // an error of something before is not this operation's
   const int result = functions_.operate(&request);
   const DWORD error = GetLastError();
-  if (result != 0 && error != ERROR_SUCCESS && !request.fAnyOperationsAborted) ReportShellError(error);
+  if (result != 0 && error != ERROR_SUCCESS) ReportShellError(error);
 }
 
 bool ShellOperations::AppendSource(SourceList* sources, const char* path) {
@@ -112,6 +113,7 @@ bool ShellOperations::AppendSource(SourceList* sources, const char* path) {
 }
 
 bool ShellOperations::CopyOrMoveSelection(ShellControlHost* fileView, bool move) {
+  const base::Hold hold(fileView);
   const LONG count = GetSelectedCount(fileView);
   if (count <= 0) return false;
   SourceList sources(HostListMemory());
@@ -127,13 +129,14 @@ bool ShellOperations::CopyOrMovePath(const char* path, bool move) {
   return AppendSource(&sources, path) && CopyOrMove(move, 1, std::move(sources));
 }
 
-void ReportShellError(DWORD code) {
+void ReportShellError(DWORD code, std::string_view name) {
   unique_local_text text;
   FormatMessageA(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
                  nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
                  reinterpret_cast<char*>(text.put()), 0, nullptr);
   const std::string unknown = "Error code " + std::to_string(code) + ".";
-  MessageBoxA(GetForegroundWindow(), text ? text.get() : unknown.c_str(), kErrorCaption,
+  const std::string sentence = text ? base::InsertName(std::string(text.get()), name) : unknown;
+  MessageBoxA(GetForegroundWindow(), sentence.c_str(), kErrorCaption,
               MB_OK | MB_ICONERROR);
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "src/history/history_list.h"
+#include "src/history/history_store.h"
 #include "src/history/path_compaction.h"
 #include "src/history/row_layout.h"
 
@@ -25,6 +26,7 @@ void Require(bool condition) {
 class Platform final : public HistoryPlatform {
  public:
   ItemId ParseItem(const std::string& name) override { return ItemId(name.begin(), name.end()); }
+  bool MayHang(const std::string&) override { return false; }
   std::string ParsingName(const ItemId& item) override { return std::string(item.begin(), item.end()); }
   std::string BaseName(const std::string& path) override {
     return path.substr(path.find_last_of("\\/:") + 1);
@@ -55,7 +57,8 @@ class Lines final : public HistoryFile {
   void RemoveBackup() override {}
   bool MoveToBackup() override { return true; }
   void Remove() override {}
-  void RestoreBackup() override {}
+  bool RestoreBackup() override { return true; }
+  void Forget() override {}
 
   int writesLeft = 120;
 
@@ -88,6 +91,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
   }
   if (size > 0) list.Add(std::string(reinterpret_cast<const char*>(data), std::min<std::size_t>(size, 40)));
-  list.Save(file);
+  WriteHistory(file, list.Values());
   return 0;
 }

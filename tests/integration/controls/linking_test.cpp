@@ -12,6 +12,7 @@
 
 #include "tests/integration/controls/control_container.h"
 #include "tests/support/temp_directory.h"
+#include "tests/support/unexpected_boxes.h"
 #include "tests/support/wait_until.h"
 
 namespace controls_test {
@@ -142,6 +143,7 @@ TEST_F(Linking, ABadPathIsRefusedAndTheOldOneComesBack) {
   message = nullptr;
   static std::wstring said;
   said.clear();
+  const test_support::ExpectsBoxes expects;
   const UINT_PTR timer = SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR, DWORD) {
     const HWND box = FindWindowW(L"#32770", L"Path");
     if (!box || message) return;
@@ -201,6 +203,21 @@ TEST_F(Linking, ExpandingAFolderReadsItsChildren) {
 TEST_F(Linking, AForeignObjectCannotBeLinked) {
   EXPECT_TRUE(FAILED(PutObject(tree_.dispatch(), 24, combo_.unknown())));
   EXPECT_EQ(PutObject(tree_.dispatch(), 24, nullptr), S_OK);
+}
+
+// A tree that followed itself, or two trees that followed each other, would go round for ever.
+TEST_F(Linking, OnlyAFileViewCanBeATreesFileViewAndOnlyATreeABoxesTree) {
+  Hosted other(kFolderView);
+  for (IUnknown* const wrong : {tree_.unknown(), other.unknown(), combo_.unknown()}) {
+    EXPECT_NE(PutObject(tree_.dispatch(), 24, wrong), S_OK);
+  }
+  for (IUnknown* const wrong : {view_.unknown(), combo_.unknown()}) {
+    EXPECT_NE(PutObject(combo_.dispatch(), 8, wrong), S_OK);
+  }
+  Link();
+  EXPECT_NE(PutObject(tree_.dispatch(), 24, tree_.unknown()), S_OK);
+  ASSERT_TRUE(view_.GoAndWait(folder_.Join(L"one")));
+  ExpectAllAt(folder_.Join(L"one"));
 }
 
 TEST_F(Linking, ClosingInAnyOrderLeavesTheOthersAlive) {

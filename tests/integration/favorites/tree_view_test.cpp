@@ -119,6 +119,51 @@ TEST_F(TreeViewTest, Deliberate_ASaveOfAScrolledTreeStartsAtTheFirstVisibleEntry
   EXPECT_TRUE(TextOfFile(file()).starts_with("K={150}\r\ns=4\r\ni=0\r\nd=entry 150\r\nE\r\nK={151}"));
 }
 
+// The steps of the manual: end the program, put the file with everything into the first one's place, start.
+TEST_F(TreeViewTest, WhatAScrolledTreeLeavesOutComesBackFromTheFileWithEverything) {
+  std::string text = "K={0}\ns=49\nd=Favorites\nE\n";
+  for (int i = 100; i < 188; ++i) {
+    const bool isFolder = i % 30 == 10;
+    text += "K={" + std::to_string(i) + "}\ns=" + (isFolder ? "21" : "4") + "\nd=entry " + std::to_string(i) +
+            "\np={" + (i % 30 > 10 ? std::to_string(i - i % 30 + 10) : "0") + "}\n";
+  }
+  PutFavorites(text);
+  Create();
+  Show();
+  const std::string all = Shown();
+  ASSERT_EQ(tree().list().records().size(), 89u);
+  const auto endScrolledTo = [&](HTREEITEM item) {
+    SendMessageA(tree().window(), TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(item));
+    pane->Save();
+    pane.reset();
+    Create();
+    Show();
+  };
+  const auto top = [&] {
+    return reinterpret_cast<HTREEITEM>(SendMessageA(tree().window(), TVM_GETNEXTITEM, TVGN_ROOT, 0));
+  };
+  auto item = top();
+  for (int i = 1; i < 31; ++i) {
+    item = reinterpret_cast<HTREEITEM>(
+        SendMessageA(tree().window(), TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(item)));
+  }
+  endScrolledTo(item);
+  EXPECT_LT(tree().list().records().size(), 89u);
+  // Later runs, with one more entry, neither bring the rest back nor lose it.
+  auto record = std::make_unique<FavoriteRecord>();
+  record->displayName = "added later";
+  record->flags = kReferenceFlags;
+  tree().AddFavorite(std::move(record), nullptr);
+  endScrolledTo(top());
+  endScrolledTo(static_cast<HTREEITEM>(tree().list().topLevel().back()->treeItem));
+  EXPECT_LT(tree().list().records().size(), 89u);
+  pane.reset();
+  const std::string everything = folder.Join(std::string_view("favorites.all.dat"));
+  ASSERT_TRUE(MoveFileExA(everything.c_str(), file().c_str(), MOVEFILE_REPLACE_EXISTING));
+  Create();
+  EXPECT_EQ(Shown(), all + " added later");
+}
+
 TEST_F(TreeViewTest, TypingEnterDoesNotReachTheControl) {
   Create();
   EXPECT_EQ(SendMessageA(tree().window(), WM_CHAR, '\r', 0), 1);
@@ -168,6 +213,37 @@ TEST_F(TreeViewTest, ARenameToNothingKeepsTheOldName) {
   EndEditing(true);
   EXPECT_EQ(Record("{2}").displayName, "cube.obj");
   EXPECT_EQ(Shown(), "Favorites(Models(cube.obj) Textures wood.png)");
+}
+
+// The panel is the host's. A host that speaks wide text may have its controls ask again which form it takes.
+TEST_F(TreeViewTest, ATreeThatTellsItsPanelWideTextWorksTheSame) {
+  CreateWithSample();
+  Show();
+  SendMessageA(tree().window(), TVM_SETUNICODEFORMAT, TRUE, 0);
+  const HWND edit = StartEditing("{2}");
+  ASSERT_NE(edit, nullptr);
+  EXPECT_NE(GetPropA(edit, "1AFD44F7-ECEE-49e8-AE72-37D663499A44"), nullptr) << "the edit is announced as well";
+  SetWindowTextA(edit, "renamed");
+  EndEditing(false);
+  EXPECT_EQ(Record("{2}").displayName, "renamed");
+  EXPECT_EQ(Shown(), "Favorites(Models(renamed) Textures wood.png)");
+  EXPECT_EQ(StartEditing("{0}"), nullptr) << "a protected entry";
+  SetWindowTextA(StartEditing("{2}"), "other");
+  EndEditing(true);
+  EXPECT_EQ(Record("{2}").displayName, "renamed");
+}
+
+// Half a surrogate pair is no letter of any code page.
+TEST_F(TreeViewTest, ALabelThatTheCodePageCannotExpressKeepsTheOldName) {
+  CreateWithSample();
+  Show();
+  wchar_t text[] = L"caf\xD83D";
+  NMTVDISPINFOW info = {};
+  info.hdr = {tree().window(), 104, static_cast<UINT>(TVN_ENDLABELEDITW)};
+  info.item.hItem = static_cast<HTREEITEM>(Record("{2}").treeItem);
+  info.item.pszText = text;
+  EXPECT_EQ(SendMessageA(panel, WM_NOTIFY, 104, reinterpret_cast<LPARAM>(&info)), FALSE);
+  EXPECT_EQ(Record("{2}").displayName, "cube.obj");
 }
 
 TEST_F(TreeViewTest, TheLabelEditorTakesEnterAndEscape) {

@@ -108,7 +108,7 @@ class RealControls : public HostingTest {
 
   test_support::TempDirectory directory_;
   test_support::MessageBoxRecorder boxes_;
-  std::unique_ptr<ShellControlHost> combo_, file_, folder_;
+  ShellControlPtr combo_, file_, folder_;
 };
 
 TEST_F(RealControls, StandInTheirPanesWithTheirWindows) {
@@ -320,7 +320,7 @@ TEST_F(RealControls, UnloadWhenNothingOfThemIsLeft) {
     const auto canUnload = reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(
         reinterpret_cast<void (*)()>(GetProcAddress(library, "DllCanUnloadNow")));
     ASSERT_TRUE(canUnload);
-    EXPECT_TRUE(WaitUntil([&] { return canUnload() == S_OK; }, 3000)) << controlClass->fileName;
+    EXPECT_TRUE(WaitUntil([&] { return canUnload() == S_OK; })) << controlClass->fileName;
   }
 }
 

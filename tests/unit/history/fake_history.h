@@ -14,12 +14,14 @@
 #include <vector>
 
 #include "src/history/history_list.h"
+#include "src/history/history_store.h"
 
 namespace file_explorer {
 
 class FakePlatform final : public HistoryPlatform {
  public:
   ItemId ParseItem(const std::string& name) override {
+    parsed.push_back(name);
     if (name.starts_with("?")) return ItemId();
     return ItemId(name.begin(), name.end());
   }
@@ -33,7 +35,10 @@ class FakePlatform final : public HistoryPlatform {
     return now;
   }
 
+  bool MayHang(const std::string& name) override { return name.starts_with("\\\\"); }
+
   int ticks = 0;
+  std::vector<std::string> parsed;  // what the shell was asked about
 };
 
 // Keeps keys in the order in which they were written, and times in the form that the profile calls give them.
@@ -91,7 +96,11 @@ class FakeFile final : public HistoryFile {
     return true;
   }
   void Remove() override { content.reset(); }
-  void RestoreBackup() override { content = std::exchange(backup, std::nullopt); }
+  bool RestoreBackup() override {
+    content = std::exchange(backup, std::nullopt);
+    return content.has_value();
+  }
+  void Forget() override {}
 
   std::string Text() const {
     std::string text;

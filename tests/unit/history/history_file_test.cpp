@@ -24,7 +24,7 @@ class HistoryFileTest : public testing::Test {
 TEST_F(HistoryFileTest, WritesTheFieldsOfEachEntryInOrder) {
   list.Add("C:\\A\\Model.3DS");
   list.Add("?D:\\gone\\b.obj");
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.Text(),
             "NumEntries=2\n"
             "m0=EA070B00010010000200050000000000"
@@ -42,23 +42,23 @@ TEST_F(HistoryFileTest, WritesTheFieldsOfEachEntryInOrder) {
 
 TEST_F(HistoryFileTest, ComesBackAsItWasSaved) {
   Fill(7);
-  list.Save(file);
+  WriteHistory(file, list.Values());
   HistoryList reloaded(platform);
   ASSERT_TRUE(reloaded.Load(file));
   ASSERT_EQ(reloaded.size(), 7u);
   for (size_t i = 0; i < 7; ++i) {
     EXPECT_EQ(reloaded.entries()[i]->displayName, list.entries()[i]->displayName);
     EXPECT_EQ(reloaded.entries()[i]->fullPath, list.entries()[i]->fullPath);
-    EXPECT_EQ(reloaded.entries()[i]->itemId, list.entries()[i]->itemId);
+    EXPECT_EQ(reloaded.entries()[i]->itemName, list.entries()[i]->itemName);
     EXPECT_EQ(reloaded.entries()[i]->lastAccess, list.entries()[i]->lastAccess);
   }
 }
 
 TEST_F(HistoryFileTest, AnEmptyListSavesItsCountAndLeavesTheBackup) {
   Fill(1);
-  list.Save(file);
+  WriteHistory(file, list.Values());
   list.Clear();
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.Text(), "NumEntries=0\n");
   ASSERT_TRUE(file.backup);
   EXPECT_EQ(file.backup->front().second, "1");
@@ -67,7 +67,7 @@ TEST_F(HistoryFileTest, AnEmptyListSavesItsCountAndLeavesTheBackup) {
 TEST_F(HistoryFileTest, SavesTheFirstFiftyOfTheCurrentOrder) {
   Fill(60);
   list.Sort(kSortByName);
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.ReadText("NumEntries"), "50");
   EXPECT_EQ(file.ReadText("d0"), "m100.obj");
   EXPECT_EQ(file.ReadText("d49"), "m149.obj");
@@ -78,12 +78,12 @@ TEST_F(HistoryFileTest, Deliberate_ANewPathBehindFiftyOthersIsNotSavedUntilTheLi
   Fill(50);
   list.Sort(kSortNewestFirst);
   list.Add("C:\\models\\new.obj");
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.Text().find("new.obj"), std::string::npos);
   platform.ticks = 59;
   list.Add("C:\\models\\new.obj");
   list.Sort(kSortNewestFirst);
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.ReadText("d0"), "new.obj");
 }
 
@@ -136,32 +136,53 @@ TEST_F(HistoryFileTest, ADamagedTimeBecomesNow) {
 TEST_F(HistoryFileTest, AnUnknownItemIsLeftOutAndThePathStays) {
   file.content = {{"NumEntries", "1"}, {"d0", "a.obj"}, {"f0", "C:\\a.obj"}, {"p0", "?nonsense"}};
   EXPECT_TRUE(list.Load(file));
-  EXPECT_TRUE(list.entries()[0]->itemId.empty());
   EXPECT_EQ(list.entries()[0]->fullPath, "C:\\a.obj");
+  WriteHistory(file, list.Values());
+  EXPECT_EQ(file.ReadText("p0"), "");
+  EXPECT_EQ(file.ReadText("f0"), "C:\\a.obj");
+}
+
+// The files may lie on disks that sleep, in drives without a disk and on machines that are gone.
+TEST_F(HistoryFileTest, LoadingAsksTheShellNothing) {
+  Fill(3);
+  WriteHistory(file, list.Values());
+  platform.parsed.clear();
+  EXPECT_TRUE(list.Load(file));
+  EXPECT_TRUE(platform.parsed.empty());
+}
+
+TEST_F(HistoryFileTest, SavingAsksTheShellNothingAboutWhatMayHang) {
+  file.content = {{"NumEntries", "2"}, {"d0", "a.obj"},           {"f0", "\\\\dead\\share\\a.obj"}, {"p0", "\\\\dead\\share\\a.obj"},
+                  {"d1", "b.obj"},     {"f1", "C:\\b.obj"}, {"p1", "C:\\b.obj"}};
+  EXPECT_TRUE(list.Load(file));
+  WriteHistory(file, list.Values());
+  EXPECT_EQ(platform.parsed, std::vector<std::string>{"C:\\b.obj"});
+  EXPECT_EQ(file.ReadText("p0"), "\\\\dead\\share\\a.obj") << "what could not be asked about stays as it was";
+  EXPECT_EQ(file.ReadText("p1"), "C:\\b.obj");
 }
 
 // Every write of a save fails once: the previous file is always there again.
 TEST_F(HistoryFileTest, AFailedWritePutsThePreviousFileBack) {
   Fill(3);
-  list.Save(file);
+  WriteHistory(file, list.Values());
   const std::string before = file.Text();
   Fill(5);
   constexpr int kWrites = 1 + 5 * 4;
   for (int failing = 0; failing < kWrites; ++failing) {
     file.writesLeft = failing;
-    list.Save(file);
+    WriteHistory(file, list.Values());
     EXPECT_EQ(file.Text(), before) << "write " << failing;
     EXPECT_FALSE(file.backup);
   }
   file.writesLeft = kWrites;
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.ReadText("NumEntries"), "5");
 }
 
 TEST_F(HistoryFileTest, AFailedFirstSaveLeavesNoFile) {
   Fill(1);
   file.writesLeft = 2;
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_FALSE(file.content);
 }
 
