@@ -23,7 +23,8 @@ namespace {
 namespace preview = file_explorer::preview;
 
 constexpr int kRuns = 7;
-constexpr std::size_t kSmallestFile = 50'000;  // of a folder; smaller ones say nothing about reading
+constexpr std::size_t kSmallestFile =
+    50'000;  // of a folder; smaller ones say nothing, and thousands of copies of one take assimp minutes
 
 struct Grid {
   std::vector<std::array<float, 3>> points;
@@ -215,8 +216,9 @@ void MeasureFolder(const std::string& folder) {
   std::sort(paths.begin(), paths.end());
   for (const auto& path : paths) {
     const std::string extension = path.extension().string().substr(1);
-    const std::string file = Enlarged(extension, ContentOf(path));
-    if (file.size() >= kSmallestFile) Measure(path.filename().string(), extension.c_str(), file);
+    const std::string file = ContentOf(path);
+    if (file.size() < kSmallestFile) continue;
+    Measure(path.filename().string(), extension.c_str(), Enlarged(extension, file));
   }
 }
 
