@@ -57,6 +57,10 @@ std::wstring_view ExtensionOf(std::wstring_view name) {
   return name.substr(dot + 1);
 }
 
+std::wstring_view RootOfPath(std::wstring_view path) {
+  return path.substr(0, RootLength(path));
+}
+
 std::wstring_view NameOfPath(std::wstring_view path) {
   if (IsRootPath(path)) return path;
   const size_t separator = path.rfind(L'\\');

@@ -10,6 +10,9 @@ namespace base {
 // The text after the last dot of a name, without the dot; empty for "name", "name." and ".name".
 std::wstring_view ExtensionOf(std::wstring_view name);
 
+// The part of a path that has no parent: "C:\" or "\\server\share"; empty for a path without one.
+std::wstring_view RootOfPath(std::wstring_view path);
+
 // The last part of a path. A root ("C:\", "\\server\share") is its own name.
 std::wstring_view NameOfPath(std::wstring_view path);
 

@@ -55,6 +55,9 @@ class Planner {
         break;
       }
     }
+    // A source that lies in the destination is copied before another one may replace it.
+    std::stable_partition(plan_.sources.begin(), plan_.sources.end(),
+                          [](const PlannedSource& source) { return source.inDestination; });
     return std::move(plan_);
   }
 

@@ -43,11 +43,13 @@ SystemError ChooseMeaning(const std::string& folder, std::string* name) {
 
 void WineFileSystem::BeginOperation() {
   const std::lock_guard lock(mutex_);
+  roots_.clear();
+  recent_ = {};
   openFiles_.Forget();
 }
 
 SystemError WineFileSystem::LocateRoot(const std::wstring& path, std::string* located) {
-  std::wstring root = PathChain(path).front();
+  std::wstring root(RootOfPath(path));
   while (!root.empty() && root.back() == L'\\') root.pop_back();
   const std::lock_guard lock(mutex_);
   std::string& known = roots_[root];
@@ -58,9 +60,40 @@ SystemError WineFileSystem::LocateRoot(const std::wstring& path, std::string* lo
 
 SystemError WineFileSystem::Locate(const std::wstring& path, std::string* located) {
   if (!IsAbsolutePath(path)) return kInvalidName;
-  SystemError error = LocateRoot(path, located);
-  if (error != kNoError) return error;
-  std::wstring_view rest = std::wstring_view(path).substr(PathChain(path).front().size());
+  // Nearly all calls are about what lies in the same two folders.
+  const size_t folderLength = std::max(path.rfind(L'\\'), RootOfPath(path).size());
+  const std::wstring_view folder = std::wstring_view(path).substr(0, folderLength);
+  std::wstring_view rest = std::wstring_view(path).substr(folderLength);
+  const bool hasFolder = folder.size() < path.size() && folder.size() > RootOfPath(path).size();
+  if (!hasFolder || !Recall(folder, located)) {
+    SystemError error = LocateRoot(path, located);
+    if (error == kNoError) error = Append(folder.substr(RootOfPath(path).size()), located);
+    if (error != kNoError) return error;
+    if (hasFolder) Remember(folder, *located);
+  }
+  return Append(rest, located);
+}
+
+bool WineFileSystem::Recall(std::wstring_view folder, std::string* located) {
+  const std::lock_guard lock(mutex_);
+  for (const auto& [known, place] : recent_) {
+    if (known != folder) continue;
+    *located = place;
+    return true;
+  }
+  return false;
+}
+
+void WineFileSystem::Remember(std::wstring_view folder, const std::string& located) {
+  // Which file such a name means can change from one call to the next.
+  if (folder.find(kBackslashInName) != std::wstring_view::npos) return;
+  const std::lock_guard lock(mutex_);
+  recent_[nextRecent_++ % recent_.size()] = {std::wstring(folder), located};
+}
+
+// The parts of a path, after what is located already.
+SystemError WineFileSystem::Append(std::wstring_view rest, std::string* located) {
+  SystemError error = kNoError;
   while (!rest.empty()) {
     const size_t end = std::min(rest.find(L'\\'), rest.size());
     const std::wstring_view part = rest.substr(0, end);

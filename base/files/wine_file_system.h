@@ -3,6 +3,7 @@
 // tests drive it on Linux itself.
 #pragma once
 
+#include <array>
 #include <functional>
 #include <map>
 #include <mutex>
@@ -49,12 +50,17 @@ class WineFileSystem final : public FileSystem {
  private:
   // The path of the machine.
   SystemError Locate(const std::wstring& path, std::string* located);
+  SystemError Append(std::wstring_view rest, std::string* located);
+  bool Recall(std::wstring_view folder, std::string* located);
+  void Remember(std::wstring_view folder, const std::string& located);
   SystemError LocateRoot(const std::wstring& path, std::string* located);
   SystemError InUse(const std::wstring& path, const std::string& located, bool toDelete);
 
   WineSurroundings surroundings_;
-  std::mutex mutex_;                           // of what follows
-  std::map<std::wstring, std::string> roots_;  // of the machine, by drive or share
+  std::mutex mutex_;                                            // of what follows
+  std::map<std::wstring, std::string> roots_;                   // of the machine, by drive or share
+  std::array<std::pair<std::wstring, std::string>, 4> recent_;  // folders and their paths of the machine
+  size_t nextRecent_ = 0;
   OpenFiles openFiles_;
   std::wstring token_;
 };
