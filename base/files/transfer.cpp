@@ -54,11 +54,11 @@ TransferReport TransferRun::Run(const TransferRequest& request) {
   report_.cancelled = plan.cancelled;
   if (plan.refusal) report_.failures.push_back(*plan.refusal);
   if (plan.cancelled || plan.refusal) return std::move(report_);
-  DestinationFolder destination(request.folder, plan.folder);
+  DestinationFolder destination(plan.folderPath, plan.folder);
   if (kind_ != TransferKind::kDelete) {
     const SystemError error = destination.Read(files_);
     if (error != kNoError) {
-      Fail(request.folder, FailureReason::kSystem, error);
+      Fail(plan.folderPath, FailureReason::kSystem, error);
       return std::move(report_);
     }
   }

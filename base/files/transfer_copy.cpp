@@ -48,7 +48,10 @@ TransferRun::Outcome TransferRun::CopyFolder(PlanNode& node, const std::wstring&
   SystemError error = files_.MakeFolder(target);
   if (error == kAlreadyExists || error == kFileExists) return Outcome::kAgain;
   FileStatus made;
-  if (error == kNoError) error = files_.Status(target, &made);
+  if (error == kNoError) {
+    error = files_.Status(target, &made);
+    if (error != kNoError) files_.RemoveFolder(target);
+  }
   if (error != kNoError) {
     Fail(source, FailureReason::kSystem, error);
     return Outcome::kNotDone;
@@ -132,7 +135,10 @@ TransferRun::Outcome TransferRun::CopyLink(const PlanNode& node, const std::wstr
   SystemError error = files_.CopyLink(source, path);
   if (!arrival.replaces && (error == kAlreadyExists || error == kFileExists)) return Outcome::kAgain;
   FileStatus made;
-  if (error == kNoError) error = files_.Status(path, &made);
+  if (error == kNoError) {
+    error = files_.Status(path, &made);
+    if (error != kNoError) files_.RemoveLink(path);
+  }
   if (error != kNoError) {
     Fail(source, IsNotFound(error) ? FailureReason::kSystem : FailureReason::kLinkNotMade, error);
     return Outcome::kNotDone;

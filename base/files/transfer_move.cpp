@@ -38,8 +38,8 @@ SystemError TransferRun::MoveOver(const PlanNode& node, const std::wstring& sour
   return files_.Replace(source, target);
 }
 
-// The file stands at the destination already. Under a second name in another folder it goes from there; but two paths
-// may also be one name.
+// The file stands at the destination already. Under a second name in another folder it goes from there; but
+// two paths may also be one name.
 SystemError TransferRun::MoveOntoItself(const PlanNode& node, const std::wstring& source,
                                         const DestinationFolder& folder) {
   FileStatus parent;

@@ -47,8 +47,8 @@ class Planner {
       plan_.sources.push_back({});
       PlannedSource& source = plan_.sources.back();
       source.path = path;
-      source.node.name = NameOfPath(path);
       source.refusal = Look(source);
+      source.node.name = NameOfPath(source.path);
       if (source.refusal) continue;
       if (!ReadIfNeeded(source)) {
         plan_.cancelled = true;
@@ -61,10 +61,12 @@ class Planner {
  private:
   bool LookAtDestination() {
     FileStatus status;
-    SystemError error = files_.TargetStatus(request_.folder, &status);
+    plan_.folderPath = request_.folder;
+    SystemError error = files_.Spell(request_.folder, &plan_.folderPath);
+    if (error == kNoError) error = files_.TargetStatus(plan_.folderPath, &status);
     if (error == kNoError && status.kind == FileKind::kFolder) {
       plan_.folder = status.identity;
-      error = files_.PhysicalChain(request_.folder, &chain_);
+      error = files_.PhysicalChain(plan_.folderPath, &chain_);
       if (error == kNoError) return true;
     }
     const FailureReason reason =
@@ -77,7 +79,12 @@ class Planner {
     if (IsRootPath(source.path) && request_.kind != TransferKind::kCopy) {
       return TransferFailure{source.path, FailureReason::kSystem, kAccessDenied};
     }
-    SystemError error = files_.Status(source.path, &source.node.status);
+    std::wstring exact;
+    SystemError error = files_.Spell(source.path, &exact);
+    if (error == kNoError) {
+      source.path = exact;
+      error = files_.Status(source.path, &source.node.status);
+    }
     if (error != kNoError) return TransferFailure{source.path, FailureReason::kSystem, error};
     if (request_.kind == TransferKind::kDelete) return std::nullopt;
     if (source.node.status.kind == FileKind::kFolder &&

@@ -30,7 +30,8 @@ struct PlannedSource {
 
 struct TransferPlan {
   std::optional<TransferFailure> refusal;  // of the whole operation
-  FileIdentity folder;                     // of the destination
+  std::wstring folderPath;                 // of the destination, as it is written
+  FileIdentity folder;
   std::vector<PlannedSource> sources;
   bool cancelled = false;
   size_t items = 0;

@@ -86,7 +86,8 @@ class TransferRun {
                      const Arrival& arrival);
   SystemError MoveOver(const PlanNode& node, const std::wstring& source, const DestinationFolder& folder,
                        const Arrival& arrival);
-  SystemError MoveOntoItself(const PlanNode& node, const std::wstring& source, const DestinationFolder& folder);
+  SystemError MoveOntoItself(const PlanNode& node, const std::wstring& source,
+                             const DestinationFolder& folder);
   void RemoveCopiedSources(size_t first, const std::wstring& destination);
   bool RemoveCopiedSource(const PendingRemoval& pending);
   void NoteMove(const std::wstring& from, const std::wstring& to, const FileIdentity& identity);

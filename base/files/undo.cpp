@@ -68,9 +68,10 @@ class Undoing {
 UndoRecord RecordRename(const std::wstring& from, const std::wstring& to, FileSystem& files) {
   UndoRecord record;
   FileStatus status;
-  if (files.Status(to, &status) != kNoError) return record;
+  std::wstring exact;
+  if (files.Spell(to, &exact) != kNoError || files.Status(exact, &status) != kNoError) return record;
   record.kind = UndoKind::kRename;
-  record.moved.push_back({from, to, status.identity});
+  record.moved.push_back({from, exact, status.identity});
   return record;
 }
 

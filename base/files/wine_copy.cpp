@@ -47,7 +47,7 @@ SystemError WineFileSystem::CopyBytes(const std::wstring& source, const std::wst
                                       const CopyProgress& progress) {
   std::string from;
   std::string to;
-  SystemError error = LocateExisting(source, &from);
+  SystemError error = Locate(source, &from);
   if (error == kNoError) error = Locate(target, &to);
   if (error == kNoError) error = InUse(source, from, false);
   if (error != kNoError) return error;

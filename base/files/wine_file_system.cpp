@@ -12,20 +12,18 @@
 namespace base::wine {
 namespace {
 
-constexpr size_t kKnownFolders = 512;
-
-// The name in a folder that is written so, else one that differs in letter case only.
-int FindName(const std::string& folder, const std::string& name, std::string* found) {
+// The one name in a folder that differs in letter case only; nothing when several do.
+std::optional<std::string> FindName(const std::string& folder, const std::string& name) {
   std::vector<std::string> names;
-  const int result = ListFolder(folder, &names);
-  if (result < 0) return result;
+  if (ListFolder(folder, &names) < 0) return std::nullopt;
   const std::wstring wanted = FoldedName(WideFromName(name));
+  std::optional<std::string> found;
   for (std::string& candidate : names) {
     if (FoldedName(WideFromName(candidate)) != wanted) continue;
-    *found = std::move(candidate);
-    return 0;
+    if (found) return std::nullopt;
+    found = std::move(candidate);
   }
-  return -kEnoent;
+  return found;
 }
 
 // A listing of Windows gives the character that stands for a backslash as it is when a name really has it.
@@ -45,61 +43,63 @@ SystemError ChooseMeaning(const std::string& folder, std::string* name) {
 
 void WineFileSystem::BeginOperation() {
   const std::lock_guard lock(mutex_);
-  folders_.clear();
   openFiles_.Forget();
 }
 
-SystemError WineFileSystem::LocateFolder(const std::wstring& folder, std::string* located) {
-  {
-    const std::lock_guard lock(mutex_);
-    const auto known = folders_.find(folder);
-    if (known != folders_.end()) {
-      *located = known->second;
-      return kNoError;
-    }
-  }
-  if (IsRootPath(folder)) {
-    std::wstring root = folder;
-    while (!root.empty() && root.back() == L'\\') root.pop_back();
-    *located = surroundings_.pathOfRoot(root);
-    if (located->empty()) return kPathNotFound;
-  } else {
-    const SystemError error = LocateExisting(folder, located);
-    if (error != kNoError) return IsNotFound(error) ? kPathNotFound : error;
-  }
+SystemError WineFileSystem::LocateRoot(const std::wstring& path, std::string* located) {
+  std::wstring root = PathChain(path).front();
+  while (!root.empty() && root.back() == L'\\') root.pop_back();
   const std::lock_guard lock(mutex_);
-  if (folders_.size() >= kKnownFolders) folders_.clear();
-  folders_[folder] = *located;
-  return kNoError;
+  std::string& known = roots_[root];
+  if (known.empty()) known = surroundings_.pathOfRoot(root);
+  *located = known;
+  return known.empty() ? kPathNotFound : kNoError;
 }
 
 SystemError WineFileSystem::Locate(const std::wstring& path, std::string* located) {
-  if (IsRootPath(path)) return LocateFolder(path, located);
-  const std::wstring folder = ParentOfPath(path);
-  if (folder.empty()) return kInvalidName;
-  const SystemError error = LocateFolder(folder, located);
+  if (!IsAbsolutePath(path)) return kInvalidName;
+  SystemError error = LocateRoot(path, located);
   if (error != kNoError) return error;
-  std::optional<std::string> name = NameFromWide(NameOfPath(path));
-  if (!name || name->empty() || *name == "." || *name == "..") return kInvalidName;
-  const SystemError meaning = ChooseMeaning(*located, &*name);
-  if (meaning != kNoError) return meaning;
-  *located += '/';
-  *located += *name;
+  std::wstring_view rest = std::wstring_view(path).substr(PathChain(path).front().size());
+  while (!rest.empty()) {
+    const size_t end = std::min(rest.find(L'\\'), rest.size());
+    const std::wstring_view part = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+    if (part.empty()) continue;
+    std::optional<std::string> name = NameFromWide(part);
+    if (!name || *name == "." || *name == "..") return kInvalidName;
+    if (part.find(kBackslashInName) != std::wstring_view::npos) error = ChooseMeaning(*located, &*name);
+    if (error != kNoError) return error;
+    *located += '/';
+    *located += *name;
+  }
   return kNoError;
 }
 
-SystemError WineFileSystem::LocateExisting(const std::wstring& path, std::string* located) {
-  const SystemError error = Locate(path, located);
-  if (error != kNoError) return error;
-  wine::Status status;
-  const int there = GetStatus(*located, false, &status);
-  if (there != -kEnoent) return ErrorOf(there);
-  const size_t slash = located->rfind('/');
-  std::string name;
-  const int found = FindName(located->substr(0, slash), located->substr(slash + 1), &name);
-  if (found < 0) return ErrorOf(found);
-  located->replace(slash + 1, std::string::npos, name);
-  return kNoError;
+SystemError WineFileSystem::Spell(const std::wstring& path, std::wstring* exact) {
+  exact->clear();
+  for (const std::wstring& step : PathChain(path)) {
+    if (exact->empty()) {
+      *exact = step;
+      continue;
+    }
+    std::string folder;
+    std::string located;
+    const std::wstring written = PathInFolder(*exact, NameOfPath(step));
+    SystemError error = Locate(*exact, &folder);
+    if (error == kNoError) error = Locate(written, &located);
+    if (error != kNoError) return error;
+    wine::Status status;
+    const int there = GetStatus(located, false, &status);
+    if (there == 0) {
+      *exact = written;
+      continue;
+    }
+    const std::optional<std::string> found = FindName(folder, located.substr(located.rfind('/') + 1));
+    if (!found) return ErrorOf(there);
+    *exact = PathInFolder(*exact, WideFromName(*found));
+  }
+  return exact->empty() ? kInvalidName : kNoError;
 }
 
 SystemError WineFileSystem::InUse(const std::wstring& path, const std::string& located, bool toDelete) {
@@ -117,26 +117,21 @@ SystemError WineFileSystem::InUse(const std::wstring& path, const std::string& l
 
 SystemError WineFileSystem::Status(const std::wstring& path, FileStatus* status) {
   *status = {};
-  if (IsRootPath(path)) return TargetStatus(path, status);
   std::string located;
-  SystemError error = Locate(path, &located);
-  if (error != kNoError) return error;
-  error = StatusOfPath(located, false, status);
-  if (error != kFileNotFound) return error;
-  error = LocateExisting(path, &located);
-  return error == kNoError ? StatusOfPath(located, false, status) : error;
+  const SystemError error = Locate(path, &located);
+  return error == kNoError ? StatusOfPath(located, IsRootPath(path), status) : error;
 }
 
 SystemError WineFileSystem::TargetStatus(const std::wstring& path, FileStatus* status) {
   *status = {};
   std::string located;
-  const SystemError error = IsRootPath(path) ? LocateFolder(path, &located) : LocateExisting(path, &located);
+  const SystemError error = Locate(path, &located);
   return error == kNoError ? StatusOfPath(located, true, status) : error;
 }
 
 SystemError WineFileSystem::PhysicalChain(const std::wstring& path, std::vector<FileIdentity>* chain) {
   std::string located;
-  const SystemError error = IsRootPath(path) ? LocateFolder(path, &located) : LocateExisting(path, &located);
+  const SystemError error = Locate(path, &located);
   if (error != kNoError) return error;
   chain->clear();
   while (true) {
@@ -153,7 +148,7 @@ SystemError WineFileSystem::PhysicalChain(const std::wstring& path, std::vector<
 SystemError WineFileSystem::List(const std::wstring& folder, std::vector<FileEntry>* entries) {
   entries->clear();
   std::string located;
-  SystemError error = LocateFolder(folder, &located);
+  SystemError error = Locate(folder, &located);
   if (error != kNoError) return error;
   std::vector<std::string> names;
   const int listed = ListFolder(located, &names);
@@ -182,7 +177,7 @@ SystemError WineFileSystem::MakeFolder(const std::wstring& path) {
 SystemError WineFileSystem::CopyLink(const std::wstring& source, const std::wstring& target) {
   std::string from;
   std::string to;
-  SystemError error = LocateExisting(source, &from);
+  SystemError error = Locate(source, &from);
   if (error == kNoError) error = Locate(target, &to);
   if (error != kNoError) return error;
   std::string text;
@@ -196,7 +191,7 @@ SystemError WineFileSystem::CopyLink(const std::wstring& source, const std::wstr
 SystemError WineFileSystem::CopyFolderAttributes(const std::wstring& source, const std::wstring& target) {
   std::string from;
   std::string to;
-  SystemError error = LocateExisting(source, &from);
+  SystemError error = Locate(source, &from);
   if (error == kNoError) error = Locate(target, &to);
   if (error != kNoError) return error;
   wine::Status status;
@@ -209,7 +204,7 @@ SystemError WineFileSystem::CopyFolderAttributes(const std::wstring& source, con
 SystemError WineFileSystem::Rename(const std::wstring& from, const std::wstring& to) {
   std::string source;
   std::string target;
-  SystemError error = LocateExisting(from, &source);
+  SystemError error = Locate(from, &source);
   if (error == kNoError) error = Locate(to, &target);
   if (error == kNoError) error = InUse(from, source, true);
   return error == kNoError ? ErrorOf(RenameWithoutReplacing(source, target)) : error;
@@ -218,8 +213,8 @@ SystemError WineFileSystem::Rename(const std::wstring& from, const std::wstring&
 SystemError WineFileSystem::Replace(const std::wstring& from, const std::wstring& to) {
   std::string source;
   std::string target;
-  SystemError error = LocateExisting(from, &source);
-  if (error == kNoError) error = LocateExisting(to, &target);
+  SystemError error = Locate(from, &source);
+  if (error == kNoError) error = Locate(to, &target);
   if (error == kNoError) error = InUse(from, source, true);
   if (error == kNoError) error = InUse(to, target, true);
   if (error != kNoError) return error;
@@ -231,20 +226,20 @@ SystemError WineFileSystem::Replace(const std::wstring& from, const std::wstring
 
 SystemError WineFileSystem::RemoveFile(const std::wstring& path) {
   std::string located;
-  SystemError error = LocateExisting(path, &located);
+  SystemError error = Locate(path, &located);
   if (error == kNoError) error = InUse(path, located, true);
   return error == kNoError ? ErrorOf(Unlink(located)) : error;
 }
 
 SystemError WineFileSystem::RemoveFolder(const std::wstring& path) {
   std::string located;
-  const SystemError error = LocateExisting(path, &located);
+  const SystemError error = Locate(path, &located);
   return error == kNoError ? ErrorOf(RemoveDirectory(located)) : error;
 }
 
 SystemError WineFileSystem::RemoveLink(const std::wstring& path) {
   std::string located;
-  const SystemError error = LocateExisting(path, &located);
+  const SystemError error = Locate(path, &located);
   if (error != kNoError) return error;
   wine::Status status;
   const int result = GetStatus(located, false, &status);
@@ -255,7 +250,7 @@ SystemError WineFileSystem::RemoveLink(const std::wstring& path) {
 
 SystemError WineFileSystem::Flush(const std::wstring& folder, const std::vector<std::wstring>&) {
   std::string located;
-  const SystemError error = LocateFolder(folder, &located);
+  const SystemError error = Locate(folder, &located);
   if (error != kNoError) return error;
   File file;
   int result = file.OpenFolder(located);

@@ -1,6 +1,6 @@
-// Only for Wine: files by the calls of the machine below (wine_calls.h says why). Letter case is ignored
-// where a path is looked up, as Wine does, and kept exactly where names are listed or made. Pure: what it
-// needs of Windows is handed to it, so the tests drive it on Linux itself.
+// Only for Wine: files by the calls of the machine below (wine_calls.h says why). Letter case tells files
+// apart, as it does there: only Spell ignores it. Pure: what it needs of Windows is handed to it, so the
+// tests drive it on Linux itself.
 #pragma once
 
 #include <functional>
@@ -27,6 +27,7 @@ class WineFileSystem final : public FileSystem {
   explicit WineFileSystem(WineSurroundings surroundings) : surroundings_(std::move(surroundings)) {}
 
   void BeginOperation() override;
+  SystemError Spell(const std::wstring& path, std::wstring* exact) override;
   SystemError Status(const std::wstring& path, FileStatus* status) override;
   SystemError TargetStatus(const std::wstring& path, FileStatus* status) override;
   SystemError PhysicalChain(const std::wstring& path, std::vector<FileIdentity>* chain) override;
@@ -46,15 +47,14 @@ class WineFileSystem final : public FileSystem {
   bool ProcessHasEnded(const std::wstring& token) override;
 
  private:
-  // The path of the machine; what is there already may be written in another letter case.
+  // The path of the machine.
   SystemError Locate(const std::wstring& path, std::string* located);
-  SystemError LocateFolder(const std::wstring& folder, std::string* located);
-  SystemError LocateExisting(const std::wstring& path, std::string* located);
+  SystemError LocateRoot(const std::wstring& path, std::string* located);
   SystemError InUse(const std::wstring& path, const std::string& located, bool toDelete);
 
   WineSurroundings surroundings_;
-  std::mutex mutex_;  // of what follows
-  std::map<std::wstring, std::string> folders_;
+  std::mutex mutex_;                           // of what follows
+  std::map<std::wstring, std::string> roots_;  // of the machine, by drive or share
   OpenFiles openFiles_;
   std::wstring token_;
 };

@@ -3,10 +3,12 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <deque>
 #include <utility>
 
 #include "base/files/system_recovery_calls.h"
+#include "base/text/code_page.h"
 #include "src/favorites/check_marks.h"
 #include "src/favorites/favorites_platform.h"
 #include "src/favorites/favorites_store.h"
@@ -15,11 +17,33 @@
 #include "src/framework/module_context.h"
 
 namespace file_explorer {
+namespace {
 
+// Both forms of these notifications are alike but for the type of the texts that they point at.
+static_assert(offsetof(NMTVDISPINFOA, item.hItem) == offsetof(NMTVDISPINFOW, item.hItem));
+static_assert(offsetof(NMTREEVIEWA, itemNew.hItem) == offsetof(NMTREEVIEWW, itemNew.hItem));
+static_assert(offsetof(NMTREEVIEWA, ptDrag) == offsetof(NMTREEVIEWW, ptDrag));
+
+// What a label was edited to. Empty when the edit was cancelled, and when the code page lacks one of the letters.
+std::string EditedText(const NMHDR& notification) {
+  if (notification.code == static_cast<UINT>(TVN_ENDLABELEDITW)) {
+    const wchar_t* const text = reinterpret_cast<const NMTVDISPINFOW&>(notification).item.pszText;
+    return text != nullptr ? base::ExactNarrow(text).value_or("") : "";
+  }
+  const char* const text = reinterpret_cast<const NMTVDISPINFOA&>(notification).item.pszText;
+  return text != nullptr ? text : "";
+}
+
+}  // namespace
+
+// Wide notifications too: the panel is the host's, which may have its controls ask again which form it takes.
 const CHalvoTreeView::NotifyRow CHalvoTreeView::kNotifyRows[] = {
     {static_cast<UINT>(TVN_BEGINLABELEDITA), &CHalvoTreeView::OnBeginLabelEdit},
+    {static_cast<UINT>(TVN_BEGINLABELEDITW), &CHalvoTreeView::OnBeginLabelEdit},
     {static_cast<UINT>(TVN_ENDLABELEDITA), &CHalvoTreeView::OnEndLabelEdit},
+    {static_cast<UINT>(TVN_ENDLABELEDITW), &CHalvoTreeView::OnEndLabelEdit},
     {static_cast<UINT>(TVN_BEGINDRAGA), &CHalvoTreeView::OnBeginDrag},
+    {static_cast<UINT>(TVN_BEGINDRAGW), &CHalvoTreeView::OnBeginDrag},
     {static_cast<UINT>(NM_CLICK), &CHalvoTreeView::OnClick},
     {static_cast<UINT>(NM_DBLCLK), &CHalvoTreeView::OnDoubleClick},
     {static_cast<UINT>(NM_RETURN), &CHalvoTreeView::OnReturn},
@@ -349,8 +373,8 @@ bool CHalvoTreeView::OnEndLabelEdit(NMHDR* notification, LRESULT* result) {
   if (edit != nullptr && std::exchange(endedEdit_, edit) == edit) return true;
   UnhookLabelEdit(edit);
   FavoriteRecord* const record = tree_.RecordOf(info->item.hItem);
-  const char* const text = info->item.pszText;  // null when the edit was cancelled
-  if (record == nullptr || text == nullptr || text[0] == '\0') return true;
+  const std::string text = EditedText(*notification);
+  if (record == nullptr || text.empty()) return true;
   SetDisplayName(*record, text);
   Report(*record, record->parent, FavoriteChange::kRenamed);
   *result = TRUE;

@@ -62,11 +62,13 @@ class BoxObserver final : public base::TransferObserver {
   size_t CountInTheWay(bool folders) const {
     base::FileSystem& files = base::MachineFileSystem();
     size_t count = 0;
+    std::wstring folder = transfer_.folder;
+    files.Spell(transfer_.folder, &folder);
     for (const std::wstring& source : transfer_.sources) {
       base::FileStatus from;
       base::FileStatus to;
       files.Status(source, &from);
-      files.Status(base::PathInFolder(transfer_.folder, base::NameOfPath(source)), &to);
+      files.Status(base::PathInFolder(folder, base::NameOfPath(source)), &to);
       const bool bothThere = from.kind != base::FileKind::kNothing && to.kind != base::FileKind::kNothing;
       const bool bothFolders = from.kind == base::FileKind::kFolder && to.kind == base::FileKind::kFolder;
       const bool anyFolder = from.kind == base::FileKind::kFolder || to.kind == base::FileKind::kFolder;

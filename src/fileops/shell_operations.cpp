@@ -98,7 +98,7 @@ void ShellOperations::RunOperation(bool move, int count, const SourceList& sourc
   SetLastError(ERROR_SUCCESS);  // an error of something before is not this operation's
   const int result = functions_.operate(&request);
   const DWORD error = GetLastError();
-  if (result != 0 && error != ERROR_SUCCESS && !request.fAnyOperationsAborted) ReportShellError(error);
+  if (result != 0 && error != ERROR_SUCCESS) ReportShellError(error);
 }
 
 bool ShellOperations::AppendSource(SourceList* sources, const char* path) {
@@ -113,6 +113,7 @@ bool ShellOperations::AppendSource(SourceList* sources, const char* path) {
 }
 
 bool ShellOperations::CopyOrMoveSelection(ShellControlHost* fileView, bool move) {
+  const base::Hold hold(fileView);
   const LONG count = GetSelectedCount(fileView);
   if (count <= 0) return false;
   SourceList sources(HostListMemory());

@@ -10,6 +10,7 @@
 #include <memory>
 #include <utility>
 
+#include "base/reach/drive_reach.h"
 #include "src/framework/unique_handle.h"
 #include "src/host/vc64_imp.h"
 #include "src/host/vc64_tx.h"
@@ -85,6 +86,10 @@ std::string ShellHistoryPlatform::ParsingName(const ItemId& item) {
   if (FAILED(StrRetToStrW(&name, pidl, &text)) || text == nullptr) return std::string();
   const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> owner(text, &CoTaskMemFree);
   return Narrow(text);
+}
+
+bool ShellHistoryPlatform::MayHang(const std::string& name) {
+  return base::MayHang(name);
 }
 
 std::string ShellHistoryPlatform::BaseName(const std::string& path) {

@@ -7,9 +7,11 @@
 #include "base/files/transfer.h"
 #include "base/files/undo.h"
 #include "base/files/windows_file_system.h"
+#include "base/files/wine_calls.h"
 #include "base/files/wine_file_system.h"
 #include "base/handles/unique_handle.h"
 #include "tests/support/files/machine_folder.h"
+#include "tests/support/machine_below.h"
 #include "tests/support/temp_directory.h"
 
 namespace {
@@ -146,15 +148,19 @@ TEST_F(MachineFilesTest, AnotherSpellingOfADestinationIsTheSameFolder) {
   EXPECT_EQ(folder_.Contents().size(), 4U);
 }
 
-// A drive letter of Wine for the folder.
 TEST_F(MachineFilesTest, AFolderIntoItsChildUnderAnotherDriveLetterIsRefused) {
-  const test_support::TempDirectory directory;
-  directory.AddFile(L"box\\child\\x.txt");
-  ASSERT_TRUE(DefineDosDeviceW(0, L"Q:", directory.Join(L"box").c_str()));
-  const TransferReport report = Run(TransferKind::kCopy, {directory.Join(L"box")}, L"Q:\\child");
-  DefineDosDeviceW(DDD_REMOVE_DEFINITION, L"Q:", nullptr);
+  folder_.Write("box/child/x.txt", "x");
+  // A drive of Wine is a link beside that of C:.
+  std::string drive = test_support::PathBelow(L"C:\\");
+  drive = drive.substr(0, drive.rfind("c:")) + "q:";
+  ASSERT_EQ(wine::MakeLink(folder_.path() + "/box", drive), 0);
+  const TransferReport report = Run(TransferKind::kCopy, {folder_.Windows("box")}, L"Q:\\child");
+  const TransferReport whole = Run(TransferKind::kCopy, {L"Q:\\child"}, L"Q:\\child");
+  wine::Unlink(drive);
   ASSERT_EQ(report.failures.size(), 1U);
   EXPECT_EQ(report.failures[0].reason, FailureReason::kIntoItself);
+  ASSERT_EQ(whole.failures.size(), 1U);
+  EXPECT_EQ(whole.failures[0].reason, FailureReason::kIntoItself);
 }
 
 TEST_F(MachineFilesTest, AMoveToAnotherFileSystemLeavesTheSourceOnlyAfterTheCopyIsWhole) {

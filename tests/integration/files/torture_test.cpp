@@ -9,7 +9,7 @@
 
 namespace {
 
-void Run(test_support::TortureOptions options, base::FileSystem& files) {
+void Torment(test_support::TortureOptions options, base::FileSystem& files) {
   options.TakeFromEnvironment();
   const test_support::TortureResult result = RunTorture(options, files);
   std::printf("seed %llu: %s\n", static_cast<unsigned long long>(options.seed), result.Summary().c_str());
@@ -22,7 +22,7 @@ TEST(TransferTorture, ThroughTheFilesOfThisMachine) {
   test_support::TortureOptions options;
   options.seed = 611;
   options.operations = 400;
-  Run(options, base::MachineFileSystem());
+  Torment(options, base::MachineFileSystem());
 }
 
 // Links and names that Wine's own calls cannot tell are left out: that is what its file system is for.
@@ -33,7 +33,7 @@ TEST(TransferTorture, ThroughTheCallsOfWindows) {
   options.links = false;
   options.oddNames = false;
   base::WindowsFileSystem files;
-  Run(options, files);
+  Torment(options, files);
 }
 
 }  // namespace

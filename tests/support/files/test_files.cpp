@@ -25,6 +25,10 @@ void TestFiles::Mark(const std::wstring& path, base::FileIdentity* identity) con
   if (IsOnOtherVolume(path)) identity->volume = ~identity->volume;
 }
 
+SystemError TestFiles::Spell(const std::wstring& path, std::wstring* exact) {
+  return Do({"Spell", path, {}}, [&] { return inner_.Spell(path, exact); });
+}
+
 SystemError TestFiles::Status(const std::wstring& path, base::FileStatus* status) {
   return Do({"Status", path, {}}, [&] {
     const SystemError error = inner_.Status(path, status);

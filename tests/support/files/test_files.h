@@ -33,6 +33,7 @@ class TestFiles final : public base::FileSystem {
   size_t calls = 0;
 
   void BeginOperation() override { inner_.BeginOperation(); }
+  base::SystemError Spell(const std::wstring& path, std::wstring* exact) override;
   base::SystemError Status(const std::wstring& path, base::FileStatus* status) override;
   base::SystemError TargetStatus(const std::wstring& path, base::FileStatus* status) override;
   base::SystemError PhysicalChain(const std::wstring& path, std::vector<base::FileIdentity>* chain) override;

@@ -112,6 +112,8 @@ class Torture {
     for (const auto& [path, contents] : now_) {
       if (!contents.starts_with("file:") || !IsBelow(path, operation_.sources) || !folder_.Exists(path))
         continue;
+      // Something that came may stand there by now.
+      operation_.vanishedContents.insert(folder_.Contents().at(path));
       folder_.Remove(path);
       operation_.vanished.insert(path);
       return;
@@ -256,10 +258,10 @@ class Torture {
     TortureUndo undo;
     for (const base::UndoRecord::Made& made : record.made) {
       undo.mayGo.insert(Relative(made.path));
-      undo.mayBeLost.insert(Relative(made.path));
     }
     for (const base::UndoRecord::Moved& moved : record.moved) {
       undo.mayGo.insert(Relative(moved.to));
+      undo.mustCome.insert(Relative(moved.to));
       undo.mayCome.insert(Relative(moved.from));
     }
     for (const std::wstring& emptied : record.emptied) undo.mayCome.insert(Relative(emptied));

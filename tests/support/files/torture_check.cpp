@@ -1,5 +1,7 @@
 #include "tests/support/files/torture_check.h"
 
+#include <algorithm>
+
 #include "base/files/temporary_name.h"
 #include "base/files/wine_names.h"
 
@@ -13,6 +15,14 @@ bool IsTemporary(const std::string& path) {
 
 std::string Short(const std::string& text) {
   return text.size() > 60 ? text.substr(0, 60) + "..." : text;
+}
+
+// Whether a temporary file of that name stood anywhere: what a killed operation left may be copied and moved,
+// too.
+bool WasThere(const std::string& temporary, const FolderContents& before) {
+  const std::string name = temporary.substr(temporary.rfind('/'));
+  return std::any_of(before.begin(), before.end(),
+                     [&](const auto& item) { return item.first.ends_with(name); });
 }
 
 class Check {
@@ -40,8 +50,9 @@ class Check {
   void LookAtOld(const std::string& path, const std::string& contents) {
     const auto now = after_.find(path);
     if (now != after_.end() && now->second == contents) {
-      // It may have been replaced by a copy of itself.
-      if (operation_.replaceable.contains(path) && named_.contains(contents)) arrived_.insert(contents);
+      // Another file of the same contents may have come to this place.
+      const bool mayBeAnother = operation_.replaceable.contains(path) || operation_.vanished.contains(path);
+      if (mayBeAnother && named_.contains(contents)) arrived_.insert(contents);
       return;
     }
     if (IsTemporary(path) || IsBelow(path, operation_.vanished)) return;
@@ -66,7 +77,8 @@ class Check {
   void LookAtNew(const std::string& path, const std::string& contents) {
     if (before_.contains(path)) return;
     if (IsTemporary(path)) {
-      if (!operation_.killed) Say("a temporary file stayed: " + path);
+      if (!operation_.killed && !WasThere(path, before_)) Say("a temporary file stayed: " + path);
+      arrived_.insert(contents);
       return;
     }
     if (operation_.kind == base::TransferKind::kDelete || !IsBelow(path, {operation_.folder})) {
@@ -83,6 +95,7 @@ class Check {
     if (operation_.kind != base::TransferKind::kMove) return;
     std::multiset<std::string> arrived = arrived_;
     for (const std::string& contents : gone_) {
+      if (operation_.vanishedContents.contains(contents)) continue;
       const auto found = arrived.find(contents);
       if (found == arrived.end()) {
         Say("lost: " + Short(contents));
@@ -148,28 +161,29 @@ std::string ProblemAfter(const TortureOperation& operation, const FolderContents
 
 std::string ProblemAfterUndo(const TortureUndo& undo, const FolderContents& before,
                              const FolderContents& after) {
+  std::set<std::string> moved;
   std::multiset<std::string> gone;
   for (const auto& [path, contents] : before) {
+    const bool wasMoved = contents != "folder" && IsBelow(path, undo.mustCome);
+    if (wasMoved) moved.insert(contents);
     const auto now = after.find(path);
     if (now != after.end() && now->second == contents) continue;
     if (IsTemporary(path)) continue;
     if (now != after.end()) return "undo changed " + path;
     if (!IsBelow(path, undo.mayGo)) return "undo took " + path;
-    if (contents != "folder" && !IsBelow(path, undo.mayBeLost)) gone.insert(contents);
+    if (wasMoved) gone.insert(contents);
   }
   for (const auto& [path, contents] : after) {
     if (before.contains(path)) continue;
     if (IsTemporary(path)) {
-      if (!undo.killed) return "undo left " + path;
+      if (!undo.killed && !WasThere(path, before)) return "undo left " + path;
       continue;
     }
     if (!IsBelow(path, undo.mayCome)) return "undo made " + path;
-    const auto found = gone.find(contents);
-    if (found != gone.end()) {
-      gone.erase(found);
-    } else if (contents != "folder" && !undo.killed) {
+    if (contents != "folder" && !moved.contains(contents))
       return "undo made something that is not whole: " + path;
-    }
+    const auto found = gone.find(contents);
+    if (found != gone.end()) gone.erase(found);
   }
   return gone.empty() ? std::string() : "undo lost " + Short(*gone.begin());
 }

@@ -18,6 +18,7 @@ struct TortureOperation {
   std::string folder;                 // the real destination, whatever link led to it
   std::set<std::string> replaceable;  // where the user said Replace
   std::set<std::string> vanished;     // what somebody else deleted meanwhile
+  std::set<std::string> vanishedContents;
   bool killed = false;
   base::TransferReport report;  // when it was not killed
 };
@@ -30,7 +31,7 @@ std::string ProblemAfter(const TortureOperation& operation, const FolderContents
 struct TortureUndo {
   std::set<std::string> mayGo;
   std::set<std::string> mayCome;
-  std::set<std::string> mayBeLost;  // the copies
+  std::set<std::string> mustCome;  // what was moved: what goes from below these has to come back
   bool killed = false;
 };
 std::string ProblemAfterUndo(const TortureUndo& undo, const FolderContents& before,

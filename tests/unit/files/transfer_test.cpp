@@ -318,21 +318,19 @@ TEST_F(TransferTest, AMoveToAnotherFileSystemRemovesNothingThatIsNotOnTheDisk) {
   EXPECT_EQ(folder_.Read("from/a.txt"), "a");
 }
 
-TEST_F(TransferTest, CancellingTakesTheSourceAtHandBack) {
+TEST_F(TransferTest, CancellingAMoveToAnotherFileSystemTakesTheSourceAtHandBack) {
   folder_.Write("first", "1");
   folder_.Write("tree/a", "a");
   folder_.Write("tree/b", "b");
-  for (const char* const target : {"to", "other"}) {
-    folder_.Write("first", "1");
-    folder_.Folder(target);
-    answers_.calls = 0;
-    answers_.cancelAt = 6;
-    const TransferReport report = Move({"first", "tree"}, target);
-    if (std::string(target) == "to") continue;  // both had new names before that
-    EXPECT_TRUE(report.cancelled);
-    EXPECT_TRUE(folder_.Exists("tree/a") && folder_.Exists("tree/b"));
-    EXPECT_FALSE(folder_.Exists("other/tree"));
-  }
+  folder_.Folder("other");
+  answers_.cancelAt = 6;  // at the second file of the tree
+  const TransferReport report = Move({"first", "tree"}, "other");
+  EXPECT_TRUE(report.cancelled);
+  EXPECT_EQ(report.done, 1U);
+  EXPECT_EQ(folder_.Read("tree/a") + folder_.Read("tree/b"), "ab");
+  EXPECT_EQ(folder_.Read("other/first"), "1");
+  EXPECT_FALSE(folder_.Exists("other/tree"));
+  EXPECT_FALSE(folder_.Exists("first"));
 }
 
 TEST_F(TransferTest, CancellingACopyLeavesNothingOfTheSourceAtHand) {
@@ -396,6 +394,32 @@ TEST_F(TransferTest, AFolderThatBecameALinkIsNotDeletedThrough) {
   };
   EXPECT_THAT(Reasons(Run(TransferKind::kDelete, {"dir"})), ElementsAre(FailureReason::kSourceChanged));
   EXPECT_EQ(folder_.Read("keep/x"), "kept");
+}
+
+TEST_F(TransferTest, AnotherFileThatDiffersInLetterCaseIsNeverTakenForOneThatVanished) {
+  folder_.Write("from/readme", "lower");
+  folder_.Folder("to");
+  for (const TransferKind kind : {TransferKind::kMove, TransferKind::kCopy, TransferKind::kDelete}) {
+    folder_.Write("from/README", "upper");
+    bool planned = false;
+    files_.after = [&](const FileCall& call) {
+      if (call.name == "Status" && !planned) folder_.Remove("from/README");
+      planned = planned || call.name == "Status";
+      return kNoError;
+    };
+    Run(kind, {"from/README"}, "to");
+    EXPECT_EQ(folder_.Read("from/readme"), "lower");
+    EXPECT_FALSE(folder_.Exists("to/README"));
+  }
+}
+
+TEST_F(TransferTest, APathInAnotherLetterCaseIsFoundWhereOnlyOneFileCanBeMeant) {
+  folder_.Write("Folder/File.txt", "x");
+  folder_.Folder("To");
+  EXPECT_EQ(Copy({"folder/FILE.TXT"}, "TO").done, 1U);
+  EXPECT_EQ(folder_.Read("To/File.txt"), "x");
+  folder_.Write("Folder/file.TXT", "y");
+  EXPECT_THAT(Copy({"folder/FILE.TXT"}, "TO").failures, SizeIs(1));
 }
 
 TEST_F(TransferTest, DrivesAreNeverMovedOrDeleted) {

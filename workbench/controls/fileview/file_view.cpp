@@ -140,9 +140,8 @@ void FileView::GoUp() {
   if (!parent.empty()) Navigate(parent);
 }
 
-void FileView::OnPaneMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+void FileView::OnPaneMessage(UINT message, WPARAM wParam, LPARAM) {
   const ComRef<IOleObject> self(this);
-  if (shownMenu_ && shownMenu_->HandleMenuMessage(message, wParam, lParam)) return;
   if (message == kReaderMessage && wParam == 1) {
     const Location wanted = wanted_;
     Navigate(wanted);

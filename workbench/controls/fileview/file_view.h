@@ -234,7 +234,6 @@ class FileView : public OleControl,
   std::unique_ptr<ContainerSort> sort_;  // between two parts of a sort that the container decides
   bool sortTimerRuns_ = false;
   ItemMenu* menu_ = nullptr;       // while a context menu is being built
-  ItemMenu* shownMenu_ = nullptr;  // while it is shown
 };
 
 }  // namespace controls

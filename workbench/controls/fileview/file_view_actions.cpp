@@ -62,12 +62,14 @@ void FileView::OpenFile(const std::wstring& path, const ITEMIDLIST* pidl) {
     ShowError(L"\u201C" + path + L"\u201D cannot be opened: its path is too long or its name is reserved.");
     return;
   }
+  const std::wstring folder = ParentOfPath(path);
   SHELLEXECUTEINFOW request = {};
   request.cbSize = sizeof(request);
   request.fMask = SEE_MASK_FLAG_NO_UI | (path.empty() ? SEE_MASK_IDLIST : 0u);
   request.hwnd = pane_.hwnd();
   request.lpFile = path.empty() ? nullptr : path.c_str();
   request.lpIDList = path.empty() ? const_cast<ITEMIDLIST*>(pidl) : nullptr;
+  request.lpDirectory = folder.empty() ? nullptr : folder.c_str();  // a program looks for its files beside this one
   request.nShow = SW_SHOWNORMAL;
   if (ShellExecuteExW(&request)) return;
   const DWORD error = GetLastError();
@@ -261,9 +263,7 @@ void FileView::RunMenu(int row, POINT point) {
   building.Object(item.get());
   events().Fire(kMenuBuilding, building.values(), building.count());
   menu_ = nullptr;
-  shownMenu_ = &menu;
   const ItemMenu::Choice choice = closed() ? ItemMenu::Choice() : menu.Track(pane_.hwnd(), point);
-  shownMenu_ = nullptr;
   if (choice.command == 0 || closed()) return;
   if (choice.added) {
     EventArguments<2> chosen;
@@ -272,7 +272,7 @@ void FileView::RunMenu(int row, POINT point) {
     return;
   }
   if (choice.verb == "paste" && !target.empty()) return Paste(target);
-  if (!RunOwnVerb(choice.verb)) menu.InvokeShell(pane_.hwnd(), choice.command);
+  if (!RunOwnVerb(choice.verb)) menu.InvokeShell(pane_.hwnd(), choice.command, rows->folder.path());
 }
 
 // Verbs that this view carries out itself, whoever offered them. False for the shell's own.

@@ -71,8 +71,7 @@ LRESULT ListPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
       break;
   }
-  const bool menuMessage = message == WM_INITMENUPOPUP || message == WM_DRAWITEM || message == WM_MEASUREITEM;
-  if (message == WM_TIMER || menuMessage || (message >= WM_APP && message < 0xC000)) {
+  if (message == WM_TIMER || (message >= WM_APP && message < 0xC000)) {
     owner_.OnPaneMessage(message, wParam, lParam);
     return 0;
   }
@@ -129,8 +128,10 @@ LRESULT ListPane::OnItemChanged(NMHDR* header) {
 
 LRESULT ListPane::OnFindItem(NMHDR* header) {
   const auto* find = reinterpret_cast<NMLVFINDITEMW*>(header);
-  if (!(find->lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || !find->lvfi.psz) return -1;
-  return owner_.FindRow(find->iStart, find->lvfi.psz, (find->lvfi.flags & LVFI_PARTIAL) != 0,
+  constexpr UINT kSubstring = 0x0004;  // LVFI_SUBSTRING, another word for LVFI_PARTIAL that not every header has
+  constexpr UINT kBeginning = LVFI_PARTIAL | kSubstring;
+  if (!(find->lvfi.flags & (LVFI_STRING | kBeginning)) || !find->lvfi.psz) return -1;
+  return owner_.FindRow(find->iStart, find->lvfi.psz, (find->lvfi.flags & kBeginning) != 0,
                         (find->lvfi.flags & LVFI_WRAP) != 0);
 }
 

@@ -304,11 +304,13 @@ void FolderView::OnTreeContextMenu(const Location& location, bool isFile, POINT 
 // The shell's default verb.
 void FolderView::OnFileOpened(const Location& location) {
   const ComRef<IOleObject> self(this);
+  const std::wstring folder = ParentOfPath(location.path());
   SHELLEXECUTEINFOW request = {};
   request.cbSize = sizeof(request);
   request.fMask = SEE_MASK_FLAG_NO_UI;
   request.hwnd = pane_.hwnd();
   request.lpFile = location.path().c_str();
+  request.lpDirectory = folder.empty() ? nullptr : folder.c_str();  // a program looks for its files beside this one
   request.nShow = SW_SHOWNORMAL;
   if (ShellExecuteExW(&request)) return;
   const DWORD error = GetLastError();

@@ -42,13 +42,16 @@ class ItemMenu {
     std::string verb;  // of an entry of the shell or the control; may be empty
     bool added = false;
   };
+  // While the menu is open, entries of the shell with submenus, pictures and keys of their own get the messages about them
+  // that the owner is sent.
   Choice Track(HWND owner, POINT screen);
-  // Runs an entry of the shell.
-  HRESULT InvokeShell(HWND owner, UINT command);
-  // Messages that entries with submenus or pictures of their own need.
-  bool HandleMenuMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  // Runs an entry of the shell. folder: where the items are, the working folder of what is started; may be empty.
+  HRESULT InvokeShell(HWND owner, UINT command, const std::wstring& folder);
 
  private:
+  static LRESULT CALLBACK OwnerProcedure(HWND owner, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                         DWORD_PTR self);
+  bool HandleMenuMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
   void TidyShellEntries();
   std::string ShellVerb(UINT command) const;
 
