@@ -36,15 +36,15 @@ struct Conversion {
 };
 
 // With lost: nothing is converted that does not come back as it was. Without: "?" takes its place.
-std::string Narrow(UINT codePage, std::wstring_view text, bool* lost) {
+void Narrow(UINT codePage, std::wstring_view text, std::string& result, bool* lost) {
   if (lost) *lost = false;
-  if (text.empty()) return {};
+  result.clear();
+  if (text.empty()) return;
   const size_t length = static_cast<size_t>(LengthOf(text.size()));
   const DWORD completeFlags = lost ? WC_ERR_INVALID_CHARS : 0;
   Conversion conversion = {codePage, HasEveryCharacter(codePage) ? completeFlags : WC_NO_BEST_FIT_CHARS};
   // Paths of a usual length are converted once; only a longer text is measured first.
   std::array<char, 1024> usual;
-  std::string result;
   int size = 0;
   if (length <= usual.size() / kLongestUnit) {
     size = conversion.Run(text, usual.data(), static_cast<int>(usual.size()));
@@ -54,7 +54,6 @@ std::string Narrow(UINT codePage, std::wstring_view text, bool* lost) {
     size = conversion.Run(text, result.data(), size);
   }
   if (lost) *lost = size == 0 || conversion.replaced;
-  return result;
 }
 
 std::optional<std::wstring> Widen(UINT codePage, std::string_view text, DWORD flags) {
@@ -80,13 +79,16 @@ std::optional<std::wstring> ExactWideFromCodePage(unsigned codePage, std::string
 
 std::optional<std::string> ExactInCodePage(unsigned codePage, std::wstring_view text) {
   bool lost = false;
-  std::string result = Narrow(codePage, text, &lost);
+  std::string result;
+  Narrow(codePage, text, result, &lost);
   if (lost) return std::nullopt;
   return result;
 }
 
 std::string DisplayInCodePage(unsigned codePage, std::wstring_view text) {
-  return Narrow(codePage, text, nullptr);
+  std::string result;
+  Narrow(codePage, text, result, nullptr);
+  return result;
 }
 
 std::wstring WideFromNarrow(std::string_view text) {
@@ -101,5 +103,6 @@ std::optional<std::string> ExactNarrow(std::wstring_view text) {
 std::string DisplayNarrow(std::wstring_view text) {
   return DisplayInCodePage(GetACP(), text);
 }
+void DisplayNarrow(std::wstring_view text, std::string* result) { Narrow(GetACP(), text, *result, nullptr); }
 
 }  // namespace base

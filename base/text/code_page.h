@@ -21,6 +21,8 @@ std::optional<std::string> ExactNarrow(std::wstring_view text);
 // Into the code page, with "?" for each letter that it lacks (U+FFFD, in UTF-8, for half a character): only
 // to be shown.
 std::string DisplayNarrow(std::wstring_view text);
+// The same into a string whose room is used again: for many texts, one after the other.
+void DisplayNarrow(std::wstring_view text, std::string* result);
 
 // The same for a code page that is named by its number.
 std::wstring WideFromCodePage(unsigned codePage, std::string_view text);

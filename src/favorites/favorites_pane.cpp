@@ -100,7 +100,7 @@ void FavoritesPane::OnActivation(const FavoriteRecord* record) const {
 void FavoritesPane::AddFavorite(HWND owner, const AddFavoriteSources& sources) {
   const AddFavoriteChoice choice = ChooseFavoritePath(sources);
   if (choice.path.empty()) {
-    MessageBoxA(owner, choice.message, choice.caption, MB_OK);
+    if (choice.message != nullptr) MessageBoxA(owner, choice.message, choice.caption, MB_OK);
     return;
   }
   if (tree_->list().HasPath(choice.path)) {

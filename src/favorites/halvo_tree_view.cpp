@@ -6,6 +6,8 @@
 #include <deque>
 #include <utility>
 
+#include "base/text/code_page.h"
+#include "base/text/letter_case.h"
 #include "src/favorites/check_marks.h"
 #include "src/favorites/favorites_file.h"
 #include "src/favorites/label_edit_hook.h"
@@ -40,7 +42,7 @@ CHalvoTreeView::CHalvoTreeView(HINSTANCE instance, HWND parent, HWND placeholder
       placeholder_(placeholder),
       controlId_(controlId),
       style_(style),
-      list_(FoldCodePageLetters) {}
+      list_(base::LowerCaseNarrow) {}
 
 CHalvoTreeView::~CHalvoTreeView() {
   StopDragging();
@@ -347,7 +349,9 @@ bool CHalvoTreeView::OnEndLabelEdit(NMHDR* notification, LRESULT* result) {
   FavoriteRecord* const record = tree_.RecordOf(info->item.hItem);
   const char* const text = info->item.pszText;  // null when the edit was cancelled
   if (record == nullptr || text == nullptr || text[0] == '\0') return true;
-  SetDisplayName(*record, text);
+  // From the editor, where there is one: the notification's own text has letters that were bent into the code page.
+  const std::wstring typed = edit != nullptr ? tree_.LabelText() : std::wstring();
+  SetDisplayName(*record, typed.empty() ? text : base::DisplayNarrow(typed));
   Report(*record, record->parent, FavoriteChange::kRenamed);
   *result = TRUE;
   return true;

@@ -10,6 +10,9 @@
 #include <memory>
 #include <utility>
 
+#include "base/text/code_page.h"
+#include "base/text/letter_case.h"
+#include "base/text/narrow_path.h"
 #include "src/framework/unique_handle.h"
 #include "src/history/history_slices.h"
 #include "src/host/vc64_imp.h"
@@ -33,32 +36,12 @@ ComPtr<IShellFolder> Desktop() {
   return desktop;
 }
 
-std::wstring Widen(std::string_view text) {
-  const int length = static_cast<int>(text.size());
-  std::wstring wide(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0)),
-                    L'\0');
-  MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), static_cast<int>(wide.size()));
-  return wide;
-}
-
-// Empty when the code page cannot express the text: another path would be worse than none.
-std::string Narrow(std::wstring_view wide) {
-  const bool isUtf8 = GetACP() == CP_UTF8;  // there the call refuses the flag and the output
-  const DWORD flags = isUtf8 ? 0 : WC_NO_BEST_FIT_CHARS;
-  BOOL isLossy = FALSE;
-  BOOL* const lossy = isUtf8 ? nullptr : &isLossy;
-  const int length = static_cast<int>(wide.size());
-  const int size = WideCharToMultiByte(CP_ACP, flags, wide.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string text(static_cast<size_t>(size > 0 ? size : 0), '\0');
-  WideCharToMultiByte(CP_ACP, flags, wide.data(), length, text.data(), size, nullptr, lossy);
-  return isLossy ? std::string() : text;
-}
-
 std::string BackupPath(const std::string& path) {
   if (path.size() >= kTxPathSize) return std::string();
+  const std::string lower = base::LowerCaseNarrow(path);
   char backup[kTxPathSize];
-  std::memcpy(backup, path.c_str(), path.size() + 1);
-  CharLowerBuffA(backup, static_cast<DWORD>(path.size()));
+  if (lower.size() >= sizeof(backup)) return std::string();
+  std::memcpy(backup, lower.c_str(), lower.size() + 1);
   return Tx_Check_File_Extension(backup, sizeof(backup), kBackupExtension) ? backup : std::string();
 }
 
@@ -91,11 +74,11 @@ bool WriteWholeFile(const char* path, const std::string& text) {
 
 // Its path; empty when it can't be written.
 std::string WriteTemporaryFile(const std::string& text) {
-  char folder[MAX_PATH];
+  wchar_t wideFolder[MAX_PATH + 2];
   char path[MAX_PATH];
-  const DWORD length = GetTempPathA(sizeof(folder), folder);
-  if (length == 0 || length >= sizeof(folder) || GetTempFileNameA(folder, "hst", 0, path) == 0)
-    return std::string();
+  const DWORD length = GetTempPathW(MAX_PATH + 2, wideFolder);
+  const auto folder = length != 0 && length < MAX_PATH + 2 ? base::NarrowPath(wideFolder) : std::nullopt;
+  if (!folder || GetTempFileNameA(folder->c_str(), "hst", 0, path) == 0) return std::string();
   if (WriteWholeFile(path, text)) return path;
   DeleteFileA(path);
   return std::string();
@@ -105,10 +88,10 @@ std::string WriteTemporaryFile(const std::string& text) {
 
 ItemId ShellHistoryPlatform::ParseItem(const std::string& name) {
   const ComPtr<IShellFolder> desktop = Desktop();
-  std::wstring wide = Widen(name);
+  auto wide = base::ExactWide(name);
   unique_pidl pidl;
-  if (!desktop || wide.empty() ||
-      FAILED(desktop->ParseDisplayName(nullptr, nullptr, wide.data(), nullptr, pidl.put(), nullptr)) ||
+  if (!desktop || !wide || wide->empty() ||
+      FAILED(desktop->ParseDisplayName(nullptr, nullptr, wide->data(), nullptr, pidl.put(), nullptr)) ||
       !pidl) {
     return ItemId();
   }
@@ -125,7 +108,7 @@ std::string ShellHistoryPlatform::ParsingName(const ItemId& item) {
   wchar_t* text = nullptr;
   if (FAILED(StrRetToStrW(&name, pidl, &text)) || text == nullptr) return std::string();
   const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> owner(text, &CoTaskMemFree);
-  return Narrow(text);
+  return base::NarrowPath(text).value_or(std::string());
 }
 
 std::string ShellHistoryPlatform::BaseName(const std::string& path) {
@@ -139,14 +122,6 @@ HistoryTime ShellHistoryPlatform::Now() {
   SYSTEMTIME now = {};
   GetSystemTime(&now);
   return std::bit_cast<HistoryTime>(now);
-}
-
-std::string FoldCodePageCase(std::string_view text) {
-  std::wstring wide = Widen(text);
-  if (wide.empty()) return std::string(text);
-  CharLowerBuffW(wide.data(), static_cast<DWORD>(wide.size()));
-  std::string folded = Narrow(wide);
-  return folded.empty() ? std::string(text) : folded;
 }
 
 bool ToLocalTime(const HistoryTime& utc, HistoryTime* local) {

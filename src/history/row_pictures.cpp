@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/text/letter_case.h"
 #include "src/history/history_platform.h"
 #include "src/history/row_layout.h"
 #include "src/preview/file_preview.h"
@@ -30,7 +31,7 @@ RowPictures::Icon LookUp(const char* path, DWORD flags) {
 std::string IconKey(const std::string& path) {
   const size_t dot = path.find_last_of("\\/:.");
   if (dot == std::string::npos || path[dot] != '.') return std::string();
-  return FoldCodePageCase(std::string_view(path).substr(dot));
+  return base::LowerCaseNarrow(std::string_view(path).substr(dot));
 }
 
 std::optional<preview::Preview> MakeThumbnail(const HistoryEntry& entry, int pixels) {
@@ -61,7 +62,7 @@ RowThumbnails::Source SourceOf(RowPictures::Maker maker) {
 
 }  // namespace
 
-RowPictures::RowPictures(Maker maker) : thumbnails_(SourceOf(std::move(maker)), FoldCodePageCase) {}
+RowPictures::RowPictures(Maker maker) : thumbnails_(SourceOf(std::move(maker)), base::LowerCaseNarrow) {}
 
 SIZE RowPictures::SmallIconSize() {
   const Icon icon = LookUp("C:\\", SHGFI_SMALLICON);

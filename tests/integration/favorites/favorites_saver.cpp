@@ -14,6 +14,7 @@
 #include <memory>
 #include <string>
 
+#include "base/text/letter_case.h"
 #include "src/favorites/favorites_file.h"
 #include "src/favorites/favorites_platform.h"
 
@@ -90,7 +91,7 @@ std::unique_ptr<FavoriteRecord> Reference(const std::string& name) {
 int main(int argc, char** argv) {
   if (argc < 4) return 2;
   const std::string file = std::string(argv[1]) + "\\favorites.dat";
-  FavoriteList list(FoldCodePageLetters);
+  FavoriteList list(base::LowerCaseNarrow);
   ReadFavoritesFile(file, SystemFileCalls(), list,
                     [&](std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent) {
                       return list.Add(std::move(record), parent);

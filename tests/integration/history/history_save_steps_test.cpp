@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "base/text/letter_case.h"
 #include "src/history/history_platform.h"
 #include "tests/integration/history/history_test_folder.h"
 #include "tests/support/wait_until.h"
@@ -73,7 +74,7 @@ class HistorySaveStepsTest : public testing::Test {
   // The names that a program which starts now finds.
   Names Load(const char* name) const {
     ShellHistoryPlatform platform;
-    HistoryList list(platform, FoldCodePageCase);
+    HistoryList list(platform, base::LowerCaseNarrow);
     WritePrivateProfileStringA(nullptr, nullptr, nullptr, folder.Path(name).c_str());
     ProfileHistoryFile file(folder.Path(name));
     list.Load(file);

@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/text/letter_case.h"
 #include "src/history/history_platform.h"
 
 namespace {
@@ -85,7 +86,7 @@ int main(int argc, char** argv) {
   (std::string_view(argv[2]) == "kill" ? plan.killAt : plan.failAt) = std::atoi(argv[3]);
   if (argc > 4) plan.killAt = std::atoi(argv[4]);
   ShellHistoryPlatform platform;
-  HistoryList list(platform, FoldCodePageCase);
+  HistoryList list(platform, base::LowerCaseNarrow);
   SteppedFile file(plan);
   list.Load(file);
   list.Add("X:\\new one.obj");

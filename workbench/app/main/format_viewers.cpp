@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "base/text/narrow_path.h"
 #include "src/host/vc64_tx.h"
 #include "workbench/app/ui/text_conversion.h"
 
@@ -36,7 +37,9 @@ bool IsLoaded(TxExecuteCallback callback) {
 }  // namespace
 
 bool OpenWithViewer(const std::wstring& path) {
-  const std::string narrow = Narrow(path);
+  const auto narrowPath = base::NarrowPath(path);
+  if (!narrowPath) return false;  // no viewer could open it; the caller shows what it can
+  const std::string& narrow = *narrowPath;
   for (const std::string& guid : ViewerGuids()) {
     const char* types = nullptr;
     TxToken enabled = 0;

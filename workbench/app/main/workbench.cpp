@@ -7,6 +7,7 @@
 
 #include <cwchar>
 
+#include "base/text/narrow_path.h"
 #include "workbench/app/main/format_viewers.h"
 #include "workbench/app/main/host_libraries.h"
 #include "workbench/app/ui/text_conversion.h"
@@ -57,7 +58,7 @@ Workbench::Workbench(WorkbenchOptions options) : options_(std::move(options)) {
   options_.profilePath = FullPathOf(options_.profilePath);
   if (!options_.folder.empty()) options_.folder = FullPathOf(options_.folder);
   if (options_.helpLocation.empty()) options_.helpLocation = ProgramFolder() + L"\\help";
-  profilePath_ = Narrow(options_.profilePath);
+  profilePath_ = base::NarrowPath(options_.profilePath).value_or(std::string());
   services_.SetRecording(options_.recordCalls);
   PrepareFolder();
   CreateParts();
