@@ -67,6 +67,15 @@ bool IsSameObject(const std::wstring& first, const std::wstring& second) {
   return a && a == IdentityOf(second);
 }
 
+std::wstring WithLongName(const std::wstring& path) {
+  WIN32_FIND_DATAW found = {};
+  // A pattern would find something else.
+  if (path.find_first_of(L"?*") != std::wstring::npos) return path;
+  const unique_find find = OwnFind(FindFirstFileW(path.c_str(), &found));
+  if (!find) return path;
+  return path.substr(0, path.find_last_of(L"\\/") + 1) + found.cFileName;
+}
+
 std::optional<std::string> NarrowPath(std::wstring_view path) {
   if (auto exact = ExactNarrow(path)) return exact;
   const std::wstring longForm(path);

@@ -1,48 +1,73 @@
 #include "src/fileops/file_operation.h"
 
 #include <algorithm>
+#include <cstring>
 #include <string>
 #include <vector>
+
+#include "base/text/code_page.h"
+#include "base/text/display_name.h"
+#include "base/text/narrow_path.h"
 
 namespace file_explorer {
 namespace {
 
 struct Move {
-  std::string source;
-  std::string target;
+  std::wstring source;
+  std::wstring target;
+};
+
+// Wide, and each source by its long name: what the list calls by its short name, for want of letters in the
+// code page, would arrive under that name.
+struct WideRequest {
+  std::wstring sources;
+  std::wstring folder;
+  SHFILEOPSTRUCTW request = {};
+
+  explicit WideRequest(const SHFILEOPSTRUCTA& narrow) {
+    for (const char* at = narrow.pFrom; *at != '\0'; at += std::strlen(at) + 1) {
+      sources += base::WithLongName(base::WideFromNarrow(at)) + L'\0';
+    }
+    folder = base::WideFromNarrow(narrow.pTo) + L'\0';
+    request.hwnd = narrow.hwnd;
+    request.wFunc = narrow.wFunc;
+    request.pFrom = sources.c_str();
+    request.pTo = folder.c_str();
+    request.fFlags = narrow.fFlags;
+  }
 };
 
 bool ShellIsWine() {
   return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
 }
 
-std::string NameOf(const std::string& path) {
-  return path.substr(path.find_last_of("\\/") + 1);
+std::wstring NameOf(const std::wstring& path) {
+  return path.substr(path.find_last_of(L"\\/") + 1);
 }
 
-std::vector<Move> MovesOf(const SHFILEOPSTRUCTA& request) {
+std::vector<Move> MovesOf(const SHFILEOPSTRUCTW& request) {
   std::vector<Move> moves;
-  std::string folder = request.pTo;
-  if (!folder.ends_with('\\')) folder += '\\';
-  for (const char* at = request.pFrom; *at != '\0'; at += moves.back().source.size() + 1) {
+  std::wstring folder = request.pTo;
+  if (!folder.ends_with(L'\\')) folder += L'\\';
+  for (const wchar_t* at = request.pFrom; *at != L'\0'; at += moves.back().source.size() + 1) {
     moves.push_back({at, folder + NameOf(at)});
   }
   return moves;
 }
 
-bool Exists(const std::string& path) {
-  return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+bool Exists(const std::wstring& path) {
+  return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
-bool IsFolder(const std::string& path) {
-  const DWORD attributes = GetFileAttributesA(path.c_str());
+bool IsFolder(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 // In its own folder already.
 bool StaysWhereItIs(const Move& move) {
-  return lstrcmpiA(move.source.c_str(), move.target.c_str()) == 0;
+  return lstrcmpiW(move.source.c_str(), move.target.c_str()) == 0;
 }
 
-int Fail(SHFILEOPSTRUCTA* request, DWORD error) {
+int Fail(SHFILEOPSTRUCTW* request, DWORD error) {
   request->fAnyOperationsAborted = FALSE;
   SetLastError(error);
   return static_cast<int>(error);
@@ -50,30 +75,30 @@ int Fail(SHFILEOPSTRUCTA* request, DWORD error) {
 
 bool MayReplace(HWND owner, const std::vector<Move>& inTheWay) {
   if (inTheWay.empty()) return true;
-  const std::string name = "\"" + NameOf(inTheWay.front().target) + "\"";
-  const std::string question =
+  const std::wstring name = L"\"" + base::HarmlessText(NameOf(inTheWay.front().target)) + L"\"";
+  const std::wstring question =
       inTheWay.size() == 1
-          ? "The folder already contains a file named " + name + ".\n\nDo you want to replace it?"
-          : "The folder already contains " + std::to_string(inTheWay.size()) + " of these files, " + name +
-                " among them.\n\nDo you want to replace them?";
-  return MessageBoxA(owner, question.c_str(), "Confirm File Replace",
+          ? L"The folder already contains a file named " + name + L".\n\nDo you want to replace it?"
+          : L"The folder already contains " + std::to_wstring(inTheWay.size()) + L" of these files, " + name +
+                L" among them.\n\nDo you want to replace them?";
+  return MessageBoxW(owner, question.c_str(), L"Confirm File Replace",
                      MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
 }
 
-int MoveOneByOne(SHFILEOPSTRUCTA* request, const std::vector<Move>& moves) {
-  SHFILEOPSTRUCTA single = *request;
+int MoveOneByOne(SHFILEOPSTRUCTW* request, const std::vector<Move>& moves) {
+  SHFILEOPSTRUCTW single = *request;
   for (const Move& move : moves) {
-    const std::string list = move.source + '\0';  // the text's own zero is the second one
+    const std::wstring list = move.source + L'\0';  // the text's own zero is the second one
     single.pFrom = list.c_str();
     single.fAnyOperationsAborted = FALSE;
-    const int result = SHFileOperationA(&single);
+    const int result = SHFileOperationW(&single);
     request->fAnyOperationsAborted = single.fAnyOperationsAborted;
     if (result != 0 || single.fAnyOperationsAborted) return result;
   }
   return 0;
 }
 
-int MoveWithWine(SHFILEOPSTRUCTA* request) {
+int MoveWithWine(SHFILEOPSTRUCTW* request) {
   const std::vector<Move> moves = MovesOf(*request);
   std::vector<Move> inTheWay;
   for (const Move& move : moves) {
@@ -87,7 +112,7 @@ int MoveWithWine(SHFILEOPSTRUCTA* request) {
     return ERROR_CANCELLED;
   }
   SetLastError(ERROR_SUCCESS);
-  int result = SHFileOperationA(request);
+  int result = SHFileOperationW(request);
   const bool onlyFiles = std::all_of(moves.begin(), moves.end(), [](const Move& move) {
     return Exists(move.source) && !IsFolder(move.source);
   });
@@ -98,7 +123,7 @@ int MoveWithWine(SHFILEOPSTRUCTA* request) {
     // Tried again for the reason.
     const bool mayReplace = std::any_of(inTheWay.begin(), inTheWay.end(),
                                         [&](const Move& asked) { return asked.target == move.target; });
-    if (!MoveFileExA(move.source.c_str(), move.target.c_str(), mayReplace ? MOVEFILE_REPLACE_EXISTING : 0)) {
+    if (!MoveFileExW(move.source.c_str(), move.target.c_str(), mayReplace ? MOVEFILE_REPLACE_EXISTING : 0)) {
       return Fail(request, GetLastError());
     }
   }
@@ -108,7 +133,14 @@ int MoveWithWine(SHFILEOPSTRUCTA* request) {
 }  // namespace
 
 int WINAPI RunFileOperation(SHFILEOPSTRUCTA* request) {
-  return request->wFunc == FO_MOVE && ShellIsWine() ? MoveWithWine(request) : SHFileOperationA(request);
+  if (!ShellIsWine()) return SHFileOperationA(request);
+  WideRequest wide(*request);
+  const int result =
+      request->wFunc == FO_MOVE ? MoveWithWine(&wide.request) : SHFileOperationW(&wide.request);
+  const DWORD error = GetLastError();
+  request->fAnyOperationsAborted = wide.request.fAnyOperationsAborted;
+  SetLastError(error);
+  return result;
 }
 
 }  // namespace file_explorer
