@@ -46,7 +46,7 @@ picture=$PWD/build/$preset/workbench.png
 state=$(mktemp)
 "$WINE" "$bin/workbench.exe" --size 1560x960 --ready-file "Z:${state//\//\\}" "$windows_folder" >/dev/null 2>&1 &
 workbench_pid=$!
-for _ in $(seq 600); do
+for _ in $(seq 6000); do  # as long as it runs, ten minutes at most
   grep -q ready "$state" 2>/dev/null && break
   kill -0 "$workbench_pid" 2>/dev/null || break
   sleep 0.1

@@ -15,6 +15,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/text/letter_case.h"
 #include "bench/measure.h"
 #include "src/history/history_list.h"
 #include "src/history/history_platform.h"
@@ -24,7 +25,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace file_explorer;
 
-constexpr int kSizes[] = {5000, 10000, 20000};
+constexpr int kSizes[] = {50, 200, 800};
 constexpr int kViewId = 32000;
 constexpr int kValueSize = 8192;
 
@@ -101,7 +102,7 @@ void CallProfileOnly(const std::string& file, int count) {
 }
 
 // The same values from memory: what is left of a load is our own work and the shell's.
-class MemoryFile final : public HistoryFile {
+class MemoryFile final : public HistorySource {
  public:
   explicit MemoryFile(int count) {
     values_[kEntryCountKey] = std::to_string(count);
@@ -119,13 +120,6 @@ class MemoryFile final : public HistoryFile {
     *time = TimeOf(std::atoi(key + 1));
     return true;
   }
-  bool WriteText(const char*, const std::string&) override { return true; }
-  bool WriteTime(const char*, const HistoryTime&) override { return true; }
-  bool Exists() override { return true; }
-  void RemoveBackup() override {}
-  bool MoveToBackup() override { return true; }
-  void Remove() override {}
-  void RestoreBackup() override {}
 
  private:
   std::unordered_map<std::string, std::string> values_;
@@ -228,7 +222,7 @@ class HistoryBench {
     MemoryFile memory(count);
     NoShell platform;
     return bench::BestSeconds(10, [&] {
-      HistoryList list(platform, FoldCodePageCase);
+      HistoryList list(platform, base::LowerCaseNarrow);
       list.Load(memory);
       list.Sort(kSortNewestFirst);
       bench::Keep(list.size());

@@ -12,39 +12,20 @@
 
 #include "bench/measure.h"
 #include "tests/support/explorer/explorer_fixture.h"
+#include "tests/support/machine_below.h"
 #include "tests/support/wait_until.h"
 
 namespace {
 
 constexpr int kFiles = 100000;
-constexpr DWORD kPatience = 120000;  // milliseconds
 
 // Makes the files in the folder by the shell of the machine below: through Wine it takes minutes.
 bool MakeFiles(const std::string& folder) {
-  using UnixName = char*(CDECL*)(LPCWSTR);
-  const auto unixName = reinterpret_cast<UnixName>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
-  if (unixName == nullptr) return false;
-  const std::wstring wide(folder.begin(), folder.end());
-  char* const path = unixName(wide.c_str());
-  if (path == nullptr) return false;
-  std::string command =
-      "Z:\\bin\\sh -c \"cd '" + std::string(path) +
-      "' && (seq -f Brick_wall_%06g.png 25000; seq -f Chair_%06g.obj 25000; seq -f House_%06g.3ds 25000; "
-      "seq -f Notes_%06g.txt 25000) | xargs touch; touch '" +
-      std::string(path) + ".done'\"";
-  HeapFree(GetProcessHeap(), 0, path);
-  STARTUPINFOA start = {};
-  start.cb = sizeof(start);
-  PROCESS_INFORMATION process = {};
-  if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                      &process)) {
-    return false;
-  }
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-  return test_support::WaitUntil(
-      [&] { return GetFileAttributesA((folder + ".done").c_str()) != INVALID_FILE_ATTRIBUTES; }, kPatience);
+  const std::string path = test_support::PathBelow(std::wstring(folder.begin(), folder.end()));
+  return !path.empty() &&
+         test_support::RunBelow("cd '" + path +
+                                "' && (seq -f Brick_wall_%06g.png 25000; seq -f Chair_%06g.obj 25000; "
+                                "seq -f House_%06g.3ds 25000; seq -f Notes_%06g.txt 25000) | xargs touch");
 }
 
 double ReadAllTexts(HWND list) {
@@ -114,7 +95,7 @@ int main() {
   fixture.Start();
   if (!fixture.LoadExplorer() || fixture.SayWithHost({{"showfolderviewpanel", nullptr}}) != 0 ||
       !test_support::WaitUntil(
-          [&] { return SendMessageA(fixture.FileList(), LVM_GETITEMCOUNT, 0, 0) == kFiles; }, kPatience)) {
+          [&] { return SendMessageA(fixture.FileList(), LVM_GETITEMCOUNT, 0, 0) == kFiles; })) {
     std::puts("select box: the files could not be shown");
     return 1;
   }

@@ -29,6 +29,35 @@ function(explorer_target_defaults target)
   endif()
 endfunction()
 
+# Most of the time that a file takes to compile goes into the same few headers: they are compiled once.
+# -DEXPLORER_SHARED_HEADERS=OFF shows whether each file still names everything that it needs.
+option(EXPLORER_SHARED_HEADERS "Compile the headers that most files share only once" ON)
+
+# explorer_shared_headers(NAME HEADERS...): a target that compiles the headers, for explorer_use_headers.
+function(explorer_shared_headers name)
+  add_library(${name} OBJECT ${PROJECT_SOURCE_DIR}/cmake/${name}.cpp)
+  explorer_target_defaults(${name})
+  target_precompile_headers(${name} PRIVATE ${ARGN})
+endfunction()
+function(explorer_use_headers target headers)
+  if(NOT EXPLORER_SHARED_HEADERS)
+    return()
+  endif()
+  target_precompile_headers(${target} REUSE_FROM ${headers})
+  # Once system headers are precompiled, GCC 12 gives its false alarms about their inlined copies, too.
+  target_compile_options(${target} PRIVATE
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds -Wno-stringop-overread -Wno-stringop-overflow>)
+endfunction()
+
+set(EXPLORER_STANDARD_HEADERS <algorithm> <array> <functional> <memory> <optional> <string> <string_view> <utility>
+  <vector>)
+if(EXPLORER_SHARED_HEADERS)
+  explorer_shared_headers(logic_headers ${EXPLORER_STANDARD_HEADERS})
+  if(WIN32)
+    explorer_shared_headers(window_headers <windows.h> <commctrl.h> <ocidl.h> <shlobj.h> ${EXPLORER_STANDARD_HEADERS})
+  endif()
+endif()
+
 # explorer_logic_library(NAME SOURCES ... [LINKS ...])
 # Decisions without windows.h: compiled natively with sanitizers and into the Windows binaries.
 function(explorer_logic_library name)
@@ -36,24 +65,11 @@ function(explorer_logic_library name)
   add_library(${name} STATIC ${ARG_SOURCES})
   explorer_target_defaults(${name})
   target_link_libraries(${name} PUBLIC ${ARG_LINKS})
+  explorer_use_headers(${name} logic_headers)
 endfunction()
 
-# Most of the time that a file with windows takes to compile goes into the same few headers: the builds that run the tests
-# compile them once. The release builds don't, so that each file goes on naming what it needs.
-if(WIN32 AND CMAKE_BUILD_TYPE STREQUAL Debug)
-  add_library(window_headers OBJECT ${PROJECT_SOURCE_DIR}/cmake/window_headers.cpp)
-  explorer_target_defaults(window_headers)
-  target_precompile_headers(window_headers PRIVATE
-    <windows.h> <commctrl.h> <ocidl.h> <shlobj.h>
-    <algorithm> <array> <functional> <memory> <optional> <string> <string_view> <utility> <vector>)
-endif()
 function(explorer_use_window_headers target)
-  if(TARGET window_headers)
-    target_precompile_headers(${target} REUSE_FROM window_headers)
-    # Once system headers are precompiled, GCC 12 gives its false alarms about their inlined copies, too.
-    target_compile_options(${target} PRIVATE
-      $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds -Wno-stringop-overread -Wno-stringop-overflow>)
-  endif()
+  explorer_use_headers(${target} window_headers)
 endfunction()
 
 # explorer_window_library(NAME SOURCES ... [LINKS ...])

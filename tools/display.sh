@@ -9,7 +9,7 @@ start_virtual_display() {
   Xvfb -displayfd 3 -screen 0 "${size}x24" -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
   display_pid=$!
   display_pids="${display_pids:-} $display_pid"
-  for _ in $(seq 100); do
+  for _ in $(seq 1800); do  # three minutes; a moment is enough unless the machine is very busy
     [ -s "$number_file" ] && break
     kill -0 "$display_pid" 2>/dev/null || break
     sleep 0.1

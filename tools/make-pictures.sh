@@ -53,6 +53,7 @@ for scene in "${scenes[@]}"; do
   (
     set -e
     trap stop_workbench EXIT
+    # shellcheck disable=SC1090  # each scene is checked by itself
     . "tools/pictures/$scene.sh"
   )
   result=$?

@@ -52,18 +52,18 @@ make_wine_prefix() {
   (
     flock 9
     [ -f "$WINEPREFIX/.ready-2" ] && exit 0
-    timeout 120 "$WINE" wineboot -i >/dev/null 2>&1
-    timeout 60 "$WINE" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
+    timeout 1200 "$WINE" wineboot -i >/dev/null 2>&1
+    timeout 600 "$WINE" reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
     # The pictures of caption buttons come from a font; smooth outline fonts instead of bitmaps for the texts.
     cp /usr/share/wine/fonts/marlett.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
     # This one is drawn exactly as wide as it is measured, and smooth at the size of dialogs.
     local font
     for font in Tahoma "MS Shell Dlg" "MS Shell Dlg 2" "MS Sans Serif" "Segoe UI"; do
-      timeout 60 "$WINE" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /t REG_SZ /d 'DejaVu Sans Condensed' /f \
+      timeout 600 "$WINE" reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$font" /t REG_SZ /d 'DejaVu Sans Condensed' /f \
         >/dev/null 2>&1
     done
-    timeout 60 "$WINE" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /t REG_SZ /d 2 /f >/dev/null 2>&1
-    timeout 60 "$WINE" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 1 /f >/dev/null 2>&1
+    timeout 600 "$WINE" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /t REG_SZ /d 2 /f >/dev/null 2>&1
+    timeout 600 "$WINE" reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 1 /f >/dev/null 2>&1
     # The user's folders become real folders of the prefix instead of links to the home directory.
     local folder
     for folder in "$WINEPREFIX"/drive_c/users/*/*; do
@@ -78,6 +78,6 @@ make_wine_prefix() {
 # none, and each window that is hidden would wait two seconds for its answer.
 wine_managed_windows() {
   [ "$(cat "$WINEPREFIX/.managed" 2>/dev/null)" = "$1" ] && return
-  timeout 60 "$WINE" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d "$1" /f >/dev/null 2>&1
+  timeout 600 "$WINE" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /t REG_SZ /d "$1" /f >/dev/null 2>&1
   echo "$1" >"$WINEPREFIX/.managed"
 }

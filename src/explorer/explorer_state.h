@@ -11,6 +11,7 @@
 #include "src/favorites/favorites_pane.h"
 #include "src/fileops/menu_items.h"
 #include "src/fileops/shell_operations.h"
+#include "src/filter/file_filter.h"
 #include "src/framework/unique_handle.h"
 #include "src/history/history_view.h"
 #include "src/host/host_services.h"
@@ -51,6 +52,7 @@ struct ExplorerState {
 
   SettingsStore store;
   ExplorerSettings settings;
+  FileFilter fileFilter;  // of the file view; follows the masks of the settings
   unique_pidl startDirectory;
 
   std::unique_ptr<ExplorerWindow> explorerWindow;

@@ -40,10 +40,11 @@ bool GroupsRelatedFiles(const ExplorerWindow& window) {
 
 // The masks speak of names: a pattern like "test*" means no folder.
 bool MasksHide(const ExplorerWindow& window, const char* path) {
-  const ExplorerSettings& settings = window.state().settings;
+  ExplorerState& state = window.state();
+  const ExplorerSettings& settings = state.settings;
   const FileMasks masks = {settings.fileInclusionList.get(), settings.fileExclusionList.get(),
                            settings.fileExtensionFilteringMethod};
-  return path != nullptr && !ShouldShowFile(window.state().services, masks, NameOfPath(path));
+  return path != nullptr && !state.fileFilter.ShouldShowFile(state.services, masks, NameOfPath(path));
 }
 
 // The default action of an item that is about to be shown leaves it out of the view.

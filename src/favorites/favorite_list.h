@@ -23,6 +23,7 @@ class FavoriteList {
   // The top level in the order that the tree shows.
   const std::vector<FavoriteRecord*>& topLevel() const { return topLevel_; }
   bool empty() const { return records_.empty(); }
+  FoldCase fold() const { return fold_; }
   void Clear();
 
   // Puts the record at the list's end and at its place below parent (null: the end of the top level). A

@@ -19,6 +19,11 @@ bool IsLineEnd(char letter) {
   return letter == '\n' || letter == '\r';
 }
 
+std::string OnOneLine(std::string text) {
+  std::replace_if(text.begin(), text.end(), IsLineEnd, '?');
+  return text;
+}
+
 bool IsBlank(char letter) {
   return letter == ' ' || (letter >= '\t' && letter <= '\r');
 }
@@ -115,8 +120,10 @@ void FavoritesReader::Close(FavoriteRecord* parent) {
 std::string FavoriteLines(const FavoriteRecord& record, const FavoriteRecord* parent) {
   std::string lines = "K=" + record.key + "\ns=" + std::to_string(record.flags) +
                       "\ni=" + std::to_string(record.imageIndex) + "\n";
-  if (!record.displayName.empty()) lines += "d=" + record.displayName + "\n";
-  if (!record.path.empty()) lines += "n=" + record.path + "\n";
+  if (!record.displayName.empty()) lines += "d=" + OnOneLine(record.displayName) + "\n";
+  if (!record.path.empty() && std::none_of(record.path.begin(), record.path.end(), IsLineEnd)) {
+    lines += "n=" + record.path + "\n";
+  }
   return lines + (parent != nullptr ? "p=" + parent->key + "\n" : "E\n");
 }
 
@@ -130,14 +137,24 @@ bool ReadFavoritesFile(const std::string& path, const FavoritesFileCalls& calls,
   return !list.empty();
 }
 
-void WriteFavoritesFile(const std::string& path, const FavoritesFileCalls& calls, const FavoriteList& list,
-                        FavoriteRecord* first) {
-  // Opening the file empties it. What it gets is made before, so that as little as possible happens until it
-  // is whole again.
+void ReadFavoritesText(std::string_view text, const FavoriteList& list, const PlaceFavorite& place) {
+  FavoritesReader reader(list, place);
+  while (!text.empty()) {
+    const size_t length = std::min({text.find('\n'), text.size() - 1, size_t{kFavoriteLineSize} - 2}) + 1;
+    reader.ReadLine(text.substr(0, length));
+    text.remove_prefix(length);
+  }
+}
+
+std::string FavoritesText(const FavoriteList& list, FavoriteRecord* first) {
   for (const auto& record : list.records()) record->isWritten = record->isDeleted;
-  const std::string text = TextOfEntries(list, first);
-  const UniqueFile file(calls.open(path.c_str(), "wt"));
-  if (!file) return;
+  return TextOfEntries(list, first);
+}
+
+FavoritesSaved WriteFavoritesText(const std::string& path, const FavoritesFileCalls& calls,
+                                  const std::string& text) {
+  UniqueFile file(calls.open(path.c_str(), "wt"));
+  if (!file) return FavoritesSaved::kOld;
   // The data file is open and empty by now, so that the platform refuses the rename and the file is rewritten
   // in place without a backup. This order is deliberate and kept.
   std::string backup;
@@ -150,10 +167,11 @@ void WriteFavoritesFile(const std::string& path, const FavoritesFileCalls& calls
   }
   const bool isWritten = calls.write(file.get(), text);
   std::fflush(file.get());  // so that the stream knows of errors of its last block too
-  if (isWritten && std::ferror(file.get()) == 0) return;
+  if (isWritten && std::ferror(file.get()) == 0 && std::fclose(file.release()) == 0) return FavoritesSaved::kNew;
   // The stream is still open, so that the platform refuses to remove the file: what was written of it stays.
   calls.remove(path.c_str());
   if (!backup.empty()) calls.rename(backup.c_str(), path.c_str());
+  return FavoritesSaved::kNeither;
 }
 
 }  // namespace file_explorer

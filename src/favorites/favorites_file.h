@@ -36,7 +36,8 @@ class FavoritesReader {
   std::unique_ptr<FavoriteRecord> current_;  // not placed yet; fields that come without one are dropped
 };
 
-// The record's lines, closed by its parent's key (null: the top level).
+// The record's lines, closed by its parent's key (null: the top level). A path with a line end in it is left
+// out: cut, it would name another file.
 std::string FavoriteLines(const FavoriteRecord& record, const FavoriteRecord* parent);
 
 // Puts the text into the stream; false when less of it went in.
@@ -58,9 +59,21 @@ struct FavoritesFileCalls {
 bool ReadFavoritesFile(const std::string& path, const FavoritesFileCalls& calls, const FavoriteList& list,
                        const PlaceFavorite& place);
 
-// Writes `first` and the siblings behind it, each with everything below it, as the file's top level. `first`
-// is the tree's first visible entry and null for an empty tree. All lines go out in one block.
-void WriteFavoritesFile(const std::string& path, const FavoritesFileCalls& calls, const FavoriteList& list,
-                        FavoriteRecord* first);
+// As ReadFavoritesFile, of a text.
+void ReadFavoritesText(std::string_view text, const FavoriteList& list, const PlaceFavorite& place);
+
+// The lines of `first` and the siblings after it, each with everything below it, as the top level. `first` is
+// the tree's first visible entry and null for an empty tree. Marks what it takes as written.
+std::string FavoritesText(const FavoriteList& list, FavoriteRecord* first);
+
+// What the file holds after a save.
+enum class FavoritesSaved {
+  kNew,
+  kOld,      // it could not be opened and is what it was
+  kNeither,  // a write failed
+};
+// All steps of a save of such a text, which goes out in one block.
+FavoritesSaved WriteFavoritesText(const std::string& path, const FavoritesFileCalls& calls,
+                                  const std::string& text);
 
 }  // namespace file_explorer

@@ -6,10 +6,12 @@
 #include <deque>
 #include <utility>
 
+#include "base/files/system_recovery_calls.h"
 #include "base/text/code_page.h"
 #include "base/text/letter_case.h"
 #include "src/favorites/check_marks.h"
-#include "src/favorites/favorites_file.h"
+#include "src/favorites/favorites_platform.h"
+#include "src/favorites/favorites_store.h"
 #include "src/favorites/label_edit_hook.h"
 #include "src/favorites/tree_drag_image.h"
 #include "src/framework/module_context.h"
@@ -151,10 +153,11 @@ bool CHalvoTreeView::LoadFavorites(const std::string& path) {
   marked_ = nullptr;
   list_.Clear();
   list_.BeginLoading();
-  ReadFavoritesFile(path, SystemFileCalls(), list_,
-                    [this](std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent) {
-                      return list_.Add(std::move(record), parent);
-                    });
+  base::SystemRecoveryCalls calls;
+  file_explorer::LoadFavorites(path, SystemFileCalls(), calls, list_,
+                               [this](std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent) {
+                                 return list_.Add(std::move(record), parent);
+                               });
   list_.EndLoading();
   InsertLoaded();
   tree_.SetRedraw(true);
@@ -178,7 +181,8 @@ void CHalvoTreeView::InsertLoaded() {
 }
 
 void CHalvoTreeView::SaveFavorites(const std::string& path) {
-  WriteFavoritesFile(path, SystemFileCalls(), list_, tree_.RecordOf(tree_.FirstVisible()));
+  base::SystemRecoveryCalls calls;
+  file_explorer::SaveFavorites(path, SystemFileCalls(), calls, list_, tree_.RecordOf(tree_.FirstVisible()));
 }
 
 FavoriteRecord* CHalvoTreeView::Insert(std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent) {

@@ -4,12 +4,13 @@
 
 namespace file_explorer {
 
-bool ShouldShowFile(host::HostServices* services, const FileMasks& masks, const char* name) {
+bool FileFilter::ShouldShowFile(host::HostServices* services, const FileMasks& masks, const char* name) {
   if (name == nullptr) return true;
   const auto matches = [services](const char* pattern, const char* text) {
     return host::Call<host::op::MatchPattern>(services, pattern, text, host::kMatchIgnoreCase) != 0;
   };
-  return PassesMasks(masks, name, matches, CategoryTypeMask);
+  rules_.Assign(masks);
+  return rules_.Pass(name, matches, CategoryTypeMask);
 }
 
 }  // namespace file_explorer

@@ -6,8 +6,15 @@
 
 namespace file_explorer {
 
-// True when the masks let a file of this name through. Patterns are matched by the host (services), types
-// looked up in its registry of formats. Allocates nothing. A null name is shown.
-bool ShouldShowFile(host::HostServices* services, const FileMasks& masks, const char* name);
+class FileFilter {
+ public:
+  // True when the masks let a file of this name through. Patterns are matched by the host (services), types
+  // looked up in its registry of formats. Allocates only when the masks changed since the last call. A null name
+  // is shown.
+  bool ShouldShowFile(host::HostServices* services, const FileMasks& masks, const char* name);
+
+ private:
+  MaskRules rules_;
+};
 
 }  // namespace file_explorer

@@ -4,12 +4,16 @@
 
 namespace file_explorer {
 
-bool PassesMasks(const FileMasks& masks, const char* name, const PatternMatcher& matches,
-                 const TypeMaskLookup& typeMask) {
-  if (masks.inclusion != nullptr && !MatchesPatternList(masks.inclusion, name, matches)) return false;
-  if (masks.exclusion != nullptr && MatchesPatternList(masks.exclusion, name, matches)) return false;
-  const std::uint32_t wanted = TypeMaskOfPosition(masks.filteringMethod);
-  return wanted == 0 || (typeMask(name) & wanted) != 0;
+void MaskRules::Assign(const FileMasks& masks) {
+  inclusion_.Assign(masks.inclusion);
+  exclusion_.Assign(masks.exclusion);
+  wantedTypes_ = TypeMaskOfPosition(masks.filteringMethod);
+}
+
+bool MaskRules::Pass(const char* name, const PatternMatcher& matches, const TypeMaskLookup& typeMask) const {
+  if (inclusion_.exists() && !inclusion_.Matches(name, matches)) return false;
+  if (exclusion_.Matches(name, matches)) return false;
+  return wantedTypes_ == 0 || (typeMask(name) & wantedTypes_) != 0;
 }
 
 }  // namespace file_explorer

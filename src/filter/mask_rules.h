@@ -18,9 +18,24 @@ struct FileMasks {
 // The type bits of a name's handlers.
 using TypeMaskLookup = std::function<std::uint32_t(const char* name)>;
 
-// Inclusion, then exclusion, then the file's type: the first that hides the file decides, and the later ones
-// are not asked. An inclusion list without a current pattern hides every file.
-bool PassesMasks(const FileMasks& masks, const char* name, const PatternMatcher& matches,
-                 const TypeMaskLookup& typeMask);
+// The masks, made ready for many names.
+class MaskRules {
+ public:
+  MaskRules() = default;
+  explicit MaskRules(const FileMasks& masks) { Assign(masks); }
+
+  // Copies what it needs. Costs next to nothing when the masks are still the same.
+  void Assign(const FileMasks& masks);
+
+  // Whether the masks let a file of this name through. Inclusion, then exclusion, then the file's type: the
+  // first that hides the file decides, and the later ones are not asked. An inclusion list without a current
+  // pattern hides every file. Allocates nothing.
+  bool Pass(const char* name, const PatternMatcher& matches, const TypeMaskLookup& typeMask) const;
+
+ private:
+  PatternList inclusion_;
+  PatternList exclusion_;
+  std::uint32_t wantedTypes_ = 0;
+};
 
 }  // namespace file_explorer

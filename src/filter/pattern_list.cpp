@@ -1,7 +1,6 @@
 #include "src/filter/pattern_list.h"
 
 #include <algorithm>
-#include <array>
 
 namespace file_explorer {
 namespace {
@@ -20,9 +19,7 @@ std::string_view StripBlanks(std::string_view text) {
 
 bool PatternListWalk::Next(std::string_view* pattern) {
   while (!rest_.empty() && rest_.front() != '|') {
-    // This runs once a file and pattern; find_first_of takes several times as long.
-    const auto end = std::find_if(rest_.begin(), rest_.end(), [](char c) { return c == ',' || c == '|'; });
-    const auto length = static_cast<size_t>(end - rest_.begin());
+    const size_t length = std::min(rest_.find_first_of(",|"), rest_.size());
     *pattern = StripBlanks(rest_.substr(0, length));
     rest_.remove_prefix(length);
     if (!rest_.empty() && rest_.front() == ',') rest_.remove_prefix(1);
@@ -35,17 +32,21 @@ bool MatchesEverything(std::string_view pattern) {
   return pattern == "*" || pattern == "*.*";
 }
 
-bool MatchesPatternList(const char* list, const char* name, const PatternMatcher& matches) {
-  if (list == nullptr) return false;
-  std::array<char, kPatternSize> text;
-  PatternListWalk walk(list);
+void PatternList::Assign(const char* list) {
+  if (list != nullptr && exists_ && source_ == list) return;
+  patterns_.clear();
+  source_ = list != nullptr ? list : "";
+  exists_ = list != nullptr;
+  PatternListWalk walk(source_);
   for (std::string_view pattern; walk.Next(&pattern);) {
-    if (MatchesEverything(pattern)) return true;
-    if (pattern.size() >= text.size()) continue;
-    *std::copy(pattern.begin(), pattern.end(), text.begin()) = '\0';
-    if (matches(text.data(), name)) return true;
+    if (pattern.size() < kPatternSize) patterns_.push_back({std::string(pattern), MatchesEverything(pattern)});
   }
-  return false;
+}
+
+bool PatternList::Matches(const char* name, const PatternMatcher& matches) const {
+  return std::any_of(patterns_.begin(), patterns_.end(), [&](const Pattern& pattern) {
+    return pattern.matchesEverything || matches(pattern.text.c_str(), name);
+  });
 }
 
 }  // namespace file_explorer

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace file_explorer {
 
@@ -31,9 +33,29 @@ class PatternListWalk {
 // "*" and "*.*" match every name.
 bool MatchesEverything(std::string_view pattern);
 
-// True when one of the list's patterns matches the name; the first that does ends the walk. Patterns that
-// match everything do so without a call of the matcher. Pattern and name are handed over in their own case.
-// Allocates nothing. A null list has no patterns.
-bool MatchesPatternList(const char* list, const char* name, const PatternMatcher& matches);
+// A list, split once for many names.
+class PatternList {
+ public:
+  PatternList() = default;
+  explicit PatternList(const char* list) { Assign(list); }
+
+  // Takes over a list; null has no patterns. Costs no more than a comparison when the list is still the same.
+  void Assign(const char* list);
+  bool exists() const { return exists_; }
+
+  // True when one of the patterns matches the name; they are asked in their order, and the first that matches
+  // ends this. Patterns that match everything do so without a call of the matcher. Pattern and name are handed
+  // over in their own case. Allocates nothing.
+  bool Matches(const char* name, const PatternMatcher& matches) const;
+
+ private:
+  struct Pattern {
+    std::string text;
+    bool matchesEverything;
+  };
+  std::string source_;
+  bool exists_ = false;
+  std::vector<Pattern> patterns_;
+};
 
 }  // namespace file_explorer

@@ -15,13 +15,9 @@ int ParseCount(const std::string& text) {
 
 }  // namespace
 
-std::string HistoryKey(char letter, int index) {
-  return letter + std::to_string(index);
-}
-
 HistoryList::HistoryList(HistoryPlatform& platform, CaseFolder fold) : platform_(platform), fold_(fold) {}
 
-bool HistoryList::Load(HistoryFile& file) {
+bool HistoryList::Load(HistorySource& file) {
   entries_.clear();
   const int count = ParseCount(file.ReadText(kEntryCountKey));
   if (count == 0) return false;
@@ -41,7 +37,7 @@ bool HistoryList::Load(HistoryFile& file) {
   return true;
 }
 
-std::unique_ptr<HistoryEntry> HistoryList::ReadEntry(HistoryFile& file, int index,
+std::unique_ptr<HistoryEntry> HistoryList::ReadEntry(HistorySource& file, int index,
                                                      std::string* parsingName) const {
   std::string name = file.ReadText(HistoryKey('d', index).c_str());
   if (name.empty()) return nullptr;
@@ -53,33 +49,19 @@ std::unique_ptr<HistoryEntry> HistoryList::ReadEntry(HistoryFile& file, int inde
   return entry;
 }
 
-void HistoryList::Save(HistoryFile& file) const {
-  bool hasBackup = false;
-  if (file.Exists()) {
-    file.RemoveBackup();
-    hasBackup = file.MoveToBackup();
-  }
-  if (WriteAll(file)) return;  // the backup stays beside the new file
-  file.Remove();
-  if (hasBackup) file.RestoreBackup();
-}
-
-bool HistoryList::WriteAll(HistoryFile& file) const {
+HistoryValues HistoryList::Values() const {
   const int count = static_cast<int>(std::min<size_t>(entries_.size(), kMaximumSavedEntries));
-  if (!file.WriteText(kEntryCountKey, std::to_string(count))) return false;
+  HistoryValues values;
+  AddTextValue(&values, kEntryCountKey, std::to_string(count), Lossy::kNo);
   for (int index = 0; index < count; ++index) {
-    if (!WriteEntry(file, index, *entries_[static_cast<size_t>(index)])) return false;
+    const HistoryEntry& entry = *entries_[static_cast<size_t>(index)];
+    AddTimeValue(&values, HistoryKey('m', index), entry.lastAccess);
+    AddTextValue(&values, HistoryKey('d', index), entry.displayName, Lossy::kYes);
+    AddTextValue(&values, HistoryKey('f', index), entry.fullPath, Lossy::kNo);
+    if (entry.itemId.empty()) continue;
+    AddTextValue(&values, HistoryKey('p', index), platform_.ParsingName(entry.itemId), Lossy::kNo);
   }
-  return true;
-}
-
-bool HistoryList::WriteEntry(HistoryFile& file, int index, const HistoryEntry& entry) const {
-  const auto writeText = [&](char letter, const std::string& text) {
-    return text.empty() || file.WriteText(HistoryKey(letter, index).c_str(), text);
-  };
-  return file.WriteTime(HistoryKey('m', index).c_str(), entry.lastAccess) &&
-         writeText('d', entry.displayName) && writeText('f', entry.fullPath) &&
-         writeText('p', entry.itemId.empty() ? std::string() : platform_.ParsingName(entry.itemId));
+  return values;
 }
 
 HistoryList::AddResult HistoryList::Add(const std::string& path) {
@@ -95,6 +77,9 @@ HistoryList::AddResult HistoryList::Add(const std::string& path) {
   entry->fullPath = path;
   entry->itemId = platform_.ParseItem(path);
   entry->displayName = platform_.BaseName(path);
+  // A folder with a separator at its end, a drive, a share: an entry without a name would end the list when it
+  // is read again.
+  if (entry->displayName.empty()) entry->displayName = path;
   entry->lastAccess = platform_.Now();
   entries_.push_back(std::move(entry));
   return isListed ? AddResult::kReplaced : AddResult::kAppended;

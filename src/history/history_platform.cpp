@@ -14,7 +14,6 @@
 #include "base/text/letter_case.h"
 #include "base/text/narrow_path.h"
 #include "src/framework/unique_handle.h"
-#include "src/history/history_slices.h"
 #include "src/host/vc64_imp.h"
 #include "src/host/vc64_tx.h"
 
@@ -25,8 +24,7 @@ using Microsoft::WRL::ComPtr;
 
 constexpr char kHistoryFileName[] = "history.dat";
 constexpr char kBackupExtension[] = ".bak";
-constexpr DWORD kValueSize = 8192;
-constexpr LONGLONG kLargestFile = LONGLONG{64} << 20;  // that is cut
+constexpr DWORD kValueSize = kLongestHistoryValue + 1;
 
 static_assert(sizeof(SYSTEMTIME) == sizeof(HistoryTime));
 
@@ -43,45 +41,6 @@ std::string BackupPath(const std::string& path) {
   if (lower.size() >= sizeof(backup)) return std::string();
   std::memcpy(backup, lower.c_str(), lower.size() + 1);
   return Tx_Check_File_Extension(backup, sizeof(backup), kBackupExtension) ? backup : std::string();
-}
-
-unique_file OpenFile(const char* path, DWORD access, DWORD creation) {
-  const HANDLE file =
-      CreateFileA(path, access, FILE_SHARE_READ, nullptr, creation, FILE_ATTRIBUTE_NORMAL, nullptr);
-  return unique_file(file != INVALID_HANDLE_VALUE ? file : nullptr);
-}
-
-bool ReadWholeFile(const char* path, std::string* text) {
-  const unique_file file = OpenFile(path, GENERIC_READ, OPEN_EXISTING);
-  LARGE_INTEGER size = {};
-  if (!file || !GetFileSizeEx(file.get(), &size) || size.QuadPart > kLargestFile) return false;
-  text->resize(static_cast<size_t>(size.QuadPart));
-  DWORD read = 0;
-  return ReadFile(file.get(), text->data(), static_cast<DWORD>(text->size()), &read, nullptr) &&
-         read == text->size();
-}
-
-bool WriteWholeFile(const char* path, const std::string& text) {
-  const unique_file file = OpenFile(path, GENERIC_WRITE, CREATE_ALWAYS);
-  DWORD written = 0;
-  if (!file || !WriteFile(file.get(), text.data(), static_cast<DWORD>(text.size()), &written, nullptr))
-    return false;
-  // The system may read a file that has changed just now anew at each call: this one is from long ago.
-  const FILETIME longAgo = {0, 0x01C00000};
-  SetFileTime(file.get(), nullptr, nullptr, &longAgo);
-  return written == text.size();
-}
-
-// Its path; empty when it can't be written.
-std::string WriteTemporaryFile(const std::string& text) {
-  wchar_t wideFolder[MAX_PATH + 2];
-  char path[MAX_PATH];
-  const DWORD length = GetTempPathW(MAX_PATH + 2, wideFolder);
-  const auto folder = length != 0 && length < MAX_PATH + 2 ? base::NarrowPath(wideFolder) : std::nullopt;
-  if (!folder || GetTempFileNameA(folder->c_str(), "hst", 0, path) == 0) return std::string();
-  if (WriteWholeFile(path, text)) return path;
-  DeleteFileA(path);
-  return std::string();
 }
 
 }  // namespace
@@ -136,46 +95,15 @@ bool ToLocalTime(const HistoryTime& utc, HistoryTime* local) {
 ProfileHistoryFile::ProfileHistoryFile(std::string path)
     : path_(std::move(path)), backup_(BackupPath(path_)) {}
 
-ProfileHistoryFile::~ProfileHistoryFile() {
-  RemoveSlice();
-}
-
-const char* ProfileHistoryFile::FileOf(const char* key) {
-  const int entry = EntryOfKey(key);
-  if (entry < kFirstCutEntry) return file();
-  if (!slices_) ReadSlices();
-  const auto index = static_cast<std::size_t>((entry - kFirstCutEntry) / kEntriesPerSlice);
-  if (index >= slices_->size()) return file();
-  if (slicePath_.empty() || slice_ != index) WriteSlice(index);
-  return slicePath_.empty() ? file() : slicePath_.c_str();
-}
-
-void ProfileHistoryFile::ReadSlices() {
-  slices_.emplace();
-  std::string text;
-  if (ReadWholeFile(file(), &text)) *slices_ = CutHistory(text);
-}
-
-void ProfileHistoryFile::WriteSlice(std::size_t index) {
-  RemoveSlice();
-  slice_ = index;
-  slicePath_ = WriteTemporaryFile((*slices_)[index]);
-}
-
-void ProfileHistoryFile::RemoveSlice() {
-  if (!slicePath_.empty()) DeleteFileA(slicePath_.c_str());
-  slicePath_.clear();
-}
-
 std::string ProfileHistoryFile::ReadText(const char* key) {
   std::string value(kValueSize, '\0');
-  value.resize(GetPrivateProfileStringA(kHistorySection, key, "", value.data(), kValueSize, FileOf(key)));
+  value.resize(GetPrivateProfileStringA(kHistorySection, key, "", value.data(), kValueSize, file()));
   return value;
 }
 
 bool ProfileHistoryFile::ReadTime(const char* key, HistoryTime* time) {
   HistoryTime read;
-  if (!GetPrivateProfileStructA(kHistorySection, key, &read, sizeof(read), FileOf(key))) return false;
+  if (!GetPrivateProfileStructA(kHistorySection, key, &read, sizeof(read), file())) return false;
   *time = read;
   return true;
 }
@@ -200,21 +128,22 @@ void ProfileHistoryFile::RemoveBackup() {
 bool ProfileHistoryFile::MoveToBackup() {
   if (backup_.empty()) return false;
   const bool isMoved = MoveFileA(file(), backup_.c_str()) != FALSE;
-  Flush();
+  Forget();
   return isMoved;
 }
 
 void ProfileHistoryFile::Remove() {
   DeleteFileA(file());
-  Flush();
+  Forget();
 }
 
-void ProfileHistoryFile::RestoreBackup() {
-  MoveFileA(backup_.c_str(), file());
-  Flush();
+bool ProfileHistoryFile::RestoreBackup() {
+  const bool isRestored = MoveFileA(backup_.c_str(), file()) != FALSE;
+  Forget();
+  return isRestored;
 }
 
-void ProfileHistoryFile::Flush() const {
+void ProfileHistoryFile::Forget() {
   WritePrivateProfileStringA(nullptr, nullptr, nullptr, file());
 }
 

@@ -5,12 +5,15 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <exception>
 #include <utility>
 
+#include "base/files/system_recovery_calls.h"
 #include "base/text/code_page.h"
 #include "base/text/letter_case.h"
 #include "src/history/history_list_box.h"
 #include "src/history/history_platform.h"
+#include "src/history/history_store.h"
 #include "src/history/row_layout.h"
 #include "src/history/row_painter.h"
 #include "src/history/row_pictures.h"
@@ -93,12 +96,16 @@ CHistoryView::CHistoryView(int controlId, HistoryServices services)
       services_(std::move(services)),
       platform_(std::make_unique<ShellHistoryPlatform>()),
       history_(std::make_unique<HistoryList>(*platform_, base::LowerCaseNarrow)),
-      pictures_(std::make_unique<RowPictures>(services_.preview)) {}
+      pictures_(std::make_unique<RowPictures>(services_.preview, services_.clock)) {}
 
 CHistoryView::~CHistoryView() {
   if (!listBox_) return;  // never came to life: there is nothing to keep
-  WriteSettings();
-  Save();
+  try {
+    WriteSettings();
+    Save();
+  } catch (const std::exception&) {
+    // The file is what it was, or its new content lies beside it; the teardown goes on.
+  }
   listBox_.reset();  // before the entries that its rows point at
 }
 
@@ -131,15 +138,23 @@ void CHistoryView::WriteSettings() const {
 void CHistoryView::Load() {
   const std::string path = HistoryFilePath(services_.mainWindow());
   if (path.empty()) return;
-  ProfileHistoryFile file(path);
-  if (history_->Load(file)) SortAndRefill();
+  base::SystemRecoveryCalls calls;
+  bool hasEntries = false;
+  {
+    base::SaveRecovery recovery(path, calls);
+    ProfileHistoryFile file(path);
+    hasEntries = LoadHistory(*history_, file, recovery);
+  }
+  if (hasEntries) SortAndRefill();
 }
 
 void CHistoryView::Save() const {
   const std::string path = HistoryFilePath(services_.mainWindow());
   if (path.empty()) return;
+  base::SystemRecoveryCalls calls;
+  base::SaveRecovery recovery(path, calls);
   ProfileHistoryFile file(path);
-  history_->Save(file);
+  SaveHistory(*history_, file, recovery);
 }
 
 bool CHistoryView::AddPathToHistory(const char* path) {

@@ -33,6 +33,8 @@ struct HistoryServices {
   std::function<void(const char* path)> loadFile;  // hands a file to the host for loading
   // A picture of the file, pixels by pixels at most, or none. Empty for the shell's and the explorer's own.
   std::function<std::optional<preview::Preview>(const HistoryEntry& entry, int pixels)> preview;
+  // Milliseconds from any start, by which a painting's time is measured. Empty for the system's.
+  std::function<std::uint64_t()> clock;
 };
 
 class CHistoryView {

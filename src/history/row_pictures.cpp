@@ -54,15 +54,17 @@ std::uint64_t StampOf(const std::string& path) {
   return time * 31 + facts.nFileSizeLow + 1;
 }
 
-RowThumbnails::Source SourceOf(RowPictures::Maker maker) {
+RowThumbnails::Source SourceOf(RowPictures::Maker maker, std::function<std::uint64_t()> clock) {
   if (!maker) maker = MakeThumbnail;
+  if (!clock) clock = [] { return std::uint64_t{GetTickCount64()}; };
   return {[maker = std::move(maker)](const HistoryEntry& entry) { return maker(entry, kThumbnailSize); },
-          StampOf, [] { return std::uint64_t{GetTickCount64()}; }};
+          StampOf, std::move(clock)};
 }
 
 }  // namespace
 
-RowPictures::RowPictures(Maker maker) : thumbnails_(SourceOf(std::move(maker)), base::LowerCaseNarrow) {}
+RowPictures::RowPictures(Maker maker, std::function<std::uint64_t()> clock)
+    : thumbnails_(SourceOf(std::move(maker), std::move(clock)), base::LowerCaseNarrow) {}
 
 SIZE RowPictures::SmallIconSize() {
   const Icon icon = LookUp("C:\\", SHGFI_SMALLICON);

@@ -6,6 +6,7 @@
 
 #include <commctrl.h>
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
@@ -20,8 +21,9 @@ class RowPictures {
  public:
   // A picture of the file, pixels by pixels at most; none when there is none.
   using Maker = std::function<std::optional<preview::Preview>(const HistoryEntry& entry, int pixels)>;
-  // maker: empty for the shell's extractor and the explorer's own previews.
-  explicit RowPictures(Maker maker);
+  // maker: empty for the shell's extractor and the explorer's own previews. clock: gives milliseconds from any start;
+  // empty for the system's.
+  RowPictures(Maker maker, std::function<std::uint64_t()> clock);
 
   // Size in pixels of the system's small icons.
   static SIZE SmallIconSize();

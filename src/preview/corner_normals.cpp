@@ -107,8 +107,9 @@ std::vector<Point> CornerNormals(const Mesh& mesh, WorkBudget& budget) {
     const std::uint32_t place = meetings.placeOf[corner];
     const std::uint32_t begin = meetings.first[place];
     const std::uint32_t end = meetings.first[place + 1];
-    if (!budget.Spend(1 + (end - begin) / 4)) return {};
-    if (end - begin > kMostMeeting) continue;
+    const bool tooMany = end - begin > kMostMeeting;
+    if (!budget.Spend(tooMany ? 1 : 1 + (end - begin) / 4)) return {};
+    if (tooMany) continue;
     Point sum;
     for (std::uint32_t i = begin; i < end; ++i) {
       const std::uint32_t other = meetings.corners[i] / 3;

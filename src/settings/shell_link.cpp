@@ -24,23 +24,38 @@ ComPtr<IShellLinkA> NewLink() {
   return link;
 }
 
+// Null when the file is missing or is no whole link.
+ComPtr<IShellLinkA> OpenLink(const std::wstring& path) {
+  ComPtr<IShellLinkA> link = NewLink();
+  ComPtr<IPersistFile> file;
+  if (!link || FAILED(link.As(&file)) || FAILED(file->Load(path.c_str(), STGM_READ))) return nullptr;
+  return link;
+}
+
 }  // namespace
 
 unique_pidl ReadShellLink(const std::string& linkPath) {
   unique_pidl target;
-  const ComPtr<IShellLinkA> link = NewLink();
-  ComPtr<IPersistFile> file;
-  if (!link || FAILED(link.As(&file))) return target;
-  if (FAILED(file->Load(FullPath(linkPath).c_str(), STGM_READ))) return target;
-  link->GetIDList(target.put());
+  const ComPtr<IShellLinkA> link = OpenLink(FullPath(linkPath));
+  if (link) link->GetIDList(target.put());
   return target;
 }
 
+// Saved in place, a cut would leave half a link, and with it no folder at all: it is written beside, read back (a
+// full disk can leave it empty), and takes the old one's place in one step. Each change of folder comes here, so it
+// does not wait for the disk.
 bool WriteShellLink(const std::string& linkPath, LPCITEMIDLIST target) {
   const ComPtr<IShellLinkA> link = NewLink();
   ComPtr<IPersistFile> file;
-  if (target == nullptr || !link || FAILED(link.As(&file))) return false;
-  return SUCCEEDED(link->SetIDList(target)) && SUCCEEDED(file->Save(FullPath(linkPath).c_str(), TRUE));
+  if (target == nullptr || !link || FAILED(link.As(&file)) || FAILED(link->SetIDList(target))) return false;
+  const std::wstring path = FullPath(linkPath);
+  const std::wstring beside = path + L".new";
+  if (SUCCEEDED(file->Save(beside.c_str(), FALSE)) && OpenLink(beside) &&
+      MoveFileExW(beside.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+    return true;
+  }
+  DeleteFileW(beside.c_str());
+  return false;
 }
 
 }  // namespace file_explorer

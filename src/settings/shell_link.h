@@ -11,7 +11,8 @@ namespace file_explorer {
 // target. The target is not searched for when it is gone, and nothing is shown.
 unique_pidl ReadShellLink(const std::string& linkPath);
 
-// Writes a shell link file to a folder (virtual ones too), replacing an older one. False when it can't be written.
+// Writes a shell link file to a folder (virtual ones too), replacing an older one in one step: it is the old one or the
+// new one at every moment. False, with the old one in its place, when it can't be written.
 bool WriteShellLink(const std::string& linkPath, LPCITEMIDLIST target);
 
 }  // namespace file_explorer

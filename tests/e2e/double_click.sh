@@ -29,7 +29,7 @@ report_details() {
 
 # The facts are those of the last look.
 look() {
-  timeout 30 "$WINE" "$bin/row_probe.exe" >"$work/facts" 2>/dev/null || true
+  timeout 180 "$WINE" "$bin/row_probe.exe" >"$work/facts" 2>/dev/null || true
   facts=$(tr -d '\r' <"$work/facts")
 }
 fact() { awk -F '\t' -v key="$1" '$1 == key { print substr($0, length(key) + 2) }' <<<"$facts"; }

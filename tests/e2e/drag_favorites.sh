@@ -21,7 +21,7 @@ report_details() {
 
 probe() {
   # Through a file: a pipe would stay open as long as Wine's server.
-  timeout 30 "$WINE" "$bin/window_probe.exe" "$@" >"$work/answer" 2>/dev/null </dev/null || true
+  timeout 180 "$WINE" "$bin/window_probe.exe" "$@" >"$work/answer" 2>/dev/null </dev/null || true
   tr -d '\r' <"$work/answer" | tr '\t' ' '
 }
 shows_item() { [ -n "$(probe item "$1")" ]; }

@@ -7,7 +7,7 @@
 #   fail TEXT, step TEXT, wait_for WHAT COMMAND..., windows_path PATH
 # A test may define report_details, which prints what helps to understand a failure.
 
-deadline=20  # seconds, of each wait
+deadline=180  # seconds, of each wait; it ends earlier when the workbench does
 workbench_pid=
 
 begin_session() {
@@ -15,7 +15,8 @@ begin_session() {
   bin=$(cd "${2:?the folder of the built programs is missing}" && pwd)
   shift 2
   build=$(dirname "$bin")
-  picture=$build/e2e-$name-failure.png
+  picture=$build/test-failures/e2e-$name.png
+  mkdir -p "$build/test-failures"
   rm -f "$picture"
   # Its desktop lies on this display, and its hand-over file is nobody else's.
   export EXPLORER_WINEPREFIX=$build/e2e-$name-wineprefix
@@ -58,6 +59,8 @@ wait_for() {
   shift
   until "$@" >/dev/null; do
     [ "$SECONDS" -lt "$end" ] || fail "waited $deadline seconds for: $what"
+    # What it showed just before its end counts.
+    if [ -n "$workbench_pid" ] && has_ended && ! "$@" >/dev/null; then fail "the workbench ended before: $what"; fi
     sleep 0.1
   done
 }

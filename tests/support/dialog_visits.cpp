@@ -5,10 +5,11 @@
 #include <array>
 #include <utility>
 
+#include "tests/support/failure_report.h"
+#include "tests/support/wait_until.h"
+
 namespace test_support {
 namespace {
-
-constexpr ULONGLONG kPatience = 10000;  // milliseconds
 
 DialogVisits* current = nullptr;
 
@@ -81,14 +82,14 @@ void DialogVisits::Poll() {
   if (!IsWindow(dialog)) return;
   PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(next.close, BN_CLICKED),
                reinterpret_cast<LPARAM>(GetDlgItem(dialog, next.close)));
-  leaving_.push_back({dialog, GetTickCount64() + kPatience});
+  leaving_.push_back({dialog, GetTickCount64() + Patience()});
 }
 
 void DialogVisits::EndOverdue() {
   std::erase_if(leaving_, [](const Leaving& leaving) {
     if (!IsWindow(leaving.dialog)) return true;
     if (GetTickCount64() < leaving.deadline) return false;
-    ADD_FAILURE() << "the dialog did not close";
+    ADD_FAILURE() << "the dialog did not close\n" << DescribeWindows();
     EndDialog(leaving.dialog, 0);
     return true;
   });

@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/unexpected_boxes.h"
+
 namespace test_support {
 
 // One at a time.
@@ -26,7 +28,7 @@ class DialogVisits {
 
   // The next dialog of this thread with that caption gets `visit`, and afterwards, when it is still there,
   // the command `close`. Dialogs are visited in the order in which they are expected; one may come up during
-  // another's visit. A dialog that stays open for ten seconds all the same is ended, and the test fails.
+  // another's visit. A dialog that stays open all the same is ended after the time of a wait, and the test fails.
   void Expect(std::string caption, int close, std::function<void(HWND dialog)> visit);
 
   // Whether every dialog that was expected came.
@@ -47,6 +49,7 @@ class DialogVisits {
   void Poll();
   void EndOverdue();
 
+  ExpectsBoxes expects_;
   std::deque<Expected> expected_;
   std::vector<Leaving> leaving_;
   UINT_PTR timer_ = 0;

@@ -3,19 +3,14 @@
 
 #include <windows.h>
 
-#include <string>
 #include <vector>
+
+#include "tests/support/message_box.h"
+#include "tests/support/unexpected_boxes.h"
 
 namespace test_support {
 
-struct RecordedMessageBox {
-  std::string caption;
-  std::string text;
-  std::wstring wideText;  // the same with every letter
-  std::vector<int> buttons;  // IDOK, IDYES, ..., from left to right
-  UINT icon = 0;             // MB_ICONERROR, MB_ICONQUESTION, MB_ICONEXCLAMATION, MB_ICONINFORMATION or 0
-  HWND owner = nullptr;
-};
+using RecordedMessageBox = MessageBoxContents;
 
 // While one exists, every message box of the thread is recorded and answered at once. One at a time.
 class MessageBoxRecorder {
@@ -34,6 +29,7 @@ class MessageBoxRecorder {
   static LRESULT CALLBACK OnWindowEvent(int code, WPARAM first, LPARAM second);
   void OnActivate(HWND window);
 
+  ExpectsBoxes expects_;
   HHOOK hook_ = nullptr;
   int answer_ = IDOK;
   HWND answered_ = nullptr;

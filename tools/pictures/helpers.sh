@@ -1,4 +1,5 @@
 # shellcheck shell=bash
+# shellcheck disable=SC2154  # preset, bin and work come from tools/make-pictures.sh
 # Sourced by tools/make-pictures.sh: what scenes are made with. A place is "X Y WIDTH HEIGHT" in pixels of the screen.
 #
 #   start_workbench [WIDTHxHEIGHT [FOLDER]]   the workbench with the File Explorer on a fresh copy of the samples;

@@ -1,4 +1,5 @@
 # shellcheck shell=bash
+# shellcheck disable=SC2154  # preset, bin and work come from tools/make-pictures.sh
 # What the user keeps: the history with both kinds of rows, the favorites, the dialog that adds one.
 
 # A time as history.dat holds it: eight 16-bit words, each low byte first, and the sum of the bytes.

@@ -45,7 +45,7 @@ struct TextFile {
 std::string Write(const FavoriteList& list) {
   TextFile file;
   std::string unused;
-  WriteFavoritesFile("x", file.Calls(unused), list, list.topLevel().front());
+  WriteFavoritesText("x", file.Calls(unused), FavoritesText(list, list.topLevel().front()));
   const std::string text(file.written, file.size);
   std::free(file.written);
   return text;

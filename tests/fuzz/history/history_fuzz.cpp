@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "src/history/history_list.h"
+#include "src/history/history_store.h"
 #include "src/history/path_compaction.h"
 #include "src/history/row_layout.h"
 
@@ -55,7 +56,8 @@ class Lines final : public HistoryFile {
   void RemoveBackup() override {}
   bool MoveToBackup() override { return true; }
   void Remove() override {}
-  void RestoreBackup() override {}
+  bool RestoreBackup() override { return true; }
+  void Forget() override {}
 
   int writesLeft = 120;
 
@@ -89,6 +91,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
   }
   if (size > 0) list.Add(std::string(reinterpret_cast<const char*>(data), std::min<std::size_t>(size, 40)));
-  list.Save(file);
+  WriteHistory(file, list.Values());
   return 0;
 }

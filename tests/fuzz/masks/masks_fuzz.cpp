@@ -39,12 +39,12 @@ void CheckWalk(const std::string& list, const std::string& name) {
     Require(asked != "*" && asked != "*.*");
     return workbench::MatchPattern(pattern, text, true);
   };
-  const bool matches = MatchesPatternList(list.c_str(), name.c_str(), matcher);
+  const bool matches = PatternList(list.c_str()).Matches(name.c_str(), matcher);
   // Whatever stands behind the first bar does not count.
-  Require(matches == MatchesPatternList(list.substr(0, list.find('|')).c_str(), name.c_str(), matcher));
+  Require(matches == PatternList(list.substr(0, list.find('|')).c_str()).Matches(name.c_str(), matcher));
   const auto noType = [](const char*) -> std::uint32_t { return 0; };
-  Require(PassesMasks({list.c_str(), nullptr, 0}, name.c_str(), matcher, noType) == matches);
-  Require(PassesMasks({nullptr, list.c_str(), 0}, name.c_str(), matcher, noType) != matches);
+  Require(MaskRules(FileMasks{list.c_str(), nullptr, 0}).Pass(name.c_str(), matcher, noType) == matches);
+  Require(MaskRules(FileMasks{nullptr, list.c_str(), 0}).Pass(name.c_str(), matcher, noType) != matches);
 }
 
 void CheckStoredForm(MaskKind kind, const std::string& text, const std::vector<std::string>& entries) {

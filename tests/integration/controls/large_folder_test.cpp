@@ -55,7 +55,7 @@ TEST_F(LargeFolder, MessagesAreHandledBetweenTheSlicesOfTheFill) {
     if (rows > 0 && rowsAtFirstTurnWithRows == 0) rowsAtFirstTurnWithRows = static_cast<int>(rows);
   });
   view_.Go(folder_.path());
-  ASSERT_TRUE(WaitUntil([&] { return view_.log().Count(17) > 0; }, 60000));
+  ASSERT_TRUE(WaitUntil([&] { return view_.log().Count(17) > 0; }));
   KillTimer(nullptr, timer);
   EXPECT_EQ(GetLong(view_.dispatch(), 52), count_);
   EXPECT_EQ(view_.log().Count(12), count_);

@@ -12,6 +12,7 @@
 
 #include "tests/integration/controls/control_container.h"
 #include "tests/support/temp_directory.h"
+#include "tests/support/unexpected_boxes.h"
 #include "tests/support/wait_until.h"
 
 namespace controls_test {
@@ -142,6 +143,7 @@ TEST_F(Linking, ABadPathIsRefusedAndTheOldOneComesBack) {
   message = nullptr;
   static std::wstring said;
   said.clear();
+  const test_support::ExpectsBoxes expects;
   const UINT_PTR timer = SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR, DWORD) {
     const HWND box = FindWindowW(L"#32770", L"Path");
     if (!box || message) return;

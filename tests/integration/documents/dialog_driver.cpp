@@ -4,10 +4,12 @@
 
 #include <utility>
 
+#include "tests/support/failure_report.h"
+#include "tests/support/wait_until.h"
+
 namespace document_tests {
 namespace {
 
-constexpr ULONGLONG kPatience = 10000;  // ms
 DialogDriver* activeDriver = nullptr;
 
 HWND VisibleDialog() {
@@ -29,7 +31,7 @@ HWND VisibleDialog() {
 
 DialogDriver::DialogDriver(std::function<void(HWND)> act) : act_(std::move(act)) {
   activeDriver = this;
-  deadline_ = GetTickCount64() + kPatience;
+  deadline_ = GetTickCount64() + test_support::Patience();
   timer_ = SetTimer(nullptr, 0, 20, OnTimer);
 }
 
@@ -47,12 +49,12 @@ void DialogDriver::Poll() {
   if (dialog == nullptr) return;
   if (!acted_) {
     acted_ = true;
-    deadline_ = GetTickCount64() + kPatience;
+    deadline_ = GetTickCount64() + test_support::Patience();
     act_(dialog);
   } else if (GetTickCount64() > deadline_) {
-    ADD_FAILURE() << "the dialog did not close";
+    ADD_FAILURE() << "the dialog did not close\n" << test_support::DescribeWindows();
     Press(dialog, IDCANCEL);
-    deadline_ = GetTickCount64() + kPatience;
+    deadline_ = GetTickCount64() + test_support::Patience();
   }
 }
 

@@ -6,12 +6,14 @@
 #include <functional>
 #include <string>
 
+#include "tests/support/unexpected_boxes.h"
+
 namespace document_tests {
 
 class DialogDriver {
  public:
-  // act gets the first visible dialog of this thread, once. When none comes up within ten seconds, or the
-  // dialog does not close within ten seconds of act, it is cancelled and the test fails.
+  // act gets the first visible dialog of this thread, once. When the dialog does not close after that, it is
+  // cancelled after the time of a wait, and the test fails.
   explicit DialogDriver(std::function<void(HWND dialog)> act);
   ~DialogDriver();
   DialogDriver(const DialogDriver&) = delete;
@@ -24,6 +26,7 @@ class DialogDriver {
   void Poll();
 
   std::function<void(HWND)> act_;
+  test_support::ExpectsBoxes expects_;
   UINT_PTR timer_ = 0;
   ULONGLONG deadline_ = 0;
   bool acted_ = false;

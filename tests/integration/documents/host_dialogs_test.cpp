@@ -125,6 +125,7 @@ TEST_F(HostDialogs, DirectoryPathsSaysWhenItCanNotSave) {
     std::function<void(HWND)> act = [&](HWND dialog) {
       SetDlgItemTextW(dialog, workbench::kFirstPathEdit, L"e:\\x");
       // The message box comes up inside this call and is answered by the timer below.
+      const test_support::ExpectsBoxes expects;
       const UINT_PTR timer = SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR, DWORD) {
         const HWND box = FindWindowW(L"#32770", L"Error");
         if (box != nullptr && IsWindowVisible(box)) Press(box, IDOK);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tests/support/explorer/explorer_fixture.h"
+#include "tests/support/unexpected_boxes.h"
 #include "tests/support/wait_until.h"
 
 namespace {
@@ -153,6 +154,7 @@ struct AboutWatch {
 
 TEST_F(ProtocolTest, TheAboutDialogIsOwnedByTheHostAndClosesOnOkOnly) {
   AboutWatch::dialog = nullptr;
+  const test_support::ExpectsBoxes expects;
   const UINT_PTR timer = SetTimer(nullptr, 0, 20, &AboutWatch::OnTimer);
   EXPECT_EQ(fixture_.SayWithHost({{"show_about_dialog", nullptr}}), 0U);
   KillTimer(nullptr, timer);

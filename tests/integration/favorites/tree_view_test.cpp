@@ -119,6 +119,51 @@ TEST_F(TreeViewTest, Deliberate_ASaveOfAScrolledTreeStartsAtTheFirstVisibleEntry
   EXPECT_TRUE(TextOfFile(file()).starts_with("K={150}\r\ns=4\r\ni=0\r\nd=entry 150\r\nE\r\nK={151}"));
 }
 
+// The steps of the manual: end the program, put the file with everything into the first one's place, start.
+TEST_F(TreeViewTest, WhatAScrolledTreeLeavesOutComesBackFromTheFileWithEverything) {
+  std::string text = "K={0}\ns=49\nd=Favorites\nE\n";
+  for (int i = 100; i < 188; ++i) {
+    const bool isFolder = i % 30 == 10;
+    text += "K={" + std::to_string(i) + "}\ns=" + (isFolder ? "21" : "4") + "\nd=entry " + std::to_string(i) +
+            "\np={" + (i % 30 > 10 ? std::to_string(i - i % 30 + 10) : "0") + "}\n";
+  }
+  PutFavorites(text);
+  Create();
+  Show();
+  const std::string all = Shown();
+  ASSERT_EQ(tree().list().records().size(), 89u);
+  const auto endScrolledTo = [&](HTREEITEM item) {
+    SendMessageA(tree().window(), TVM_SELECTITEM, TVGN_FIRSTVISIBLE, reinterpret_cast<LPARAM>(item));
+    pane->Save();
+    pane.reset();
+    Create();
+    Show();
+  };
+  const auto top = [&] {
+    return reinterpret_cast<HTREEITEM>(SendMessageA(tree().window(), TVM_GETNEXTITEM, TVGN_ROOT, 0));
+  };
+  auto item = top();
+  for (int i = 1; i < 31; ++i) {
+    item = reinterpret_cast<HTREEITEM>(
+        SendMessageA(tree().window(), TVM_GETNEXTITEM, TVGN_NEXTVISIBLE, reinterpret_cast<LPARAM>(item)));
+  }
+  endScrolledTo(item);
+  EXPECT_LT(tree().list().records().size(), 89u);
+  // Later runs, with one more entry, neither bring the rest back nor lose it.
+  auto record = std::make_unique<FavoriteRecord>();
+  record->displayName = "added later";
+  record->flags = kReferenceFlags;
+  tree().AddFavorite(std::move(record), nullptr);
+  endScrolledTo(top());
+  endScrolledTo(static_cast<HTREEITEM>(tree().list().topLevel().back()->treeItem));
+  EXPECT_LT(tree().list().records().size(), 89u);
+  pane.reset();
+  const std::string everything = folder.Join(std::string_view("favorites.all.dat"));
+  ASSERT_TRUE(MoveFileExA(everything.c_str(), file().c_str(), MOVEFILE_REPLACE_EXISTING));
+  Create();
+  EXPECT_EQ(Shown(), all + " added later");
+}
+
 TEST_F(TreeViewTest, TypingEnterDoesNotReachTheControl) {
   Create();
   EXPECT_EQ(SendMessageA(tree().window(), WM_CHAR, '\r', 0), 1);

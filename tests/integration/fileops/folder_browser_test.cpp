@@ -33,16 +33,13 @@ class FolderBrowserTest : public FileOpsTest {
   }
   // Once the browser shows the target folder as selected: as its own doing, or after it was told.
   bool WaitForTarget(HWND browser, bool tell) {
-    return WaitUntil(
-        [&] {
-          if (tell) {
-            SendMessageA(
-                browser, BFFM_SETSELECTIONA, TRUE,
-                reinterpret_cast<LPARAM>(fixture_.directory().Join(std::string_view("target")).c_str()));
-          }
-          return SelectionOf(browser) == "target";
-        },
-        5000);
+    return WaitUntil([&] {
+      if (tell) {
+        SendMessageA(browser, BFFM_SETSELECTIONA, TRUE,
+                     reinterpret_cast<LPARAM>(fixture_.directory().Join(std::string_view("target")).c_str()));
+      }
+      return SelectionOf(browser) == "target";
+    });
   }
   static void Press(HWND dialog, int button) {
     PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),

@@ -1,5 +1,6 @@
 // The folder tree keeps up with the disk, and shows files when it is told to.
 #include "tests/integration/fileops/fileops_fixture.h"
+#include "tests/support/only_wine.h"
 
 namespace fileops_test {
 namespace {
@@ -84,16 +85,17 @@ TEST_F(FolderTreeTest, AClickThatBringsTheFocusDoesNotEditTheName) {
 }
 
 TEST_F(FolderTreeTest, AFolderThatItsParentDoesNotListStays) {
-  // Devices are not listed by the root of this drive, but who knows the folder can go there.
-  Start(3);
-  TypePath("Z:\\dev\\shm");
-  ASSERT_TRUE(WaitUntil([this] { return SelectedNode() == "shm"; }));
-  const HTREEITEM dev = NextNode(TVGN_PARENT, NextNode(TVGN_CARET));
-  const HTREEITEM drive = NextNode(TVGN_PARENT, dev);
-  SendMessageA(tree(), TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(drive));
-  ASSERT_TRUE(WaitUntil([&] { return ChildOf(drive, "usr") != nullptr; }));
-  EXPECT_EQ(NodeText(dev), "dev");
-  EXPECT_EQ(SelectedNode(), "shm");
+  EXPLORER_ONLY_WINE("the root of drive Z does not list the devices of the machine below, which can be gone to") {
+    Start(3);
+    TypePath("Z:\\dev\\shm");
+    ASSERT_TRUE(WaitUntil([this] { return SelectedNode() == "shm"; }));
+    const HTREEITEM dev = NextNode(TVGN_PARENT, NextNode(TVGN_CARET));
+    const HTREEITEM drive = NextNode(TVGN_PARENT, dev);
+    SendMessageA(tree(), TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(drive));
+    ASSERT_TRUE(WaitUntil([&] { return ChildOf(drive, "usr") != nullptr; }));
+    EXPECT_EQ(NodeText(dev), "dev");
+    EXPECT_EQ(SelectedNode(), "shm");
+  }
 }
 
 TEST_F(FolderTreeTest, FilesAreLeavesBehindTheFolders) {

@@ -79,7 +79,7 @@ class MenusTest : public FileOpsTest {
       PostMessageA(view, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(view),
                    -1);  // what the system makes of the key
     }
-    EXPECT_TRUE(WaitUntil([&] { return driver_.menus().size() > before; }, 3000));
+    EXPECT_TRUE(WaitUntil([&] { return driver_.menus().size() > before; }));
     keys[VK_SHIFT] = 0;
     SetKeyboardState(keys);
     test_support::PumpMessages();

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 
+#include <gtest/gtest.h>
+
 #include "tests/support/explorer/explorer_fixture.h"
+#include "tests/support/failure_report.h"
+#include "tests/support/wait_until.h"
 
 namespace fileops_test {
 namespace {
 
-constexpr ULONGLONG kPatience = 10000;  // milliseconds
 ModalDriver* activeDriver = nullptr;
 
 struct Search {
@@ -90,8 +93,9 @@ void ModalDriver::Poll() {
     dialog_ = dialog;
     dialogs_.push_back(ReadDialog(dialog));
     if (onDialog_) onDialog_(dialogs_.back());
-  } else if ((menu != nullptr || dialog != nullptr) && GetTickCount64() - since_ > kPatience) {
+  } else if ((menu != nullptr || dialog != nullptr) && GetTickCount64() - since_ > test_support::Patience()) {
     since_ = GetTickCount64();
+    ADD_FAILURE() << "nobody dealt with what came up\n" << test_support::DescribeWindows();
     EndMenu();
     if (dialog != nullptr) PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
   }

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/unexpected_boxes.h"
+
 namespace fileops_test {
 
 struct SeenDialog {
@@ -22,7 +24,8 @@ struct SeenMenu {
 };
 
 // While one exists, each dialog of the thread is given to the dialog function once, and each menu to the menu
-// function once. What nobody deals with for ten seconds is cancelled. One at a time.
+// function once. What nobody deals with for the time of a wait is cancelled, and the
+// test fails. One at a time.
 class ModalDriver {
  public:
   ModalDriver();
@@ -45,6 +48,7 @@ class ModalDriver {
   void Poll();
   void LookAtMenu(HWND window);
 
+  test_support::ExpectsBoxes expects_;
   UINT_PTR timer_ = 0;
   std::function<void(const SeenDialog&)> onDialog_;
   std::string choice_;

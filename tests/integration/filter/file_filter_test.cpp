@@ -21,7 +21,7 @@ class FileFilterTest : public testing::Test {
   static void TearDownTestSuite() { fixture_.reset(); }
 
   static bool Shows(const FileMasks& masks, const char* name) {
-    return ShouldShowFile(fixture_->services().services(), masks, name);
+    return FileFilter().ShouldShowFile(fixture_->services().services(), masks, name);
   }
 
   static std::unique_ptr<test_support::ExplorerFixture> fixture_;
@@ -62,8 +62,8 @@ TEST_F(FileFilterTest, TheHostIsAskedOncePerPatternWithTheFlag) {
 }
 
 TEST_F(FileFilterTest, AHostWithoutAMatcherMatchesNothing) {
-  EXPECT_FALSE(ShouldShowFile(nullptr, {"a*", nullptr, 0}, "abc"));
-  EXPECT_TRUE(ShouldShowFile(nullptr, {"*.*", "a*", 0}, "abc"));
+  EXPECT_FALSE(FileFilter().ShouldShowFile(nullptr, {"a*", nullptr, 0}, "abc"));
+  EXPECT_TRUE(FileFilter().ShouldShowFile(nullptr, {"*.*", "a*", 0}, "abc"));
 }
 
 TEST_F(FileFilterTest, ANameThatIsMissingIsShown) {

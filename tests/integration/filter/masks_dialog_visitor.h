@@ -12,6 +12,7 @@
 
 #include "src/filter/masks_dialog.h"
 #include "tests/support/temp_directory.h"
+#include "tests/support/unexpected_boxes.h"
 #include "workbench/app/services/host_services_table.h"
 
 namespace file_explorer {
@@ -31,6 +32,7 @@ class MasksDialogVisit {
   void Poll();
 
   std::function<void(HWND)> visit_;
+  test_support::ExpectsBoxes expects_;
   UINT_PTR timer_ = 0;
   bool visited_ = false;
 };

@@ -5,8 +5,6 @@
 
 #include <string>
 
-#include "tests/support/wait_until.h"
-
 namespace test_support {
 namespace {
 
@@ -22,12 +20,6 @@ TEST(TempDirectory, MakesFilesAndFoldersAndRemovesThemAll) {
   }
   EXPECT_EQ(GetFileAttributesW(file.c_str()), INVALID_FILE_ATTRIBUTES);
   EXPECT_EQ(GetFileAttributesW(path.c_str()), INVALID_FILE_ATTRIBUTES);
-}
-
-TEST(WaitUntil, SaysWhenAConditionDoesNotComeTrue) {
-  EXPECT_FALSE(WaitUntil([] { return false; }, 30));
-  int calls = 0;
-  EXPECT_TRUE(WaitUntil([&] { return ++calls == 3; }));
 }
 
 }  // namespace

@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <filesystem>
 #include <string>
+#include <vector>
 
 #include "base/text/letter_case.h"
 #include "tests/integration/history/history_test_folder.h"
@@ -17,7 +17,7 @@ class HistoryPlatformTest : public testing::Test {
  protected:
   void Save() {
     ProfileHistoryFile file(folder.history());
-    list.Save(file);
+    WriteHistory(file, list.Values());
   }
   bool Load(HistoryList& into) {
     ProfileHistoryFile file(folder.history());
@@ -48,59 +48,60 @@ std::string Plain(const std::string& file, const std::string& key) {
       value, GetPrivateProfileStringA("HistoryList", key.c_str(), "", value, sizeof(value), file.c_str()));
 }
 
-TEST_F(HistoryPlatformTest, ALongListReadsAsTheProfileCallsReadIt) {
-  constexpr int kCount = 2500;
+TEST_F(HistoryPlatformTest, AListThatIsLongerThanWhatIsSavedIsReadWhole) {
+  constexpr int kCount = 300;
   std::string text =
-      "; kept by hand\r\n[Other]\r\nd1700=of another section\r\n[historylist]\r\nNumEntries=2500\r\n";
+      "; kept by hand\r\n[Other]\r\nd170=of another section\r\n[historylist]\r\nNumEntries=300\r\n";
   for (int i = 0; i < kCount; ++i) {
     const std::string number = std::to_string(i);
     text += "  d" + number + " =  name " + number + "\r\n";
-    if (i % 3 != 0) text += "F" + number + "=\"X:\\models\\a file " + number + ".obj\"\r\n";
     if (i % 7 == 0) text += "d" + number + "=a second one\r\n\r\nno key here\r\n";
-    if (i == 1800) text += "[Other]\r\nd1801=elsewhere\r\nf1803=elsewhere\r\n[HistoryList]\r\n";
   }
   folder.Put("history.dat", text);
-  ProfileHistoryFile file(folder.history());
+  ASSERT_TRUE(Load(list));
+  ASSERT_EQ(list.size(), static_cast<size_t>(kCount));
   for (int i = 0; i < kCount; ++i) {
-    for (const char letter : {'d', 'f', 'p', 'm'}) {
-      const std::string key = HistoryKey(letter, i);
-      ASSERT_EQ(file.ReadText(key.c_str()), Plain(folder.history(), key)) << key;
-    }
+    EXPECT_EQ(list.entries()[static_cast<size_t>(i)]->displayName, "name " + std::to_string(i));
   }
-  EXPECT_EQ(file.ReadText("d1700"), "name 1700") << "backwards too";
-  EXPECT_EQ(file.ReadText("d999999"), "");
 }
 
-TEST_F(HistoryPlatformTest, ALongListLeavesNothingInTheTemporaryFolder) {
-  std::string text = "[HistoryList]\r\nNumEntries=1500\r\n";
-  for (int i = 0; i < 1500; ++i) text += "d" + std::to_string(i) + "=name\r\n";
+// What stands in a text of values reads as the profile calls read a file of it.
+TEST_F(HistoryPlatformTest, ATextOfValuesReadsAsTheProfileCallsReadIt) {
+  const char* const values[] = {
+      "plain",         "  blanks around  ", "\" quoted \"", "'single'", "\"\"\"\"", "\"open",
+      "a=b",           "; no comment",      "[brackets]",   "\"",       "'\"",      "",
+      "\"  blanks \"", "tab\tinside",       "\ttab before"};
+  std::string text = "[HistoryList]\r\n";
+  for (size_t i = 0; i < std::size(values); ++i)
+    text += HistoryKey('d', static_cast<int>(i)) + "=" + values[i] + "\r\n";
   folder.Put("history.dat", text);
-  std::array<char, MAX_PATH> before = {};
-  GetEnvironmentVariableA("TMP", before.data(), MAX_PATH);
-  const test_support::TempDirectory temporary;
-  SetEnvironmentVariableA("TMP", temporary.narrow().c_str());
-  const auto files = [&] {
-    int count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(temporary.narrow()))
-      count += entry.is_regular_file();
-    return count;
-  };
-  {
-    ProfileHistoryFile file(folder.history());
-    EXPECT_EQ(file.ReadText("d10"), "name");
-    EXPECT_EQ(files(), 0) << "a short list needs none";
-    EXPECT_EQ(file.ReadText("d1100"), "name");
-    EXPECT_EQ(file.ReadText("d1400"), "name");
-    EXPECT_EQ(files(), 1) << "one at a time";
+  HistoryText source(text);
+  for (size_t i = 0; i < std::size(values); ++i) {
+    const std::string key = HistoryKey('d', static_cast<int>(i));
+    EXPECT_EQ(source.ReadText(key.c_str()), Plain(folder.history(), key)) << values[i];
   }
-  EXPECT_EQ(files(), 0);
-  // Where nothing can be written the list is read all the same.
-  SetEnvironmentVariableA("TMP", "X:\\no such folder");
-  {
-    ProfileHistoryFile file(folder.history());
-    EXPECT_EQ(file.ReadText("d1400"), "name");
+}
+
+TEST_F(HistoryPlatformTest, OddPathsComeBackAndNoneEndsTheList) {
+  const std::vector<std::string> paths = {
+      "C:\\folder\\", "\\\\server\\share\\", "C:\\",         "   ",  " X:\\blank before", "X:\\blank after ",
+      "X:\\a.obj",    "\"X:\\quoted.obj\"",  "X:\\'single'", "\r\n", "X:\\line\nend.obj", "X:\\a=b;c.obj",
+      "X:\\last.obj"};
+  for (const std::string& path : paths) EXPECT_EQ(list.Add(path), HistoryList::AddResult::kAppended) << path;
+  EXPECT_EQ(list.Add(""), HistoryList::AddResult::kRefused);
+  EXPECT_EQ(list.entries()[0]->displayName, "C:\\folder\\");
+  EXPECT_EQ(list.entries()[1]->displayName, "\\\\server\\share\\");
+  EXPECT_EQ(list.entries()[2]->displayName, "C:\\");
+  Save();
+  HistoryList loaded(platform, base::LowerCaseNarrow);
+  ASSERT_TRUE(Load(loaded));
+  ASSERT_EQ(loaded.size(), paths.size());
+  for (size_t i = 0; i < paths.size(); ++i) {
+    const bool hasLineEnd = paths[i].find('\n') != std::string::npos;
+    EXPECT_EQ(loaded.entries()[i]->fullPath, hasLineEnd ? "" : paths[i]);
+    EXPECT_FALSE(loaded.entries()[i]->displayName.empty()) << paths[i];
+    EXPECT_TRUE(hasLineEnd || loaded.entries()[i]->displayName == list.entries()[i]->displayName) << paths[i];
   }
-  SetEnvironmentVariableA("TMP", before.data());
 }
 
 TEST_F(HistoryPlatformTest, AGoldenFileComesBackByteForByte) {

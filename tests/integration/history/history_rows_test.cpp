@@ -339,6 +339,8 @@ TEST_F(HistoryRowsTest, AThumbnailIsMadeAnewWhenItsFileHasChanged) {
   services.profilePath = [this] { return folder.profile(); };
   services.mainWindow = [this] { return panel; };
   int asked = 0;
+  std::uint64_t now = 0;
+  services.clock = [&now] { return now; };
   services.preview = [&asked](const HistoryEntry&, int) -> std::optional<preview::Preview> {
     ++asked;
     return std::nullopt;
@@ -349,11 +351,15 @@ TEST_F(HistoryRowsTest, AThumbnailIsMadeAnewWhenItsFileHasChanged) {
   Show();
   EXPECT_EQ(asked, 1);
   folder.Put("a.obj", "another content");
-  EXPECT_TRUE(WaitUntil([&] {
+  const auto paint = [this] {
     InvalidateRect(view->window(), nullptr, FALSE);
     UpdateWindow(view->window());
-    return asked == 2;
-  }));
+  };
+  paint();
+  EXPECT_EQ(asked, 1) << "the file is not looked at in every painting";
+  now += RowThumbnails::kLookEveryMs;
+  paint();
+  EXPECT_EQ(asked, 2);
 }
 
 TEST_F(HistoryRowsTest, RowsThatHaveToWaitGetTheirThumbnailInALaterPainting) {
@@ -362,10 +368,11 @@ TEST_F(HistoryRowsTest, RowsThatHaveToWaitGetTheirThumbnailInALaterPainting) {
   services.profilePath = [this] { return folder.profile(); };
   services.mainWindow = [this] { return panel; };
   int asked = 0;
-  services.preview = [&asked](const HistoryEntry&, int) -> std::optional<preview::Preview> {
+  std::uint64_t now = 0;
+  services.clock = [&now] { return now; };
+  services.preview = [&](const HistoryEntry&, int) -> std::optional<preview::Preview> {
     ++asked;
-    const ULONGLONG end = GetTickCount64() + RowThumbnails::kPaintingMs + 30;
-    while (GetTickCount64() < end) Sleep(5);  // a slow file
+    now += RowThumbnails::kPaintingMs;  // a slow file
     return std::nullopt;
   };
   view = CHistoryView::Create(panel, kViewId, services);

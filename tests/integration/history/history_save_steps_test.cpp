@@ -1,5 +1,5 @@
-// What is left of the history when the process is ended, or a call fails, at each step of a save. Prints a
-// table.
+// What is left of the history when the process is ended, or a call fails, at each step of a save, and when
+// two programs save at the same moment. Prints a table.
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -8,10 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "base/files/system_recovery_calls.h"
 #include "base/text/letter_case.h"
+#include "src/history/history_list.h"
 #include "src/history/history_platform.h"
+#include "src/history/history_store.h"
 #include "tests/integration/history/history_test_folder.h"
-#include "tests/support/wait_until.h"
+#include "tests/support/child_process.h"
 
 namespace file_explorer {
 namespace {
@@ -27,6 +30,8 @@ constexpr char kOld[] =
     "m1=EA070B0001001000020005001E00FF0031\r\nd1=b.obj\r\nf1=X:\\b.obj\r\n"
     "m2=EA070B0001001000020005001E00FF0031\r\nd2=c.obj\r\nf2=X:\\c.obj\r\n";
 constexpr char kOlderBackup[] = "[HistoryList]\r\nNumEntries=1\r\nd0=older.obj\r\nf0=X:\\older.obj\r\n";
+constexpr const char* kBesideNames[] = {"history.dat.lock", "history.dat.recovery",
+                                        "history.dat.recovery.new", "history.dat.replaced"};
 
 using Names = std::vector<std::string>;
 const Names kOldNames = {"a.obj", "b.obj", "c.obj"};
@@ -34,50 +39,28 @@ const Names kNewNames = {"a.obj", "b.obj", "c.obj", "new one.obj", "new two.obj"
 
 class HistorySaveStepsTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::printf("%-34s %-6s %-24s %-16s %s\n", "step", "what", "a fresh load gives", "the backup has", "");
-  }
-
   void Prepare() const {
     folder.Put("history.dat", kOld);
     folder.Put("history.bak", kOlderBackup);
-    DeleteFileA(folder.Path("step.txt").c_str());
+    for (const char* const name : {"step.txt", "history.dat.recovery"})
+      DeleteFileA(folder.Path(name).c_str());
   }
 
   // Runs the saver and gives its result.
   DWORD Save(const std::string& how) const {
-    char program[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, program, MAX_PATH);
-    std::string command(program);
-    command = "\"" + command.substr(0, command.rfind('\\')) + "\\history_saver.exe\" \"" + folder.Folder() +
-              "\" " + how;
-    STARTUPINFOA startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    // A busy machine may refuse a start for the moment.
-    const bool isStarted = test_support::WaitUntil([&] {
-      return CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                            &process) != FALSE;
-    });
-    if (!isStarted) {
-      ADD_FAILURE() << command << " does not start: error " << GetLastError();
-      return ERROR_FILE_NOT_FOUND;
-    }
-    WaitForSingleObject(process.hProcess, INFINITE);
-    DWORD result = 0;
-    GetExitCodeProcess(process.hProcess, &result);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
-    return result;
+    return test_support::ResultOf(
+        test_support::StartBeside("history_saver.exe", "\"" + folder.Folder() + "\" " + how));
   }
 
   // The names that a program which starts now finds.
-  Names Load(const char* name) const {
+  Names Load(const char* name = "history.dat") const {
     ShellHistoryPlatform platform;
     HistoryList list(platform, base::LowerCaseNarrow);
-    WritePrivateProfileStringA(nullptr, nullptr, nullptr, folder.Path(name).c_str());
+    base::SystemRecoveryCalls calls;
+    base::SaveRecovery recovery(folder.Path(name), calls);
     ProfileHistoryFile file(folder.Path(name));
-    list.Load(file);
+    file.Forget();
+    LoadHistory(list, file, recovery);
     Names names;
     for (const auto& entry : list.entries()) names.push_back(entry->displayName);
     return names;
@@ -90,82 +73,134 @@ class HistorySaveStepsTest : public testing::Test {
     return text.substr(text.find_last_of('\n') + 1);
   }
 
-  void PrintRow(const char* what, const char* note) const {
-    std::printf("%-34s %-6s %zu of 3 old, %zu of 2 new   %zu of 3 old       %s\n", StepName().c_str(), what,
-                Count(Load("history.dat"), 0), Count(Load("history.dat"), 3), Count(Load("history.bak"), 0),
-                note);
+  // Either all old names or all new ones are there, and nothing is left beside.
+  void ExpectWholeAndPrint(const char* what) const {
+    const std::string atOnce = std::to_string(CountOnDisk());
+    const Names names = Load();
+    const bool isNew = names == kNewNames;
+    EXPECT_TRUE(isNew || names == kOldNames) << StepName() << ": " << testing::PrintToString(names);
+    std::printf("%-36s %-7s %s entries lie in the file, a fresh load gives all %zu of the %s\n",
+                StepName().c_str(), what, atOnce.c_str(), names.size(), isNew ? "new" : "old");
+    for (const char* const name : kBesideNames) EXPECT_FALSE(folder.Exists(name)) << name << StepName();
   }
-  // How many of the old (from 0) or the new (from 3) names are there.
-  static size_t Count(const Names& names, size_t from) {
-    const auto first = kNewNames.begin() + static_cast<std::ptrdiff_t>(from);
-    const auto last = from == 0 ? kNewNames.begin() + 3 : kNewNames.end();
-    return static_cast<size_t>(std::count_if(first, last, [&](const std::string& name) {
-      return std::find(names.begin(), names.end(), name) != names.end();
-    }));
+  // Without recovery.
+  size_t CountOnDisk() const {
+    ShellHistoryPlatform platform;
+    HistoryList list(platform, base::LowerCaseNarrow);
+    ProfileHistoryFile file(folder.history());
+    file.Forget();
+    list.Load(file);
+    return list.size();
   }
 
   HistoryTestFolder folder;
 };
 
-TEST_F(HistorySaveStepsTest, AKillAtAnyStepLeavesEveryOldEntryInTheFileOrItsBackup) {
+TEST_F(HistorySaveStepsTest, AKillAtAnyStepLosesNothing) {
   int step = 0;
   for (; step < kMoreStepsThanASaveHas; ++step) {
     Prepare();
     const DWORD result = Save("kill " + std::to_string(step));
     if (result == kFinished) break;
     ASSERT_EQ(result, kKilled);
-    const Names loaded = Load("history.dat");
-    const bool isRenamed = StepName().starts_with("write") || StepName() == "(done)";
-    PrintRow("killed",
-             isRenamed && loaded.size() < 3 ? "allowed: the old file is the backup" : "nothing is lost");
-    if (!isRenamed) {
-      EXPECT_EQ(folder.Get("history.dat"), kOld) << StepName();
-      continue;
-    }
-    EXPECT_EQ(folder.Get("history.bak"), kOld) << StepName();
-    // What the file has is the beginning of the new list.
-    ASSERT_LE(loaded.size(), kNewNames.size());
-    EXPECT_TRUE(std::equal(loaded.begin(), loaded.end(), kNewNames.begin())) << StepName();
+    ExpectWholeAndPrint("killed");
+    // Never a half-written file: what the next save takes away is whole, too.
+    const Names backup = Load("history.bak");
+    EXPECT_TRUE(backup == kOldNames || backup == Names{"older.obj"}) << StepName();
   }
-  EXPECT_EQ(step, 3 + 1 + 5 * 3 + 1);  // every call, and the end
-  EXPECT_EQ(Load("history.dat"), kNewNames);
+  EXPECT_GE(step, 3 + 1 + 5 * 3 + 8);  // every call of the save and of what lies around it, and the end
+  EXPECT_EQ(Load(), kNewNames);
+}
+
+TEST_F(HistorySaveStepsTest, AKillWhileACutSaveIsCompletedLosesNothing) {
+  Prepare();
+  ASSERT_EQ(Save("kill \"write d2\""), kKilled);
+  const std::string file = folder.Get("history.dat");
+  const std::string record = folder.Get("history.dat.recovery");
+  int step = 0;
+  for (; step < kMoreStepsThanASaveHas; ++step) {
+    folder.Put("history.dat", file);
+    folder.Put("history.bak", kOld);
+    folder.Put("history.dat.recovery", record);
+    const DWORD result = Save("load " + std::to_string(step));
+    if (result == kFinished) break;
+    ASSERT_EQ(result, kKilled);
+    ExpectWholeAndPrint("killed again");
+    EXPECT_EQ(Load(), kNewNames) << StepName();
+    EXPECT_EQ(Load("history.bak"), kOldNames) << StepName();
+  }
+  EXPECT_GE(step, 1 + 5 * 3 + 5);
+  EXPECT_EQ(Load(), kNewNames);
 }
 
 TEST_F(HistorySaveStepsTest, AFailedWriteAtAnyStepPutsTheOldFileBack) {
-  constexpr int kFirstWrite = 3;
-  int step = kFirstWrite;
-  for (; step < kMoreStepsThanASaveHas; ++step) {
+  int failedWrites = 0;
+  for (int step = 0; step < kMoreStepsThanASaveHas; ++step) {
     Prepare();
     ASSERT_EQ(Save("fail " + std::to_string(step)), kFailed);
-    if (StepName() == "(done)") break;
-    PrintRow("failed", "nothing is lost: the old file is back");
-    EXPECT_EQ(folder.Get("history.dat"), kOld) << StepName();
-    EXPECT_FALSE(folder.Exists("history.bak")) << StepName();
+    const std::string name = StepName();
+    if (name == "(done)") break;
+    if (name.starts_with("write ") && !name.starts_with("write the rest")) {
+      ++failedWrites;
+      EXPECT_EQ(folder.Get("history.dat"), kOld) << name;
+      EXPECT_FALSE(folder.Exists("history.bak")) << name;
+    }
+    DeleteFileA(folder.Path("history.dat.recovery.new").c_str());  // the step that failed may be its removal
+    ExpectWholeAndPrint("failed");
   }
-  EXPECT_EQ(step, kFirstWrite + 1 + 5 * 3);
+  EXPECT_EQ(failedWrites, 1 + 5 * 3);
 }
 
-TEST_F(HistorySaveStepsTest, AStepBeforeTheWritesThatFailsDoesNotStopTheSave) {
-  for (const int step : {1, 2}) {
+TEST_F(HistorySaveStepsTest, AKillOnTheWayBackLosesNothing) {
+  for (const char* const step : {"delete the half-written file", "rename the backup back",
+                                 "flush history.dat", "delete history.dat.recovery", "(done)"}) {
     Prepare();
-    ASSERT_EQ(Save("fail " + std::to_string(step)), kFailed);
-    PrintRow("failed", "nothing is lost: written in place");
-    EXPECT_EQ(Load("history.dat"), kNewNames) << StepName();
+    ASSERT_EQ(Save("fail \"write d1\" \"" + std::string(step) + "\""), kKilled);
+    ASSERT_EQ(StepName(), step);
+    ExpectWholeAndPrint("killed");
   }
 }
 
-// The way back after a failed write (the fifth) has two steps more.
-TEST_F(HistorySaveStepsTest, AKillOnTheWayBackLeavesTheBackup) {
-  constexpr int kFailingWrite = 8;
-  for (int later = 1; later <= 3; ++later) {
+TEST_F(HistorySaveStepsTest, TwoProgramsThatSaveAtTheSameMomentDoSoOneAfterTheOther) {
+  constexpr int kRounds = 20;
+  const base::unique_file go(CreateEventA(nullptr, TRUE, FALSE, "history_saver_go"));
+  const base::unique_file ready(CreateSemaphoreA(nullptr, 0, 2, "history_saver_go_ready"));
+  int wins = 0;
+  for (int round = 0; round < kRounds; ++round) {
     Prepare();
-    ASSERT_EQ(Save("fail " + std::to_string(kFailingWrite) + " " + std::to_string(kFailingWrite + later)),
-              kKilled);
-    const bool isBack = StepName() == "(done)";
-    PrintRow("killed",
-             isBack ? "nothing is lost: the old file is back" : "allowed: the old file is the backup");
-    EXPECT_EQ(folder.Get(isBack ? "history.dat" : "history.bak"), kOld) << StepName();
+    ResetEvent(go.get());
+    const std::string arguments = "\"" + folder.Folder() + "\" race ";
+    const auto one = test_support::StartBeside("history_saver.exe", arguments + "one history_saver_go");
+    const auto two = test_support::StartBeside("history_saver.exe", arguments + "two history_saver_go");
+    ASSERT_TRUE(test_support::WaitForTwo(ready.get(), one, two));
+    SetEvent(go.get());
+    ASSERT_EQ(test_support::ResultOf(one), kFinished);
+    ASSERT_EQ(test_support::ResultOf(two), kFinished);
+    const Names last = Load();
+    const Names first = Load("history.bak");
+    ASSERT_EQ(last.size(), 50u) << round;
+    ASSERT_EQ(first.size(), 50u) << round;
+    const auto isOf = [](const Names& names, const char* program) {
+      return std::all_of(names.begin(), names.end(),
+                         [&](const std::string& name) { return name.starts_with(program); });
+    };
+    EXPECT_TRUE((isOf(last, "one") && isOf(first, "two")) || (isOf(last, "two") && isOf(first, "one")))
+        << "round " << round << ": " << last.front() << " to " << last.back();
+    wins += isOf(last, "one") ? 1 : 0;
   }
+  std::printf("of %d rounds the first program had the last word in %d, the second in %d\n", kRounds, wins,
+              kRounds - wins);
+}
+
+TEST_F(HistorySaveStepsTest, ALockOfAKilledProcessHoldsNobodyUp) {
+  Prepare();
+  ASSERT_EQ(Save("kill 12"), kKilled);
+  base::SystemRecoveryCalls calls;
+  EXPECT_EQ(calls.Lock(folder.Path("history.dat.lock")), base::RecoveryCalls::Locking::kLocked);
+  base::SystemRecoveryCalls others;
+  EXPECT_EQ(others.Lock(folder.Path("history.dat.lock")), base::RecoveryCalls::Locking::kHeldElsewhere);
+  calls.Unlock();
+  EXPECT_FALSE(folder.Exists("history.dat.lock"));
 }
 
 }  // namespace

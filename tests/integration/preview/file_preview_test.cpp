@@ -194,10 +194,8 @@ TEST_F(FilePreview, TheTimeOfAFileIsLimited) {
   limits.time = std::chrono::milliseconds(30);
   const std::string content =
       model_files::Obj(model_files::Sphere(400, 800));  // much more than fits in that time
-  const auto start = std::chrono::steady_clock::now();
   EXPECT_FALSE(Make(L"a.obj", content, limits));
-  EXPECT_LT(std::chrono::steady_clock::now() - start,
-            std::chrono::seconds(10));  // most of it writes the file
+  EXPECT_TRUE(Make(L"b.obj", model_files::Obj(model_files::Cube()), limits)) << "a small one fits";
 }
 
 TEST_F(FilePreview, APreviewThatNobodyWantsAnyMoreIsNotMade) {

@@ -152,18 +152,12 @@ class ThumbnailList : public testing::Test {
     SendMessageW(pane_.list(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&rect));
     return IntersectRect(&both, &rect, &client) != FALSE;
   }
-  // Nothing more is asked for while messages are handled for a while.
-  size_t CountWhenQuiet() {
-    size_t count = 0;
-    int quiet = 0;
-    WaitUntil([&] {
-      const size_t now = maker_.asked().size();
-      quiet = now == count ? quiet + 1 : 0;
-      count = now;
-      Sleep(5);
-      return quiet > 20;
-    });
-    return count;
+  // How much was asked for: waits for what is expected, and then whether more comes in some turns.
+  size_t CountWhenQuiet(size_t expected = 0) {
+    EXPECT_TRUE(WaitUntil([&] { return maker_.asked().size() >= expected; }));
+    int turns = 0;
+    EXPECT_TRUE(WaitUntil([&] { return ++turns > 20; }));
+    return maker_.asked().size();
   }
 
   Maker maker_;
@@ -213,15 +207,15 @@ TEST_F(ThumbnailList, ASecondPaintingAsksNothing) {
   ASSERT_TRUE(WaitUntil([&] { return IsGreen(4); }));
   Paint();
   Paint();
-  EXPECT_EQ(CountWhenQuiet(), 5U);
+  EXPECT_EQ(CountWhenQuiet(5), 5U);
 }
 
 TEST_F(ThumbnailList, ThatThereIsNoneIsKeptToo) {
   maker_.makesNone = true;
   Show(5);
-  EXPECT_EQ(CountWhenQuiet(), 5U);
+  EXPECT_EQ(CountWhenQuiet(5), 5U);
   Paint();
-  EXPECT_EQ(CountWhenQuiet(), 5U);
+  EXPECT_EQ(CountWhenQuiet(5), 5U);
   EXPECT_FALSE(IsGreen(0));
 }
 
@@ -236,7 +230,7 @@ TEST_F(ThumbnailList, AChangedFileIsMadeAnewAndKeepsItsOldPictureMeanwhile) {
   maker_.makesNone = true;
   maker_.Open();
   EXPECT_TRUE(WaitUntil([&] { return !IsGreen(0); }));
-  EXPECT_EQ(CountWhenQuiet(), 2U);
+  EXPECT_EQ(CountWhenQuiet(2), 2U);
 }
 
 TEST_F(ThumbnailList, RowsWithoutAFileHaveTheirIcon) {
@@ -255,13 +249,13 @@ TEST_F(ThumbnailList, LeavingTheFolderCancelsWhatIsBeingMadeAndForgetsTheRest) {
   pane_.thumbnails().OnFolderLeft();
   pane_.SetRowCount(0);
   EXPECT_TRUE(WaitUntil([&] { return maker_.cancelled() == 1; }));
-  EXPECT_EQ(CountWhenQuiet(), 1U);
+  EXPECT_EQ(CountWhenQuiet(1), 1U);
   maker_.Open();
   owner_.folder = L"X:\\two\\";
   pane_.SetRowCount(2);
   Paint();
   EXPECT_TRUE(WaitUntil([&] { return IsGreen(1); }));
-  EXPECT_EQ(CountWhenQuiet(), 3U);
+  EXPECT_EQ(CountWhenQuiet(3), 3U);
 }
 
 TEST_F(ThumbnailList, ComingBackToAFolderAsksNothing) {
@@ -269,7 +263,7 @@ TEST_F(ThumbnailList, ComingBackToAFolderAsksNothing) {
   ASSERT_TRUE(WaitUntil([&] { return IsGreen(2); }));
   pane_.thumbnails().OnFolderLeft();
   Paint();
-  EXPECT_EQ(CountWhenQuiet(), 3U);
+  EXPECT_EQ(CountWhenQuiet(3), 3U);
   EXPECT_TRUE(IsGreen(2));
 }
 
@@ -300,7 +294,7 @@ TEST_F(ThumbnailList, NothingIsMadeInOtherViews) {
     pane_.SetRowCount(10);
     Paint();
   }
-  EXPECT_EQ(CountWhenQuiet(), 0U);
+  EXPECT_EQ(CountWhenQuiet(0), 0U);
 }
 
 TEST_F(ThumbnailList, AnotherSizeMakesEverythingAnew) {
@@ -310,7 +304,7 @@ TEST_F(ThumbnailList, AnotherSizeMakesEverythingAnew) {
   pane_.SetThumbnailSize(128);
   Paint();
   ASSERT_TRUE(WaitUntil([&] { return IsGreen(1); }));
-  EXPECT_EQ(CountWhenQuiet(), 4U);
+  EXPECT_EQ(CountWhenQuiet(4), 4U);
   EXPECT_GT(IconOf(0).bottom - IconOf(0).top, before.bottom - before.top);
 }
 
@@ -330,7 +324,7 @@ TEST_F(ThumbnailList, TheNumberOfKeptPicturesIsBounded) {
   pane_.EnsureVisible(0);
   Paint();
   EXPECT_TRUE(WaitUntil([&] { return IsGreen(0); }));
-  EXPECT_GT(CountWhenQuiet(), count);
+  EXPECT_TRUE(WaitUntil([&] { return maker_.asked().size() > count; }));
 }
 
 }  // namespace

@@ -36,6 +36,36 @@ TEST_F(DirectoryLinksTest, ALinkKeepsAVirtualFolder) {
   EXPECT_TRUE(ILIsEqual(read.get(), drives.get()));
 }
 
+TEST_F(DirectoryLinksTest, ALinkKeepsTheDesktopInPlaceOfAFolder) {
+  unique_pidl desktop;
+  ASSERT_TRUE(SUCCEEDED(SHGetSpecialFolderLocation(nullptr, CSIDL_DESKTOP, desktop.put())));
+  const std::string link = directory_.Join(std::string_view("desktop.lnk"));
+  directory_.AddFolder(L"before");
+  ASSERT_TRUE(WriteShellLink(link, ParsePath(directory_.Join(std::string_view("before"))).get()));
+  EXPECT_TRUE(WriteShellLink(link, desktop.get()));
+  EXPECT_EQ(ParsingName(ResolveDirectoryLink(link).get()), ParsingName(desktop.get()));
+}
+
+// A kill before, at or after the step in which it takes the old one's place finds one of the two.
+TEST_F(DirectoryLinksTest, ALinkThatCannotBeReplacedStaysWhatItWas) {
+  for (const char* const folder : {"old", "new"}) directory_.AddFolder(std::wstring(folder, folder + 3));
+  const std::string link = directory_.Join(std::string_view("a.lnk"));
+  const unique_pidl next = ParsePath(directory_.Join(std::string_view("new")));
+  ASSERT_TRUE(WriteShellLink(link, ParsePath(directory_.Join(std::string_view("old"))).get()));
+  {
+    const unique_file held = base::OwnFile(CreateFileA(link.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                                       OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    ASSERT_TRUE(held);
+    EXPECT_FALSE(WriteShellLink(link, next.get()));
+  }
+  EXPECT_EQ(ParsingName(ReadShellLink(link).get()), directory_.Join(std::string_view("old")));
+  EXPECT_EQ(GetFileAttributesA((link + ".new").c_str()), INVALID_FILE_ATTRIBUTES);
+  directory_.AddFile(L"a.lnk.new", "cut while it was written");
+  EXPECT_TRUE(WriteShellLink(link, next.get()));
+  EXPECT_EQ(ParsingName(ReadShellLink(link).get()), directory_.Join(std::string_view("new")));
+  EXPECT_EQ(GetFileAttributesA((link + ".new").c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
 TEST_F(DirectoryLinksTest, MissingAndDamagedLinksGiveNothing) {
   EXPECT_FALSE(ReadShellLink(directory_.Join(std::string_view("missing.lnk"))));
   directory_.AddFile(L"damaged.lnk", "this is no link");

@@ -321,7 +321,7 @@ TEST_F(RealControls, UnloadWhenNothingOfThemIsLeft) {
     const auto canUnload = reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(
         reinterpret_cast<void (*)()>(GetProcAddress(library, "DllCanUnloadNow")));
     ASSERT_TRUE(canUnload);
-    EXPECT_TRUE(WaitUntil([&] { return canUnload() == S_OK; }, 3000)) << controlClass->fileName;
+    EXPECT_TRUE(WaitUntil([&] { return canUnload() == S_OK; })) << controlClass->fileName;
   }
 }
 

@@ -39,6 +39,22 @@ TEST_F(PlacementTest, TheNextRunPutsTheWindowWhereTheUserLeftIt) {
   EXPECT_FALSE(IsWindowVisible(again->window())) << "a collapsed window does not pop out by itself";
 }
 
+TEST_F(PlacementTest, AProfileThatACutLeftEmptyGetsBackWhatItHadAtTheLastStart) {
+  const std::wstring profile = folder_.Join(L"workbench.ini");
+  WriteRemembered(L"remembered");
+  Start();
+  Stop();
+  // Each value that is set empties the file and writes it again: the cut comes in between.
+  WritePrivateProfileStringW(nullptr, nullptr, nullptr, profile.c_str());
+  CloseHandle(CreateFileW(profile.c_str(), GENERIC_WRITE, 0, nullptr, TRUNCATE_EXISTING, 0, nullptr));
+  Start();
+  Stop();
+  wchar_t text[32] = L"";
+  GetPrivateProfileStringW(L"Workbench-Layout", L"{11111111-2222-3333-4444-555555555555}", L"", text, 32,
+                           profile.c_str());
+  EXPECT_STREQ(text, L"remembered");
+}
+
 TEST_F(PlacementTest, AFloatingPlaceIsRememberedToo) {
   Start();
   auto window = Docked(host::kMethodTabbedCollapsible, host::kDockBottom);

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "src/host/vc64_tx.h"
+#include "tests/support/only_wine.h"
 
 namespace test_support {
 namespace {
@@ -94,6 +95,7 @@ struct GdiHandleEntry {
 static_assert(sizeof(GdiHandleEntry) == 24);
 
 int CountGdiObjects() {
+  if (!RunsUnderWine()) return static_cast<int>(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS));
   constexpr std::size_t kTableOffset = 0xF8;
   constexpr std::uint32_t kEntries = 0x4000;
   std::uint64_t processBlock = 0;

@@ -90,5 +90,52 @@ TEST(GroupOrder, IsAnOrder) {
   }
 }
 
+// Names as a folder may hold them: bytes of any value, in both cases, with the placeholder of a name that the code page
+// lacks, empty ones, beginnings of each other.
+std::vector<std::string> AnyNames(std::mt19937& random, size_t count) {
+  constexpr std::string_view kBytes = "aAbBzZ_?.\\ 09[`{\x80\xC4\xE4\xDF\xFF";
+  std::vector<std::string> names;
+  for (size_t i = 0; i < count; ++i) {
+    std::string name(random() % 12, '\0');
+    for (char& letter : name) letter = kBytes[random() % kBytes.size()];
+    if (!names.empty() && random() % 4 == 0) name = names[random() % names.size()] + name;
+    if (random() % 5 == 0) name += ".zip";
+    names.push_back(name);
+  }
+  return names;
+}
+
+std::vector<GroupedItem> AnyItems(std::mt19937& random, const std::vector<std::string>& names) {
+  constexpr std::int32_t kKeys[] = {2, 4, 0x0406, kNoHandlerKey, -1};
+  std::vector<GroupedItem> items;
+  for (const std::string& name : names) {
+    items.push_back({name, CountsAsFolder(random() % 3 == 0, name), kKeys[random() % std::size(kKeys)]});
+  }
+  return items;
+}
+
+// What every sort relies on: a strict weak order.
+TEST(GroupOrder, NeverContradictsItself) {
+  std::mt19937 random(20261121);
+  for (int round = 0; round < 20; ++round) {
+    const std::vector<std::string> names = AnyNames(random, 40);
+    const std::vector<GroupedItem> items = AnyItems(random, names);
+    for (const GroupedItem& a : items) {
+      ASSERT_EQ(CompareGrouped(a, a), 0) << a.name;
+      for (const GroupedItem& b : items) {
+        const int order = CompareGrouped(a, b);
+        ASSERT_EQ(CompareGrouped(b, a), -order) << a.name << " and " << b.name;
+        for (const GroupedItem& c : items) {
+          // What stands before or beside b stands before or beside c when b does, and before it when one of the two is
+          // before.
+          const int further = CompareGrouped(b, c);
+          if (order > 0 || further > 0) continue;
+          ASSERT_EQ(CompareGrouped(a, c), std::min(order, further)) << a.name << ", " << b.name << ", " << c.name;
+        }
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace file_explorer

@@ -44,8 +44,9 @@ class FavoritesWriterTest : public testing::Test {
     text << file.rdbuf();
     return text.str();
   }
+  void Write(FavoriteRecord* first) { WriteFavoritesText(path, calls, FavoritesText(list, first)); }
   void Write() {
-    WriteFavoritesFile(path, calls, list, list.topLevel().empty() ? nullptr : list.topLevel().front());
+    Write(list.topLevel().empty() ? nullptr : list.topLevel().front());
   }
   bool Read(FavoriteList& into) const { return ReadFavoritesFile(path, calls, into, PlaceIn(into)); }
 
@@ -138,7 +139,7 @@ TEST_F(FavoritesWriterTest, Deliberate_ASaveThatStartsAtANestedEntryWritesThatLe
   FavoriteRecord* const b = list.Add(Reference("b"), root);
   list.Add(Reference("c"), root);
   list.Add(Folder("other"), nullptr);
-  WriteFavoritesFile(path, calls, list, b);
+  Write(b);
   FavoriteList back;
   ASSERT_TRUE(Read(back));
   EXPECT_EQ(Outline(back.topLevel()), "b c");

@@ -29,53 +29,53 @@ std::uint32_t TypeMask(const char* name) {
 }
 
 bool Shows(const FileMasks& masks, const char* name) {
-  return PassesMasks(masks, name, Matches, TypeMask);
+  return MaskRules(masks).Pass(name, Matches, TypeMask);
 }
 
-TEST(PassesMasks, WithoutMasksEveryFilePasses) {
+TEST(MaskRules, WithoutMasksEveryFilePasses) {
   for (const char* name : {"a.3ds", "readme", "", "[x]"}) EXPECT_TRUE(Shows({}, name)) << name;
 }
 
-TEST(PassesMasks, InclusionAndExclusionActTogether) {
+TEST(MaskRules, InclusionAndExclusionActTogether) {
   const FileMasks masks = {"*.3ds", "test*", 0};
   EXPECT_FALSE(Shows(masks, "test1.3ds"));
   EXPECT_TRUE(Shows(masks, "a.3ds"));
   EXPECT_FALSE(Shows(masks, "a.obj"));
 }
 
-TEST(PassesMasks, IgnoresTheCaseOfLetters) {
+TEST(MaskRules, IgnoresTheCaseOfLetters) {
   EXPECT_TRUE(Shows({"*.3ds", nullptr, 0}, "MODEL.3DS"));
   EXPECT_FALSE(Shows({nullptr, "TEST*", 0}, "test1.obj"));
 }
 
-TEST(PassesMasks, AnInclusionListWithoutACurrentPatternHidesEverything) {
+TEST(MaskRules, AnInclusionListWithoutACurrentPatternHidesEverything) {
   for (const char* list : {"", "|", "||a", "|*.*|*", ",|*"}) {
     EXPECT_FALSE(Shows({list, nullptr, 0}, "a.3ds")) << list;
   }
 }
 
-TEST(PassesMasks, AnExclusionListWithoutACurrentPatternHidesNothing) {
+TEST(MaskRules, AnExclusionListWithoutACurrentPatternHidesNothing) {
   for (const char* list : {"", "|", "||a.3ds", "|*"}) EXPECT_TRUE(Shows({nullptr, list, 0}, "a.3ds")) << list;
 }
 
-TEST(PassesMasks, ExclusionOfEverythingHidesEveryFile) {
+TEST(MaskRules, ExclusionOfEverythingHidesEveryFile) {
   EXPECT_FALSE(Shows({"*.3ds", "*", 0}, "a.3ds"));
   EXPECT_FALSE(Shows({nullptr, "*.*|a", 0}, "name"));
 }
 
-TEST(PassesMasks, InclusionOfEverythingNeverCallsTheMatcher) {
+TEST(MaskRules, InclusionOfEverythingNeverCallsTheMatcher) {
   int calls = 0;
   const auto counting = [&calls](const char*, const char*) {
     ++calls;
     return false;
   };
   for (const char* list : {"*", "*.*", "*.*|*.3ds"}) {
-    EXPECT_TRUE(PassesMasks({list, nullptr, 0}, "a", counting, TypeMask)) << list;
+    EXPECT_TRUE(MaskRules(FileMasks{list, nullptr, 0}).Pass("a", counting, TypeMask)) << list;
   }
   EXPECT_EQ(calls, 0);
 }
 
-TEST(PassesMasks, TheFirstMaskThatHidesIsTheLastThatIsAsked) {
+TEST(MaskRules, TheFirstMaskThatHidesIsTheLastThatIsAsked) {
   int typeQuestions = 0;
   int patternQuestions = 0;
   const auto types = [&](const char*) -> std::uint32_t {
@@ -86,18 +86,18 @@ TEST(PassesMasks, TheFirstMaskThatHidesIsTheLastThatIsAsked) {
     ++patternQuestions;
     return false;
   };
-  EXPECT_FALSE(PassesMasks({"a", "b", 1}, "name", refuses, types));
+  EXPECT_FALSE(MaskRules(FileMasks{"a", "b", 1}).Pass("name", refuses, types));
   EXPECT_EQ(patternQuestions, 1);
-  EXPECT_FALSE(PassesMasks({nullptr, "*", 1}, "name", refuses, types));
+  EXPECT_FALSE(MaskRules(FileMasks{nullptr, "*", 1}).Pass("name", refuses, types));
   EXPECT_EQ(typeQuestions, 0);
-  EXPECT_FALSE(PassesMasks({nullptr, "b", 1}, "name", refuses, types));
+  EXPECT_FALSE(MaskRules(FileMasks{nullptr, "b", 1}).Pass("name", refuses, types));
   EXPECT_EQ(patternQuestions, 2);
   EXPECT_EQ(typeQuestions, 1);
-  EXPECT_TRUE(PassesMasks({nullptr, nullptr, 0}, "name", refuses, types));
+  EXPECT_TRUE(MaskRules(FileMasks{nullptr, nullptr, 0}).Pass("name", refuses, types));
   EXPECT_EQ(typeQuestions, 1) << "position 0 needs no type";
 }
 
-TEST(PassesMasks, PositionsKeepFilesOfTheirType) {
+TEST(MaskRules, PositionsKeepFilesOfTheirType) {
   const struct {
     unsigned position;
     const char* name;
@@ -113,7 +113,7 @@ TEST(PassesMasks, PositionsKeepFilesOfTheirType) {
   }
 }
 
-TEST(PassesMasks, APositionOutsideTheTableCountsAsShowAll) {
+TEST(MaskRules, APositionOutsideTheTableCountsAsShowAll) {
   for (const unsigned position : {12U, 0xFFFFU}) EXPECT_TRUE(Shows({nullptr, nullptr, position}, "readme"));
 }
 

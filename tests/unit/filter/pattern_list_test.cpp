@@ -18,7 +18,7 @@ using Calls = std::vector<std::pair<std::string, std::string>>;
 // The patterns that the matcher is asked with when it refuses every one.
 std::vector<std::string> AskedPatterns(const char* list) {
   std::vector<std::string> asked;
-  EXPECT_FALSE(MatchesPatternList(list, "name", [&](const char* pattern, const char*) {
+  EXPECT_FALSE(PatternList(list).Matches("name", [&](const char* pattern, const char*) {
     asked.emplace_back(pattern);
     return false;
   })) << list;
@@ -30,53 +30,72 @@ bool NeverAsked(const char*, const char*) {
   return false;
 }
 
-TEST(MatchesPatternList, TriesThePatternsBetweenTheCommas) {
+TEST(PatternList, TriesThePatternsBetweenTheCommas) {
   EXPECT_THAT(AskedPatterns("*.3ds,*.obj"), ElementsAre("*.3ds", "*.obj"));
   EXPECT_THAT(AskedPatterns(",,*.3ds,,*.obj"), ElementsAre("*.3ds", "*.obj"));
   EXPECT_THAT(AskedPatterns("*.3ds,"), ElementsAre("*.3ds"));
 }
 
-TEST(MatchesPatternList, StopsAtTheHistory) {
+TEST(PatternList, StopsAtTheHistory) {
   EXPECT_THAT(AskedPatterns("*.3ds|*.obj"), ElementsAre("*.3ds"));
   EXPECT_THAT(AskedPatterns("*.3ds,|*"), ElementsAre("*.3ds"));
   EXPECT_THAT(AskedPatterns("|*"), IsEmpty());
   EXPECT_THAT(AskedPatterns(",|*"), IsEmpty());
 }
 
-TEST(MatchesPatternList, HasNoPatternsWithoutText) {
+TEST(PatternList, HasNoPatternsWithoutText) {
   EXPECT_THAT(AskedPatterns(""), IsEmpty());
   EXPECT_THAT(AskedPatterns(",,,"), IsEmpty());
   EXPECT_THAT(AskedPatterns(nullptr), IsEmpty());
 }
 
-TEST(MatchesPatternList, BlanksAroundAPatternAreNoPartOfIt) {
+TEST(PatternList, BlanksAroundAPatternAreNoPartOfIt) {
   EXPECT_THAT(AskedPatterns(" *.3ds , \t*.obj,  ,a b "), ElementsAre("*.3ds", "*.obj", "a b"));
-  EXPECT_TRUE(MatchesPatternList(" * ", "name", NeverAsked));
+  EXPECT_TRUE(PatternList(" * ").Matches("name", NeverAsked));
 }
 
-TEST(MatchesPatternList, MatchesEverythingWithoutAskingForStarAndStarDotStar) {
-  EXPECT_TRUE(MatchesPatternList("*", "name", NeverAsked));
-  EXPECT_TRUE(MatchesPatternList("*.*", "name without a dot", NeverAsked));
-  EXPECT_TRUE(MatchesPatternList("*.*|a", "", NeverAsked));
+TEST(PatternList, MatchesEverythingWithoutAskingForStarAndStarDotStar) {
+  EXPECT_TRUE(PatternList("*").Matches("name", NeverAsked));
+  EXPECT_TRUE(PatternList("*.*").Matches("name without a dot", NeverAsked));
+  EXPECT_TRUE(PatternList("*.*|a").Matches("", NeverAsked));
   EXPECT_THAT(AskedPatterns("**,*.,*.*.*,.*"), ElementsAre("**", "*.", "*.*.*", ".*"));
 }
 
-TEST(MatchesPatternList, EndsWithTheFirstPatternThatMatches) {
+TEST(PatternList, EndsWithTheFirstPatternThatMatches) {
   Calls calls;
-  EXPECT_TRUE(MatchesPatternList("a,b,c", "Name.OBJ", [&](const char* pattern, const char* name) {
+  EXPECT_TRUE(PatternList("a,b,c").Matches("Name.OBJ", [&](const char* pattern, const char* name) {
     calls.emplace_back(pattern, name);
     return std::string(pattern) == "b";
   }));
   EXPECT_THAT(calls, ElementsAre(std::pair("a", "Name.OBJ"), std::pair("b", "Name.OBJ")));
 }
 
-TEST(MatchesPatternList, HandsOverPatternAndNameInTheirOwnCase) {
+TEST(PatternList, HandsOverPatternAndNameInTheirOwnCase) {
   EXPECT_THAT(AskedPatterns("*.3DS,Abc"), ElementsAre("*.3DS", "Abc"));
 }
 
-TEST(MatchesPatternList, PassesOverAPatternThatIsTooLong) {
+TEST(PatternList, PassesOverAPatternThatIsTooLong) {
   const std::string longest(kPatternSize - 1, 'x');
   EXPECT_THAT(AskedPatterns((longest + "," + longest + "y,b").c_str()), ElementsAre(longest, "b"));
+}
+
+TEST(PatternList, TakesOverAnotherListAndKeepsNothingOfTheLastOne) {
+  const auto equal = [](const char* pattern, const char* name) { return std::string(pattern) == name; };
+  PatternList list("a,b");
+  EXPECT_TRUE(list.Matches("b", equal));
+  std::string text = "c,d";
+  list.Assign(text.c_str());
+  EXPECT_FALSE(list.Matches("b", equal));
+  EXPECT_TRUE(list.Matches("d", equal));
+  text[2] = 'e';  // the same place in memory, another list
+  list.Assign(text.c_str());
+  EXPECT_FALSE(list.Matches("d", equal));
+  EXPECT_TRUE(list.Matches("e", equal));
+  list.Assign(nullptr);
+  EXPECT_FALSE(list.exists());
+  EXPECT_FALSE(list.Matches("e", equal));
+  list.Assign("");
+  EXPECT_TRUE(list.exists()) << "an empty list is one without patterns";
 }
 
 }  // namespace

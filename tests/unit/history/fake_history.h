@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "src/history/history_list.h"
+#include "src/history/history_store.h"
 
 namespace file_explorer {
 
@@ -91,7 +92,11 @@ class FakeFile final : public HistoryFile {
     return true;
   }
   void Remove() override { content.reset(); }
-  void RestoreBackup() override { content = std::exchange(backup, std::nullopt); }
+  bool RestoreBackup() override {
+    content = std::exchange(backup, std::nullopt);
+    return content.has_value();
+  }
+  void Forget() override {}
 
   std::string Text() const {
     std::string text;

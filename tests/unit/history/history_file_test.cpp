@@ -24,7 +24,7 @@ class HistoryFileTest : public testing::Test {
 TEST_F(HistoryFileTest, WritesTheFieldsOfEachEntryInOrder) {
   list.Add("C:\\A\\Model.3DS");
   list.Add("?D:\\gone\\b.obj");
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.Text(),
             "NumEntries=2\n"
             "m0=EA070B00010010000200050000000000"
@@ -42,7 +42,7 @@ TEST_F(HistoryFileTest, WritesTheFieldsOfEachEntryInOrder) {
 
 TEST_F(HistoryFileTest, ComesBackAsItWasSaved) {
   Fill(7);
-  list.Save(file);
+  WriteHistory(file, list.Values());
   HistoryList reloaded(platform);
   ASSERT_TRUE(reloaded.Load(file));
   ASSERT_EQ(reloaded.size(), 7u);
@@ -56,9 +56,9 @@ TEST_F(HistoryFileTest, ComesBackAsItWasSaved) {
 
 TEST_F(HistoryFileTest, AnEmptyListSavesItsCountAndLeavesTheBackup) {
   Fill(1);
-  list.Save(file);
+  WriteHistory(file, list.Values());
   list.Clear();
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.Text(), "NumEntries=0\n");
   ASSERT_TRUE(file.backup);
   EXPECT_EQ(file.backup->front().second, "1");
@@ -67,7 +67,7 @@ TEST_F(HistoryFileTest, AnEmptyListSavesItsCountAndLeavesTheBackup) {
 TEST_F(HistoryFileTest, SavesTheFirstFiftyOfTheCurrentOrder) {
   Fill(60);
   list.Sort(kSortByName);
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.ReadText("NumEntries"), "50");
   EXPECT_EQ(file.ReadText("d0"), "m100.obj");
   EXPECT_EQ(file.ReadText("d49"), "m149.obj");
@@ -78,12 +78,12 @@ TEST_F(HistoryFileTest, Deliberate_ANewPathBehindFiftyOthersIsNotSavedUntilTheLi
   Fill(50);
   list.Sort(kSortNewestFirst);
   list.Add("C:\\models\\new.obj");
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.Text().find("new.obj"), std::string::npos);
   platform.ticks = 59;
   list.Add("C:\\models\\new.obj");
   list.Sort(kSortNewestFirst);
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.ReadText("d0"), "new.obj");
 }
 
@@ -143,25 +143,25 @@ TEST_F(HistoryFileTest, AnUnknownItemIsLeftOutAndThePathStays) {
 // Every write of a save fails once: the previous file is always there again.
 TEST_F(HistoryFileTest, AFailedWritePutsThePreviousFileBack) {
   Fill(3);
-  list.Save(file);
+  WriteHistory(file, list.Values());
   const std::string before = file.Text();
   Fill(5);
   constexpr int kWrites = 1 + 5 * 4;
   for (int failing = 0; failing < kWrites; ++failing) {
     file.writesLeft = failing;
-    list.Save(file);
+    WriteHistory(file, list.Values());
     EXPECT_EQ(file.Text(), before) << "write " << failing;
     EXPECT_FALSE(file.backup);
   }
   file.writesLeft = kWrites;
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_EQ(file.ReadText("NumEntries"), "5");
 }
 
 TEST_F(HistoryFileTest, AFailedFirstSaveLeavesNoFile) {
   Fill(1);
   file.writesLeft = 2;
-  list.Save(file);
+  WriteHistory(file, list.Values());
   EXPECT_FALSE(file.content);
 }
 

@@ -10,7 +10,7 @@
 namespace file_explorer::preview {
 
 inline WorkBudget Plenty() {
-  return WorkBudget(std::chrono::seconds(100));
+  return WorkBudget(std::chrono::hours(1));
 }
 
 inline std::optional<Mesh> ReadWith(ModelReader reader, std::string_view file,

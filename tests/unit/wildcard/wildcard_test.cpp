@@ -253,6 +253,17 @@ TEST(MatchPattern, ThirtyStarsTakeNoMoreStepsThanTheNameHasCharactersAFewTimesOv
   EXPECT_LE(CountMatchSteps(pattern + "*", std::string(1024, 'a'), true), 4096U);
 }
 
+TEST(MatchPattern, OneStarTakesStepsProportionalToTheNameAlone) {
+  for (const std::size_t length : {64U, 256U, 1024U}) {
+    const std::string half(length / 2, 'a');
+    for (const std::string& pattern : {"*" + half + "?", "*" + half + "b", half + "*" + half + "[b]", "*?" + half}) {
+      for (const std::string& name : {std::string(length, 'a'), std::string(length, 'a') + "cc"}) {
+        EXPECT_LE(CountMatchSteps(pattern, name, true), 4 * (pattern.size() + name.size())) << pattern;
+      }
+    }
+  }
+}
+
 struct ValidityCase {
   const char* pattern;
   const char* reason;  // null: well formed

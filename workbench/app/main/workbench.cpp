@@ -7,6 +7,8 @@
 
 #include <cwchar>
 
+#include "base/files/emptied_file.h"
+#include "base/files/system_recovery_calls.h"
 #include "base/text/narrow_path.h"
 #include "workbench/app/main/format_viewers.h"
 #include "workbench/app/main/host_libraries.h"
@@ -47,6 +49,12 @@ std::optional<MainPlace> ParseMainPlace(const std::wstring& text) {
   return place;
 }
 
+// Each value that is set rewrites the whole profile in place: ended at that moment, the program leaves none.
+void RestoreEmptiedProfile(const std::wstring& path) {
+  base::SystemRecoveryCalls calls;
+  if (const auto narrow = base::NarrowPath(path)) base::RestoreEmptiedFile(*narrow, calls);
+}
+
 }  // namespace
 
 Workbench::Workbench(WorkbenchOptions options) : options_(std::move(options)) {
@@ -59,6 +67,7 @@ Workbench::Workbench(WorkbenchOptions options) : options_(std::move(options)) {
   if (!options_.folder.empty()) options_.folder = FullPathOf(options_.folder);
   if (options_.helpLocation.empty()) options_.helpLocation = ProgramFolder() + L"\\help";
   profilePath_ = base::NarrowPath(options_.profilePath).value_or(std::string());
+  RestoreEmptiedProfile(options_.profilePath);
   services_.SetRecording(options_.recordCalls);
   PrepareFolder();
   CreateParts();
@@ -182,8 +191,10 @@ bool Workbench::OpenDocument(const std::wstring& path) {
 }
 
 void Workbench::Pump() {
+  // On a busy machine a timer may be due again each time that it was dealt with.
+  constexpr int kMostMessages = 5000;
   MSG message = {};
-  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+  for (int i = 0; i < kMostMessages && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE); ++i) {
     if (isOpen() && main_->TranslateKeys(message)) continue;
     TranslateMessage(&message);
     DispatchMessageW(&message);

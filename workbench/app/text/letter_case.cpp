@@ -1,9 +1,12 @@
 #include "workbench/app/text/letter_case.h"
 
+#include <array>
+#include <cstddef>
+
 namespace workbench {
 namespace {
 
-// Capitals from first to last, every step-th one; each one's small letter lies distance behind it.
+// Capitals from first to last, every step-th one; each one's small letter follows at this distance.
 struct CapitalRange {
   char32_t first;
   char32_t last;
@@ -12,6 +15,7 @@ struct CapitalRange {
 };
 
 constexpr CapitalRange kCapitals[] = {
+    {0x0041, 0x005A, 1, 32},                           // ASCII
     {0x00C0, 0x00D6, 1, 32}, {0x00D8, 0x00DE, 1, 32},  // Latin-1
     {0x0100, 0x012E, 2, 1},  {0x0132, 0x0136, 2, 1},   // Latin extended
     {0x0139, 0x0147, 2, 1},  {0x014A, 0x0176, 2, 1},  {0x0179, 0x017D, 2, 1},
@@ -25,28 +29,43 @@ constexpr CapitalRange kCapitals[] = {
 constexpr char32_t kCapitalYDiaeresis = 0x0178;  // its small letter lies before it
 constexpr char32_t kSmallYDiaeresis = 0x00FF;
 
-constexpr bool Contains(const CapitalRange& range, char32_t capital) {
-  return capital >= range.first && capital <= range.last && (capital - range.first) % range.step == 0;
-}
+// All letters with a partner lie below.
+constexpr std::size_t kLetters = 0x530;
+using LetterTable = std::array<char16_t, kLetters>;
+
+struct LetterTables {
+  LetterTable lower = {};
+  LetterTable upper = {};
+
+  constexpr LetterTables() {
+    for (std::size_t letter = 0; letter < kLetters; ++letter) {
+      lower[letter] = upper[letter] = static_cast<char16_t>(letter);
+    }
+    for (const CapitalRange& range : kCapitals) {
+      for (char32_t capital = range.first; capital <= range.last; capital += range.step) {
+        Pair(capital, capital + range.distance);
+      }
+    }
+    Pair(kCapitalYDiaeresis, kSmallYDiaeresis);
+  }
+
+ private:
+  constexpr void Pair(char32_t capital, char32_t small) {
+    lower[capital] = static_cast<char16_t>(small);
+    upper[small] = static_cast<char16_t>(capital);
+  }
+};
+
+constexpr LetterTables kTables;
 
 }  // namespace
 
 char32_t ToLowerLetter(char32_t letter) {
-  if (letter < 0x80) return letter >= U'A' && letter <= U'Z' ? letter + 32 : letter;
-  if (letter == kCapitalYDiaeresis) return kSmallYDiaeresis;
-  for (const CapitalRange& range : kCapitals) {
-    if (Contains(range, letter)) return letter + range.distance;
-  }
-  return letter;
+  return letter < kLetters ? kTables.lower[letter] : letter;
 }
 
 char32_t ToUpperLetter(char32_t letter) {
-  if (letter < 0x80) return letter >= U'a' && letter <= U'z' ? letter - 32 : letter;
-  if (letter == kSmallYDiaeresis) return kCapitalYDiaeresis;
-  for (const CapitalRange& range : kCapitals) {
-    if (letter >= range.distance && Contains(range, letter - range.distance)) return letter - range.distance;
-  }
-  return letter;
+  return letter < kLetters ? kTables.upper[letter] : letter;
 }
 
 }  // namespace workbench

@@ -3,46 +3,12 @@
 #include <array>
 #include <cstddef>
 
+#include "base/text/byte_search.h"
 #include "workbench/app/text/letter_case.h"
+#include "workbench/app/text/pattern_syntax.h"
 
 namespace workbench {
 namespace {
-
-struct Character {
-  char32_t code = 0;
-  std::size_t length = 0;  // in bytes
-};
-
-// Bytes that belong to no well-formed sequence get codes above Unicode: they equal only themselves.
-constexpr char32_t kStrayByte = 0x110000;
-
-unsigned char ByteAt(std::string_view text, std::size_t at) {
-  return static_cast<unsigned char>(text[at]);
-}
-
-// The character that starts at `at` with a byte outside ASCII.
-Character DecodeLongAt(std::string_view text, std::size_t at) {
-  const unsigned char lead = ByteAt(text, at);
-  const Character stray = {kStrayByte + lead, 1};
-  const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-  if (lead < 0xC2 || lead > 0xF4 || text.size() - at < length) return stray;
-  char32_t code = lead & (0x7Fu >> length);
-  for (std::size_t i = 1; i < length; ++i) {
-    const unsigned char next = ByteAt(text, at + i);
-    if ((next & 0xC0) != 0x80) return stray;
-    code = (code << 6) | (next & 0x3Fu);
-  }
-  constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-  const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
-  if (code < kSmallest[length] || code > 0x10FFFF || surrogate) return stray;
-  return {code, length};
-}
-
-// The character that starts at `at`, which lies inside text.
-inline Character DecodeAt(std::string_view text, std::size_t at) {
-  const unsigned char lead = ByteAt(text, at);
-  return lead < 0x80 ? Character{lead, 1} : DecodeLongAt(text, at);
-}
 
 // What a byte is compared as: letters of ASCII in one case when case does not count. Other bytes stay
 // different from all of ASCII.
@@ -60,199 +26,206 @@ constexpr ByteFolding MakeFolding(bool ignoreCase) {
 constexpr ByteFolding kEachCase = MakeFolding(false);
 constexpr ByteFolding kEitherCase = MakeFolding(true);
 
-// True for bytes that stand for themselves in a pattern and are a character each, in whatever text.
-constexpr bool IsPlain(unsigned char byte) {
-  return byte < 0x80 && byte != '*' && byte != '?' && byte != '[' && byte != '\\';
+constexpr std::array<bool, 256> MakePlain() {
+  std::array<bool, 256> plain = {};
+  for (std::size_t byte = 0; byte < plain.size(); ++byte)
+    plain[byte] = IsPlain(static_cast<unsigned char>(byte));
+  return plain;
+}
+constexpr std::array<bool, 256> kPlain = MakePlain();
+
+// Counts the steps of a match, or does nothing.
+struct StepCounter {
+  std::size_t count = 0;
+  void Add(std::size_t steps) { count += steps; }
+};
+struct NoCounter {
+  void Add(std::size_t) {}
+};
+
+// Takes plain bytes off the end of both texts as long as they agree; false when two differ. A "]" may close a
+// set, so it ends this; a byte after a "\" is left to it. What is left is well formed when the whole was.
+template <typename Steps>
+bool TrimEnds(std::string_view* pattern, std::string_view* name, const ByteFolding& folding, Steps& steps) {
+  std::size_t left = pattern->size();
+  std::size_t nameLeft = name->size();
+  for (; left != 0; --left, --nameLeft) {
+    const unsigned char byte = ByteAt(*pattern, left - 1);
+    if (!kPlain[byte] || byte == ']') break;
+    steps.Add(1);
+    if (nameLeft == 0 || folding[byte] != folding[ByteAt(*name, nameLeft - 1)]) return false;
+  }
+  if (left != 0 && left != pattern->size() && (*pattern)[left - 1] == '\\') {
+    ++left;
+    ++nameLeft;
+  }
+  *pattern = pattern->substr(0, left);
+  *name = name->substr(0, nameLeft);
+  return true;
 }
 
-enum class Fault { kNone, kUnclosedSet, kEmptySet, kReversedRange, kTrailingBackslash };
+// Takes plain bytes off the beginning of both texts as long as they agree; false when two differ.
+template <typename Steps>
+bool TrimBeginnings(std::string_view* pattern, std::string_view* name, const ByteFolding& folding,
+                    Steps& steps) {
+  std::size_t at = 0;
+  for (; at < pattern->size() && kPlain[ByteAt(*pattern, at)]; ++at) {
+    steps.Add(1);
+    if (at == name->size() || folding[ByteAt(*pattern, at)] != folding[ByteAt(*name, at)]) return false;
+  }
+  pattern->remove_prefix(at);
+  name->remove_prefix(at);
+  return true;
+}
 
-// Reads the members of a set one after the other. Validation and matching both read through here, so that
-// they agree on every pattern.
-class SetReader {
+// Matches one pattern against one name. An ill-formed pattern matches nothing: a match reads every element of
+// the pattern, and each reading says when it meets a fault.
+template <typename Steps>
+class Matcher {
  public:
-  // `at` lies behind the "["; lastBracket is the place of the pattern's last "]", or npos.
-  SetReader(std::string_view pattern, std::size_t at, std::size_t lastBracket)
-      : pattern_(pattern), at_(at), lastBracket_(lastBracket) {
-    if (at_ < pattern_.size() && pattern_[at_] == '!') {
-      negated_ = true;
-      ++at_;
+  Matcher(std::string_view pattern, std::string_view name, bool ignoreCase, Steps& steps)
+      : pattern_(pattern),
+        name_(name),
+        ignoreCase_(ignoreCase),
+        folding_(ignoreCase ? kEitherCase : kEachCase),
+        steps_(steps) {}
+
+  // The elements up to the first "*" stand at the name's beginning, those after the last one at its end. What
+  // lies between two stars is taken where it is found first: whatever a later place would leave for the rest,
+  // the first one leaves too.
+  bool Run() {
+    std::size_t at = 0;
+    std::size_t nameAt = 0;
+    while (at < pattern_.size() && pattern_[at] != '*') {
+      if (nameAt == name_.size() || !TakesOne(&at, &nameAt)) return false;
+    }
+    if (at == pattern_.size()) return nameAt == name_.size();
+    for (;;) {
+      while (at < pattern_.size() && pattern_[at] == '*') ++at;
+      if (at == pattern_.size()) return true;
+      base::BytePattern start;
+      const bool isKnown = StartOf(at, &start);
+      std::size_t place = nameAt;
+      // Most names don't have even the beginning; then the rest of the pattern need not be read.
+      if (isKnown && !FindStart(start, &place)) return false;
+      Segment segment = {at, at, 0};
+      if (!Measure(&segment)) return false;
+      if (segment.end == pattern_.size()) return IsAtEnd(segment, nameAt);
+      if (!Find(segment, isKnown ? &start : nullptr, &place)) return false;
+      nameAt = place;
+      at = segment.end;
     }
   }
-
-  // The next member, as a range. False behind the last one or at a fault.
-  bool Next(char32_t* first, char32_t* last) {
-    if (at_ < pattern_.size() && pattern_[at_] == ']') {
-      if (!hasMembers_) return Fail(Fault::kEmptySet);
-      ++at_;
-      return false;
-    }
-    if (!ReadCharacter(first)) return false;
-    *last = *first;
-    hasMembers_ = true;
-    const bool range = at_ + 1 < pattern_.size() && pattern_[at_] == '-' && pattern_[at_ + 1] != ']';
-    if (!range) return true;
-    ++at_;
-    if (!ReadCharacter(last)) return false;
-    return *last >= *first || Fail(Fault::kReversedRange);
-  }
-
-  bool negated() const { return negated_; }
-  Fault fault() const { return fault_; }
-  std::size_t at() const { return at_; }  // behind the set once Next gave false without a fault
 
  private:
-  bool Fail(Fault fault) {
-    fault_ = fault;
+  // Elements without a star among them.
+  struct Segment {
+    std::size_t begin;
+    std::size_t end;
+    std::size_t characters;
+  };
+
+  // Goes to the next star or the pattern's end. False when an element is ill-formed.
+  bool Measure(Segment* segment) {
+    for (; segment->end < pattern_.size() && pattern_[segment->end] != '*'; ++segment->characters) {
+      const std::size_t start = segment->end;
+      if (kPlain[ByteAt(pattern_, segment->end)]) {
+        ++segment->end;
+      } else if (SkipElement(pattern_, &segment->end) != Fault::kNone) {
+        return false;
+      }
+      steps_.Add(segment->end - start);
+    }
+    return true;
+  }
+
+  // Whether the segment takes the name's last characters, of which none lies before nameAt.
+  bool IsAtEnd(const Segment& segment, std::size_t nameAt) {
+    std::size_t from = name_.size();
+    for (std::size_t i = 0; i < segment.characters; ++i) {
+      if (from == nameAt) return false;
+      from -= LengthBefore(name_, from);
+    }
+    steps_.Add(segment.characters);
+    return Takes(segment, &from);
+  }
+
+  // Moves *place, from which on the segment may stand, to after the first place where it does. start: what it
+  // begins with, found at *place; null when that is not known.
+  bool Find(const Segment& segment, const base::BytePattern* start, std::size_t* place) {
+    for (std::size_t from = *place; from < name_.size();) {
+      *place = from;
+      if (Takes(segment, place)) return true;
+      from += DecodeAt(name_, from).length;
+      if (start != nullptr && !FindStart(*start, &from)) return false;
+    }
     return false;
   }
 
-  bool ReadCharacter(char32_t* code) {
-    if (at_ < pattern_.size() && pattern_[at_] == '\\') {
-      const bool closesSet = at_ + 1 == lastBracket_;
-      if (!closesSet) ++at_;
-    }
-    if (at_ >= pattern_.size()) return Fail(Fault::kUnclosedSet);
-    const Character character = DecodeAt(pattern_, at_);
-    *code = character.code;
-    at_ += character.length;
-    return true;
+  bool FindStart(const base::BytePattern& start, std::size_t* place) {
+    const std::size_t found = base::FindBytes(name_, *place, start);
+    const bool exists = found != std::string_view::npos;
+    steps_.Add((exists ? found : name_.size()) - *place);
+    *place = found;
+    return exists;
   }
 
-  std::string_view pattern_;
-  std::size_t at_;
-  std::size_t lastBracket_;
-  bool negated_ = false;
-  bool hasMembers_ = false;
-  Fault fault_ = Fault::kNone;
-};
-
-// A pattern, looked over once.
-struct Pattern {
-  std::string_view text;
-  Fault fault = Fault::kNone;
-  std::size_t lastBracket = std::string_view::npos;  // place of the last "]"; known where there is a set
-  std::size_t plainEnd = 0;                          // from here on all bytes are plain
-};
-
-Pattern LookOver(std::string_view text) {
-  Pattern pattern = {text};
-  for (std::size_t at = 0; at < text.size();) {
-    if (IsPlain(ByteAt(text, at))) {
-      ++at;
-      continue;
-    }
-    if (text[at] == '[') {
-      if (pattern.lastBracket == std::string_view::npos) pattern.lastBracket = text.rfind(']');
-      SetReader set(text, at + 1, pattern.lastBracket);
-      char32_t first = 0;
-      char32_t last = 0;
-      while (set.Next(&first, &last)) {
-      }
-      pattern.fault = set.fault();
-      at = set.at();
-    } else if (text[at] == '\\') {
-      if (at + 1 == text.size()) pattern.fault = Fault::kTrailingBackslash;
-      at += 2;  // what follows of a longer character is not plain either and has no faults
+  // The bytes with which all that the segment at `at` takes begins, where it begins with a character. A byte
+  // of no sequence has none: it could be found inside one.
+  bool StartOf(std::size_t at, base::BytePattern* start) const {
+    const unsigned char element = ByteAt(pattern_, at);
+    if (element == '?' || element == '[') return false;
+    if (element == '\\' && ++at == pattern_.size()) return false;
+    const Character character = DecodeAt(pattern_, at);
+    if (character.code >= kStrayByte) return false;
+    if (character.length == 1) {
+      SetEither(ByteAt(pattern_, at), start->first);
+      start->hasSecond = at + 1 < pattern_.size() && kPlain[ByteAt(pattern_, at + 1)];
+      if (start->hasSecond) SetEither(ByteAt(pattern_, at + 1), start->second);
     } else {
-      ++at;
-    }
-    if (pattern.fault != Fault::kNone) return pattern;
-    pattern.plainEnd = at;
-  }
-  return pattern;
-}
-
-const char* Reason(Fault fault) {
-  switch (fault) {
-    case Fault::kUnclosedSet:
-      return "a \"[\" has no closing \"]\"";
-    case Fault::kEmptySet:
-      return "a set has nothing between \"[\" and \"]\"";
-    case Fault::kReversedRange:
-      return "a range ends before it begins, as in \"[z-a]\"";
-    case Fault::kTrailingBackslash:
-      return "a \"\\\" at the end has no character behind it";
-    case Fault::kNone:
-      break;
-  }
-  return "";
-}
-
-// Matches one well-formed pattern against one name.
-class Matcher {
- public:
-  Matcher(const Pattern& pattern, std::string_view name, bool ignoreCase)
-      : pattern_(pattern.text),
-        name_(name),
-        lastBracket_(pattern.lastBracket),
-        plainEnd_(pattern.plainEnd),
-        ignoreCase_(ignoreCase),
-        folding_(ignoreCase ? kEitherCase : kEachCase) {}
-
-  // On a mismatch only the last "*" takes one character more: what an earlier one could still take, the last
-  // one can take too. So no position of the pattern meets a position of the name more than once.
-  bool Run() {
-    constexpr std::size_t kNoStar = std::string_view::npos;
-    std::size_t at = 0;
-    std::size_t nameAt = 0;
-    std::size_t behindStar = kNoStar;
-    std::size_t starTakesTo = 0;
-    for (;;) {
-      ++steps_;
-      if (at < pattern_.size() && pattern_[at] == '*') {
-        behindStar = ++at;
-        // Behind the last "*" the name only has to end like the pattern.
-        if (at >= plainEnd_) return EndsPlainly(at, nameAt);
-        nameAt = starTakesTo = NextCandidate(behindStar, nameAt);
-        continue;
-      }
-      if (nameAt == name_.size()) return at == pattern_.size();
-      if (at < pattern_.size() && TakesOne(&at, &nameAt)) continue;
-      if (behindStar == kNoStar) return false;
-      starTakesTo = NextCandidate(behindStar, starTakesTo + DecodeAt(name_, starTakesTo).length);
-      nameAt = starTakesTo;
-      at = behindStar;
-    }
-  }
-
-  std::size_t steps() const { return steps_; }
-
- private:
-  bool SameByte(unsigned char first, unsigned char second) const {
-    return folding_[first] == folding_[second];
-  }
-
-  // True when the name, from nameAt, ends with the pattern from `at`, which is plain to its end. A plain byte
-  // is never a part of a longer character, so bytes can be compared.
-  bool EndsPlainly(std::size_t at, std::size_t nameAt) const {
-    const std::size_t length = pattern_.size() - at;
-    if (name_.size() - nameAt < length) return false;
-    const std::size_t from = name_.size() - length;
-    for (std::size_t i = 0; i < length; ++i) {
-      ++steps_;
-      if (!SameByte(ByteAt(pattern_, at + i), ByteAt(name_, from + i))) return false;
+      SetLong(pattern_.substr(at), character.code, start);
     }
     return true;
   }
 
-  // Where the name may go on behind a "*" which is followed by the element at `at`: for a plain byte its next
-  // place, or the name's end.
-  std::size_t NextCandidate(std::size_t at, std::size_t nameAt) const {
-    const unsigned char wanted = ByteAt(pattern_, at);
-    if (!IsPlain(wanted)) return nameAt;
-    const std::size_t from = nameAt;
-    while (nameAt < name_.size() && !SameByte(ByteAt(name_, nameAt), wanted)) ++nameAt;
-    steps_ += nameAt - from;
-    return nameAt;
+  void SetEither(unsigned char byte, unsigned char (&either)[2]) const {
+    const unsigned char lower = folding_[byte];
+    either[0] = lower;
+    either[1] = ignoreCase_ && lower >= 'a' && lower <= 'z' ? static_cast<unsigned char>(lower - 32) : lower;
+  }
+
+  // The first two bytes of a longer character. Letters that have two cases outside ASCII take two bytes in
+  // both.
+  void SetLong(std::string_view bytes, char32_t code, base::BytePattern* start) const {
+    start->hasSecond = true;
+    for (std::size_t i = 0; i < 2; ++i) {
+      start->first[i] = ByteAt(bytes, 0);
+      start->second[i] = ByteAt(bytes, 1);
+    }
+    const char32_t other = ToLowerLetter(code) != code ? ToLowerLetter(code) : ToUpperLetter(code);
+    if (!ignoreCase_ || other == code) return;
+    start->first[1] = static_cast<unsigned char>(0xC0 | other >> 6);
+    start->second[1] = static_cast<unsigned char>(0x80 | (other & 0x3F));
+  }
+
+  // True when the segment takes the characters from *nameAt on; *nameAt then lies after them.
+  bool Takes(const Segment& segment, std::size_t* nameAt) {
+    std::size_t at = segment.begin;
+    std::size_t nameEnd = *nameAt;
+    while (at < segment.end) {
+      if (nameEnd == name_.size() || !TakesOne(&at, &nameEnd)) return false;
+    }
+    *nameAt = nameEnd;
+    return true;
   }
 
   // True when the element at *at, which is no "*", takes the name's character at *nameAt; both then lie
-  // behind it.
-  bool TakesOne(std::size_t* at, std::size_t* nameAt) const {
+  // after it.
+  bool TakesOne(std::size_t* at, std::size_t* nameAt) {
+    steps_.Add(1);
     const unsigned char element = ByteAt(pattern_, *at);
-    if (IsPlain(element)) {
-      if (!SameByte(element, ByteAt(name_, *nameAt))) return false;
+    if (kPlain[element]) {
+      if (folding_[element] != folding_[ByteAt(name_, *nameAt)]) return false;
       ++*at;
       ++*nameAt;
       return true;
@@ -263,21 +236,17 @@ class Matcher {
     return true;
   }
 
-  bool ElementTakes(unsigned char element, std::size_t* at, char32_t code) const {
-    switch (element) {
-      case '?':
-        ++*at;
-        return true;
-      case '[':
-        return SetTakes(at, code);
-      case '\\':
-        return LiteralTakes(*at + 1, at, code);
-      default:
-        return LiteralTakes(*at, at, code);
+  bool ElementTakes(unsigned char element, std::size_t* at, char32_t code) {
+    if (element == '?') {
+      ++*at;
+      return true;
     }
+    if (element == '[') return SetTakes(at, code);
+    return LiteralTakes(*at + (element == '\\' ? 1 : 0), at, code);
   }
 
   bool LiteralTakes(std::size_t literalAt, std::size_t* at, char32_t code) const {
+    if (literalAt == pattern_.size()) return false;
     const Character literal = DecodeAt(pattern_, literalAt);
     const bool equal =
         literal.code == code || (ignoreCase_ && ToLowerLetter(literal.code) == ToLowerLetter(code));
@@ -285,68 +254,72 @@ class Matcher {
     return equal;
   }
 
-  bool SetTakes(std::size_t* at, char32_t code) const {
+  bool SetTakes(std::size_t* at, char32_t code) {
     const char32_t lower = ignoreCase_ ? ToLowerLetter(code) : code;
     const char32_t upper = ignoreCase_ ? ToUpperLetter(code) : code;
-    SetReader set(pattern_, *at + 1, lastBracket_);
+    SetReader set(pattern_, *at + 1);
     bool contains = false;
     char32_t first = 0;
     char32_t last = 0;
     while (set.Next(&first, &last)) {
-      ++steps_;
+      steps_.Add(1);
       const auto lies = [&](char32_t value) { return value >= first && value <= last; };
       contains = contains || lies(code) || lies(lower) || lies(upper);
     }
-    if (contains == set.negated()) return false;
+    if (contains == set.negated() || set.fault() != Fault::kNone) return false;
     *at = set.at();
     return true;
   }
 
   const std::string_view pattern_;
   const std::string_view name_;
-  const std::size_t lastBracket_;
-  const std::size_t plainEnd_;
   const bool ignoreCase_;
   const ByteFolding& folding_;
-  mutable std::size_t steps_ = 0;
+  Steps& steps_;
 };
 
-// Plain bytes at the beginning tell most names apart, and have no faults: the rest of the pattern is looked
-// at only where they agree.
-bool Match(std::string_view pattern, std::string_view name, bool ignoreCase, std::size_t* steps) {
+// Plain bytes at the ends tell most names apart, and have no faults: the rest of the pattern is looked at
+// only where they agree.
+template <typename Steps>
+bool Match(std::string_view pattern, std::string_view name, bool ignoreCase, Steps& steps) {
   const ByteFolding& folding = ignoreCase ? kEitherCase : kEachCase;
-  while (!pattern.empty() && IsPlain(ByteAt(pattern, 0))) {
-    ++*steps;
-    if (name.empty() || folding[ByteAt(pattern, 0)] != folding[ByteAt(name, 0)]) return false;
-    pattern.remove_prefix(1);
-    name.remove_prefix(1);
-  }
-  const Pattern seen = LookOver(pattern);
-  if (seen.fault != Fault::kNone) return false;
-  Matcher matcher(seen, name, ignoreCase);
-  const bool matches = matcher.Run();
-  *steps += matcher.steps();
-  return matches;
+  if (!TrimEnds(&pattern, &name, folding, steps)) return false;
+  if (!TrimBeginnings(&pattern, &name, folding, steps)) return false;
+  if (pattern.empty()) return name.empty();
+  if (pattern == "*") return true;
+  return Matcher<Steps>(pattern, name, ignoreCase, steps).Run();
 }
+
+struct FaultReason {
+  Fault fault;
+  const char* reason;
+};
+constexpr FaultReason kReasons[] = {
+    {Fault::kUnclosedSet, "a \"[\" has no closing \"]\""},
+    {Fault::kEmptySet, "a set has nothing between \"[\" and \"]\""},
+    {Fault::kReversedRange, "a range ends before it begins, as in \"[z-a]\""},
+    {Fault::kTrailingBackslash, "a \"\\\" at the end has no character behind it"},
+};
 
 }  // namespace
 
 bool ValidatePattern(std::string_view pattern, std::string* reason) {
-  const Fault fault = LookOver(pattern).fault;
-  if (fault == Fault::kNone) return true;
-  if (reason != nullptr) *reason = Reason(fault);
-  return false;
+  const Fault fault = FaultOf(pattern);
+  for (const FaultReason& known : kReasons) {
+    if (known.fault == fault && reason != nullptr) *reason = known.reason;
+  }
+  return fault == Fault::kNone;
 }
 
 bool MatchPattern(std::string_view pattern, std::string_view name, bool ignoreCase) {
-  std::size_t steps = 0;
-  return Match(pattern, name, ignoreCase, &steps);
+  NoCounter steps;
+  return Match(pattern, name, ignoreCase, steps);
 }
 
 std::size_t CountMatchSteps(std::string_view pattern, std::string_view name, bool ignoreCase) {
-  std::size_t steps = 0;
-  Match(pattern, name, ignoreCase, &steps);
-  return steps;
+  StepCounter steps;
+  Match(pattern, name, ignoreCase, steps);
+  return steps.count;
 }
 
 }  // namespace workbench

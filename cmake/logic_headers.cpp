@@ -1,0 +1,1 @@
+// Carries the headers that the code without windows shares; see Targets.cmake.
