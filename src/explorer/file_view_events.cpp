@@ -44,7 +44,8 @@ bool MasksHide(const ExplorerWindow& window, const char* path) {
   const ExplorerSettings& settings = state.settings;
   const FileMasks masks = {settings.fileInclusionList.get(), settings.fileExclusionList.get(),
                            settings.fileExtensionFilteringMethod};
-  return path != nullptr && !state.fileFilter.ShouldShowFile(state.services, masks, NameOfPath(path));
+  constexpr auto isLeadByte = [](unsigned char byte) { return IsDBCSLeadByte(byte) != FALSE; };
+  return path != nullptr && !state.fileFilter.ShouldShowFile(state.services, masks, NameOfPath(path, isLeadByte));
 }
 
 // The default action of an item that is about to be shown leaves it out of the view.
