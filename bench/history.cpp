@@ -129,6 +129,7 @@ class MemoryFile final : public HistorySource {
 class NoShell final : public HistoryPlatform {
  public:
   ItemId ParseItem(const std::string& name) override { return ItemId(name.begin(), name.end()); }
+  bool MayHang(const std::string&) override { return false; }
   std::string ParsingName(const ItemId& item) override { return std::string(item.begin(), item.end()); }
   std::string BaseName(const std::string& path) override { return path.substr(path.rfind('\\') + 1); }
   HistoryTime Now() override { return TimeOf(1); }

@@ -21,6 +21,8 @@ wine_env_for() {
   # What is deleted to the recycle bin lands in the prefix, not in the user's own bin.
   export XDG_DATA_HOME="$WINEPREFIX/xdg-data"
   [ -f "$WINEPREFIX/.ready-2" ] || make_wine_prefix || return 1
+  # Wine has a bin only where this folder exists.
+  mkdir -p "$XDG_DATA_HOME"
   # The server stays for a minute after its last program, so that the next one starts at once.
   "$WINESERVER" -p60 </dev/null >/dev/null 2>&1 || true
 }

@@ -13,6 +13,8 @@ void AddToFavorites(ExplorerState& state, bool fromFolderTree, const std::string
   if (!turn || !state.favoritesPane) return;
   ShellControlHost* const fileView = state.explorerWindow ? state.explorerWindow->fileView() : nullptr;
   ShellControlHost* const folderView = state.folderViewHost.get();
+  const base::Hold holdFileView(fileView);
+  const base::Hold holdFolderView(folderView);
   AddFavoriteSources sources;
   sources.explicitPath = explicitPath;
   sources.fromFolderTree = fromFolderTree;

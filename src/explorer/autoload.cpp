@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "base/flow/steps.h"
 #include "base/text/code_page.h"
 #include "src/explorer/explorer_state.h"
 #include "src/framework/unique_handle.h"
@@ -50,8 +51,13 @@ void AutoloadFile(HWND hostWindow, const char* path) {
 }
 
 void LoadFile(ExplorerState& state, const char* path) {
-  if (state.historyView) state.historyView->AddPathToHistory(path);
-  AutoloadFile(state.MainWindow(), path);
+  // A path that can't be remembered is loaded all the same.
+  base::IndependentSteps steps;
+  steps.Run([&] {
+    if (state.historyView) state.historyView->AddPathToHistory(path);
+  });
+  steps.Run([&] { AutoloadFile(state.MainWindow(), path); });
+  steps.Finish();
 }
 
 }  // namespace file_explorer

@@ -14,6 +14,7 @@ constexpr ToolbarButton kCommandToolbar[] = {
     kSeparator,
     {0, kCommandUpOneLevel},
     kSeparator,
+    kSeparator,
     {2, kCommandRefresh},
     {3, kCommandHomeDirectory},
     {35, kCommandGoToMenu, ButtonStyle::WholeDropDown},

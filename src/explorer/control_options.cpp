@@ -1,5 +1,6 @@
 #include "src/explorer/control_options.h"
 
+#include "base/flow/steps.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/file_view_events.h"
@@ -35,10 +36,14 @@ void ApplyViewOptions(ExplorerState& state) {
   options.fileViewShowFolders = settings.fileViewShowsFolders;
   options.fileViewAllowDragAndDrop = settings.fileViewAllowsDragAndDrop;
   options.fileViewShowGridLines = settings.fileViewShowsGridLines;
-  ApplyControlOptions(state.folderViewHost.get(),
-                      state.explorerWindow ? state.explorerWindow->fileView() : nullptr, options);
-  OfferViewOptions(state);
+  base::IndependentSteps steps;
+  steps.Run([&] {
+    ApplyControlOptions(state.folderViewHost.get(),
+                        state.explorerWindow ? state.explorerWindow->fileView() : nullptr, options);
+  });
+  steps.Run([&] { OfferViewOptions(state); });
   PushCategoryColorsToHost(settings.colors);
+  steps.Finish();
 }
 
 void SetFolderViewCallback(ExplorerState& state) {

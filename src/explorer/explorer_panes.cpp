@@ -10,6 +10,7 @@
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/file_view_events.h"
 #include "src/explorer/layout.h"
+#include "src/explorer/start_directory.h"
 #include "src/explorer/toolbar_builder.h"
 #include "src/explorer/toolbar_keys.h"
 #include "src/framework/com/com_error_text.h"
@@ -54,6 +55,10 @@ bool ExplorerWindow::BuildFilePane() {
     comboView_ = CreateComboViewHost(window_.get());
     if (!comboView_) return false;
     fileView_ = CreateFileViewHost(window_.get(), PropertyList(), this, &DispatchFileViewEvent);
+    if (isTakenDown_) {  // by the host, while a control was being made
+      DestroyFilePane();
+      return false;
+    }
     itemColors_.Attach(ListWindow());
     listTab_.Attach(ListWindow(), window_.get());
     if (folderView_ != nullptr) SetFolderViewHost(folderView_);
@@ -124,6 +129,7 @@ void ExplorerWindow::ResynchronisePanes() {
   RECT client = {};
   GetClientRect(window_.get(), &client);
   Relayout(client.right, client.bottom);
+  JoinSelectorArea(state_);
 }
 
 void ExplorerWindow::BringForward() {

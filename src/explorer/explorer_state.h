@@ -55,12 +55,12 @@ struct ExplorerState {
   FileFilter fileFilter;  // of the file view; follows the masks of the settings
   unique_pidl startDirectory;
 
-  std::unique_ptr<ExplorerWindow> explorerWindow;
-  std::unique_ptr<CHistoryView> historyView;
+  base::held_ptr<ExplorerWindow> explorerWindow;
+  base::held_ptr<CHistoryView> historyView;
   std::unique_ptr<FavoritesPane> favoritesPane;
   SelectorToolbars toolbars;
   unique_himagelist selectorImages;
-  std::unique_ptr<ShellControlHost> folderViewHost;
+  ShellControlPtr folderViewHost;
   ViewTabKey folderTreeTab{static_cast<UINT>(TVN_KEYDOWN)};
   SelectorView currentView = SelectorView::Folders;
   MenuItems fileViewMenu;  // the explorer's items in the context menus, each control's for itself
@@ -68,6 +68,7 @@ struct ExplorerState {
   ShellOperations shellOperations;  // with the destination chosen last, whatever instance it was chosen in
   bool startDirectoryApplied = false;
   bool shellUnusable = false;  // the folder tree could not be made
+  bool isMakingSelectorArea = false;  // while controls are made, and dispatch messages, it is not made a second time
 
   // The host's main window and profile, asked afresh each time.
   HWND MainWindow() const;

@@ -5,6 +5,11 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include <exception>
+#include <utility>
+
+#include "base/text/code_page.h"
+#include "base/window/high_contrast.h"
 #include "src/explorer/command_tables.h"
 #include "src/explorer/explorer_commands.h"
 #include "src/explorer/explorer_state.h"
@@ -12,6 +17,7 @@
 #include "src/explorer/pattern_help.h"
 #include "src/explorer/toolbar_builder.h"
 #include "src/explorer/toolbar_states.h"
+#include "src/explorer/tooltip_request.h"
 #include "src/framework/module_context.h"
 #include "src/host/plugin_protocol.h"
 #include "src/settings/directory_links.h"
@@ -39,10 +45,18 @@ ExplorerWindow::ExplorerWindow(ExplorerState& state, LPCITEMIDLIST startDirector
   RegisterWindowClass(state.instance);
 }
 
-ExplorerWindow::~ExplorerWindow() {
-  // The mode is kept also when it did not change, and before the windows go.
-  state_.store.WriteNumber(kDisplayModeKey, displayMode_);
+ExplorerWindow::~ExplorerWindow() { TakeDown(); }
+
+void ExplorerWindow::TakeDown() noexcept {
+  if (std::exchange(isTakenDown_, true)) return;
+  try {
+    // The mode is kept also when it did not change, and before the windows go.
+    state_.store.WriteNumber(kDisplayModeKey, displayMode_);
+  } catch (const std::exception&) {
+    // The profile keeps the mode before; the windows go all the same.
+  }
   messageHook_ = nullptr;
+  fileViewEventHook_ = nullptr;
   // The controls go before the window that contains them.
   DestroyFilePane();
   patternBox_.Destroy();
@@ -124,6 +138,7 @@ LRESULT CALLBACK ExplorerWindow::WindowProcedure(HWND window, UINT message, WPAR
   auto* object = reinterpret_cast<ExplorerWindow*>(GetWindowLongPtrA(window, GWLP_USERDATA));
   if (object == nullptr) object = pendingWindow;
   if (object == nullptr) return DefWindowProcA(window, message, wParam, lParam);
+  const base::Hold hold(object);
   try {
     const ModuleContext context;
     return object->Dispatch(window, message, wParam, lParam);
@@ -162,6 +177,7 @@ std::span<const ExplorerWindow::MessageHandler> ExplorerWindow::MessageHandlers(
       {kMessageFileTypesChanged, &ExplorerWindow::OnIgnored},  // the hook's, when there is one
       {kMessageReserved, &ExplorerWindow::OnIgnored},
       {WM_NOTIFY, &ExplorerWindow::OnNotify},
+      {WM_NOTIFYFORMAT, &ExplorerWindow::OnNotifyFormat},
       {WM_CREATE, &ExplorerWindow::OnCreate},
       {WM_SIZE, &ExplorerWindow::OnSize},
       {WM_ERASEBKGND, &ExplorerWindow::OnEraseBackground},
@@ -169,6 +185,8 @@ std::span<const ExplorerWindow::MessageHandler> ExplorerWindow::MessageHandlers(
       {WM_SETFOCUS, &ExplorerWindow::OnSetFocus},
       {WM_NEXTDLGCTL, &ExplorerWindow::OnNextControl},
       {WM_CLIPBOARDUPDATE, &ExplorerWindow::OnClipboardUpdate},
+      {WM_SYSCOLORCHANGE, &ExplorerWindow::OnColorChange},
+      {WM_SETTINGCHANGE, &ExplorerWindow::OnSettingChange},
       {WM_DESTROY, &ExplorerWindow::OnDestroy},
       {WM_NCDESTROY, &ExplorerWindow::OnEndOfWindow},
   };
@@ -223,17 +241,19 @@ LRESULT ExplorerWindow::OnSystemCommand(HWND window, WPARAM wParam, LPARAM lPara
 }
 
 LRESULT ExplorerWindow::OnNotify(HWND, WPARAM, LPARAM lParam) {
-  auto* const header = reinterpret_cast<NMHDR*>(lParam);
-  if (header->code != TTN_GETDISPINFOA) return 0;
-  auto* const request = reinterpret_cast<NMTTDISPINFOA*>(lParam);
-  const bool forEdit = (request->uFlags & TTF_IDISHWND) != 0 && patternBox_.edit() != nullptr &&
-                       request->hdr.idFrom == reinterpret_cast<UINT_PTR>(patternBox_.edit());
-  if (forEdit) {
-    AnswerTooltipRequest(request, kPatternHelpText);
+  auto& header = *reinterpret_cast<NMHDR*>(lParam);
+  if (!IsTooltipRequest(header)) return 0;
+  if (AsksForToolOf(header, patternBox_.edit())) {
+    AnswerTooltipRequest(header, base::WideFromNarrow(kPatternHelpText));
   } else {
-    AnswerTooltipRequest(state_.instance, request);
+    AnswerTooltipRequest(state_.instance, header);
   }
   return 0;
+}
+
+// Somebody may have made a wide window of it by replacing its procedure; its controls speak with the module all the same.
+LRESULT ExplorerWindow::OnNotifyFormat(HWND window, WPARAM wParam, LPARAM lParam) {
+  return lParam == NF_QUERY ? NFR_ANSI : DefWindowProcA(window, WM_NOTIFYFORMAT, wParam, lParam);
 }
 
 LRESULT ExplorerWindow::OnCreate(HWND window, WPARAM, LPARAM) {
@@ -257,7 +277,7 @@ LRESULT ExplorerWindow::OnEraseBackground(HWND window, WPARAM wParam, LPARAM) {
   client.top = toolbarHeight;
   const HFONT font = reinterpret_cast<HFONT>(SendMessageA(toolbar_, WM_GETFONT, 0, 0));
   const HGDIOBJ oldFont = font != nullptr ? SelectObject(dc, font) : nullptr;
-  const COLORREF oldColor = SetTextColor(dc, RGB(0, 0, 0));
+  const COLORREF oldColor = SetTextColor(dc, base::ContrastColor(RGB(0, 0, 0), COLOR_WINDOWTEXT));
   const int oldMode = SetBkMode(dc, TRANSPARENT);
   DrawTextW(dc, kInitialText, -1, &client, DT_SINGLELINE | DT_CENTER | DT_VCENTER);
   SetBkMode(dc, oldMode);
@@ -270,6 +290,18 @@ LRESULT ExplorerWindow::OnEraseBackground(HWND window, WPARAM wParam, LPARAM) {
 LRESULT ExplorerWindow::OnClipboardUpdate(HWND, WPARAM, LPARAM) {
   RefreshToolbarStates(*this);
   return 0;
+}
+
+// The toolbar and the list want to be told by the window around them.
+LRESULT ExplorerWindow::OnColorChange(HWND window, WPARAM wParam, LPARAM lParam) {
+  base::PassOnColorChange(window, WM_SYSCOLORCHANGE, wParam, lParam);
+  return 0;
+}
+
+// High contrast comes and goes with its setting, the colours with a message of their own.
+LRESULT ExplorerWindow::OnSettingChange(HWND window, WPARAM wParam, LPARAM lParam) {
+  if (wParam == SPI_SETHIGHCONTRAST) return OnColorChange(window, 0, 0);
+  return DefWindowProcA(window, WM_SETTINGCHANGE, wParam, lParam);
 }
 
 // Somebody else destroys the window: what lives in it goes while its windows still stand.

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 
+#include "base/handles/held.h"
 #include "src/framework/command_ids.h"
 #include "src/explorer/group_sort.h"
 #include "src/explorer/item_colors.h"
@@ -19,7 +20,8 @@ namespace file_explorer {
 
 struct ExplorerState;
 
-class ExplorerWindow {
+// Functions that call a control or the host may find the window taken down when the call comes back; see base::Holdable.
+class ExplorerWindow : public base::Holdable {
  public:
   // Consulted first for every message; sets *handled when its result is the answer.
   using MessageHook = LRESULT (*)(ExplorerWindow& window, UINT message, WPARAM wParam, LPARAM lParam, bool* handled);
@@ -43,10 +45,9 @@ class ExplorerWindow {
   // state outlives the window. startDirectory is copied. The first construction in the process registers the window
   // class; it stays registered until UnregisterWindowClass.
   ExplorerWindow(ExplorerState& state, LPCITEMIDLIST startDirectory);
-  // Saves the display mode, then destroys the shell controls and the window.
   ~ExplorerWindow();
-  ExplorerWindow(const ExplorerWindow&) = delete;
-  ExplorerWindow& operator=(const ExplorerWindow&) = delete;
+  // Saves the display mode, then destroys the shell controls and the window. Once.
+  void TakeDown() noexcept;
 
   static void UnregisterWindowClass(HINSTANCE instance);
 
@@ -101,12 +102,15 @@ class ExplorerWindow {
   LRESULT OnSystemCommand(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnIgnored(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnNotify(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnNotifyFormat(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnCreate(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnSize(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnEraseBackground(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnSetFocus(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnNextControl(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnClipboardUpdate(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnColorChange(HWND window, WPARAM wParam, LPARAM lParam);
+  LRESULT OnSettingChange(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnDestroy(HWND window, WPARAM wParam, LPARAM lParam);
   LRESULT OnEndOfWindow(HWND window, WPARAM wParam, LPARAM lParam);
   bool BuildFilePane();
@@ -125,6 +129,7 @@ class ExplorerWindow {
   std::string panelGuid_;
   bool suppressHostMessages_ = false;  // while the host shows the window for the first time
   bool filePaneTried_ = false;
+  bool isTakenDown_ = false;
   MessageHook messageHook_ = nullptr;
   FileViewEventHook fileViewEventHook_ = nullptr;
   ShellControlHost* folderView_ = nullptr;  // the selector area's
@@ -132,8 +137,8 @@ class ExplorerWindow {
   unique_hwnd window_;
   HWND toolbar_ = nullptr;  // a child of the window
   PatternBox patternBox_;
-  std::unique_ptr<ShellControlHost> comboView_;
-  std::unique_ptr<ShellControlHost> fileView_;
+  ShellControlPtr comboView_;
+  ShellControlPtr fileView_;
   GroupSort groupSort_;
   ItemColors itemColors_;
   ViewTabKey listTab_{static_cast<UINT>(LVN_KEYDOWN)};

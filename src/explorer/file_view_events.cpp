@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "base/flow/steps.h"
 #include "src/explorer/autoload.h"
 #include "src/explorer/context_menu_events.h"
 #include "src/explorer/directory_path.h"
@@ -71,13 +72,21 @@ std::int64_t OnDoubleClicked(const Event& event, bool* handled) {
   return 1;  // the control must not open the file as well
 }
 
+// The next run starts in this folder.
+void SaveCurrentFolder(const ExplorerWindow& window) {
+  const unique_pidl folder = ClonePidl(GetCurrentFolder(window.fileView()));
+  if (folder) WriteShellLink(UserFilePath(window.state().MainWindow(), kCurrentDirectoryLink), folder.get());
+}
+
 std::int64_t OnFolderChanged(const Event& event, bool*) {
   ExplorerWindow& window = event.window;
   ExplorerState& state = window.state();
-  window.ResynchronisePanes();
-  RefreshUpButtons(state);
-  const PCIDLIST_ABSOLUTE folder = GetCurrentFolder(window.fileView());
-  if (folder != nullptr) WriteShellLink(UserFilePath(state.MainWindow(), kCurrentDirectoryLink), folder);
+  // A control that fails in one of them loses none of the others.
+  base::IndependentSteps steps;
+  steps.Run([&] { window.ResynchronisePanes(); });
+  steps.Run([&] { RefreshUpButtons(state); });
+  steps.Run([&] { SaveCurrentFolder(window); });
+  steps.Finish();
   return 0;
 }
 
@@ -164,24 +173,29 @@ std::int64_t DispatchFileViewEvent(std::int16_t code, ShellControlHost* host, ID
                                    std::int64_t b, std::int64_t c, std::int64_t d, const char* path) {
   if (host == nullptr || host->owner == nullptr) return 0;
   ExplorerWindow& window = *host->owner;
+  const base::Hold hold(&window);
   const ControlEvent event = static_cast<ControlEvent>(code);
   // Comparing is done millions of times, and needs nothing of the module's own but the code.
   std::optional<ModuleContext> context;
   if (event != ControlEvent::kCompareItems) context.emplace();
   // What was read for a sort holds no longer than the sort.
   if (event != ControlEvent::kCompareItems) window.groupSort().Forget();
-  if (window.fileViewEventHook() != nullptr) {
-    bool handled = false;
-    const std::int64_t result = window.fileViewEventHook()(window, event, host, object, a, b, c, d, path, &handled);
-    if (handled) return result;
+  bool handled = false;
+  std::int64_t result = 0;
+  base::IndependentSteps steps;
+  const bool isAnswered = IsAnswered(window, event);
+  if (const auto hook = window.fileViewEventHook()) {
+    steps.Run([&] { result = hook(window, event, host, object, a, b, c, d, path, &handled); });
   }
-  if (!IsAnswered(window, event)) ApplyDefaults(event, {window, host, object, a, b, path});
-  return 0;
+  if (!handled && !isAnswered) steps.Run([&] { ApplyDefaults(event, {window, host, object, a, b, path}); });
+  steps.Finish();
+  return handled ? result : 0;
 }
 
 std::int64_t DispatchFolderViewEvent(std::int16_t code, ShellControlHost* host, IDispatch* object, std::int64_t a,
                                      std::int64_t, std::int64_t, std::int64_t, const char* path) {
   if (host == nullptr || host->owner == nullptr) return 0;
+  const base::Hold hold(host->owner);
   const ModuleContext context;
   return HandleFolderViewMenuEvent(*host->owner, static_cast<ControlEvent>(code), host, object, a, path);
 }

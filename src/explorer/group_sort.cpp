@@ -56,12 +56,23 @@ void GroupSort::AssignKeys(ShellControlHost* fileView) {
 
 void GroupSort::Compare(IDispatch* first, IDispatch* second, LONG* order) {
   ++comparisons_;
-  Facts freshFirst;
-  Facts freshSecond;
-  const Facts& a = FactsOf(first, freshFirst);
-  const Facts& b = FactsOf(second, freshSecond);
-  if (a.name.empty() || b.name.empty()) return;
-  *order = CompareGrouped({a.name, a.isFolder, a.sortKey}, {b.name, b.isFolder, b.sortKey});
+  const Facts* a = Find(first);
+  const Facts* b = Find(second);
+  Facts ownFirst;
+  Facts ownSecond;
+  if (a == nullptr || b == nullptr) {
+    // Reading calls the control, which may raise an event that makes us forget everything: from here on the two are
+    // compared by copies of our own.
+    ownFirst = a != nullptr ? *a : ReadFacts(first);
+    b = Find(second);
+    ownSecond = b != nullptr ? *b : ReadFacts(second);
+    Keep(first, ownFirst);
+    Keep(second, ownSecond);
+    a = &ownFirst;
+    b = &ownSecond;
+  }
+  if (a->name.empty() || b->name.empty()) return;
+  *order = CompareGrouped({a->name, a->isFolder, a->sortKey}, {b->name, b->isFolder, b->sortKey});
 }
 
 GroupSort::Facts GroupSort::ReadFacts(IDispatch* object) {
@@ -86,20 +97,20 @@ size_t GroupSort::SlotOf(IDispatch* item) const noexcept {
   return slot;
 }
 
-const GroupSort::Facts& GroupSort::FactsOf(IDispatch* item, Facts& fresh) {
-  if (!table_.empty()) {
-    if (const KeptItem* const known = table_[SlotOf(item)]) return known->facts;
-  }
-  fresh = ReadFacts(item);
-  if (!MayKeep()) return fresh;
+const GroupSort::Facts* GroupSort::Find(IDispatch* item) const noexcept {
+  const KeptItem* const kept = table_.empty() ? nullptr : table_[SlotOf(item)];
+  return kept != nullptr ? &kept->facts : nullptr;
+}
+
+void GroupSort::Keep(IDispatch* item, const Facts& facts) {
+  if (!MayKeep() || Find(item) != nullptr) return;
   if (table_.empty()) table_.resize(std::bit_ceil(2 * itemsToKeep_));
-  KeptItem& kept = kept_.emplace_back(KeptItem{item, std::move(fresh)});
-  table_[SlotOf(item)] = &kept;
-  return kept.facts;
+  kept_.push_back({item, facts});
+  table_[SlotOf(item)] = &kept_.back();
 }
 
 void GroupSort::Forget() noexcept {
-  if (kept_.empty()) return;
+  if (kept_.empty() && table_.empty()) return;
   table_ = {};
   // The items may run code of the control when they go: by then nobody finds them here.
   std::deque<KeptItem> gone;

@@ -45,7 +45,9 @@ class GroupSort {
   };
 
   static Facts ReadFacts(IDispatch* item);
-  const Facts& FactsOf(IDispatch* item, Facts& fresh);
+  // What is kept of an item; null when nothing is. Points into what Forget frees.
+  const Facts* Find(IDispatch* item) const noexcept;
+  void Keep(IDispatch* item, const Facts& facts);
   bool MayKeep() const noexcept {
     return comparisons_ > kComparisonsReadAfresh && kept_.size() < itemsToKeep_;
   }

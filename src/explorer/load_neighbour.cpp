@@ -42,6 +42,7 @@ void MoveSelection(HWND list, int from, int to) {
 
 void LoadNeighbourFile(ExplorerWindow& window, Neighbour direction) {
   ShellControlHost* const fileView = window.fileView();
+  const base::Hold hold(fileView);
   const HWND list = GetListWindow(fileView);
   if (list == nullptr || GetSelectedCount(fileView) != 1) return;
   const int from = GetSelectedIndex(fileView);

@@ -1,5 +1,6 @@
 #include "src/explorer/masks_command.h"
 
+#include "base/flow/steps.h"
 #include "src/explorer/control_options.h"
 #include "src/explorer/dialog_turn.h"
 #include "src/explorer/explorer_state.h"
@@ -8,6 +9,16 @@
 #include "src/shellhost/file_view.h"
 
 namespace file_explorer {
+namespace {
+
+void ShowFolderAgain(ShellControlHost* fileView) {
+  const base::Hold hold(fileView);
+  const unique_pidl folder = CopyItemPidl(fileView);
+  SetCurrentFolder(fileView, folder.get());
+  RefreshView(fileView);
+}
+
+}  // namespace
 
 void ShowMasksDialog(ExplorerWindow& window) {
   const DialogTurn turn;
@@ -25,12 +36,12 @@ void ShowMasksDialog(ExplorerWindow& window) {
   dialog.save = [&state] { state.store.Save(state.settings); };
   const bool foldersChanged = RunFileSelectionMasksDialog(state.MainWindow(), dialog);
   // The instance can have been taken down while the dialog was open.
-  if (!state.explorerWindow) return;
-  if (foldersChanged) ApplyViewOptions(state);  // the category colours go to the host with them
-  ShellControlHost* const fileView = state.explorerWindow->fileView();
-  const unique_pidl folder = CopyItemPidl(fileView);
-  SetCurrentFolder(fileView, folder.get());
-  RefreshView(fileView);
+  if (state.explorerWindow.get() != &window) return;
+  // An option that a control refuses does not keep the list from being filtered anew.
+  base::IndependentSteps steps;
+  if (foldersChanged) steps.Run([&] { ApplyViewOptions(state); });  // the category colours go to the host with them
+  steps.Run([&] { ShowFolderAgain(window.fileView()); });
+  steps.Finish();
 }
 
 }  // namespace file_explorer

@@ -50,7 +50,7 @@ void GoHome(ExplorerWindow& window) {
     target = desktop.get();
   }
   SetCurrentFolder(window.fileView(), target);
-  RefreshView(window.fileView());
+  RefreshView(window.fileView());  // also the home directory that is shown already
 }
 
 void Refresh(ExplorerWindow& window) { RefreshView(window.fileView()); }

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "base/flow/steps.h"
 #include "src/explorer/control_options.h"
 #include "src/explorer/dialog_turn.h"
 #include "src/explorer/explorer_state.h"
@@ -34,8 +35,10 @@ void ShowOptionsDialog(ExplorerWindow& window) {
   // The host may have taken the explorer down while the dialog was open.
   if (state.explorerWindow.get() != &window) return;
   SendMessageA(window.window(), kMessageFileTypesChanged, 0, 0);
-  ApplyViewOptions(state);
-  RefreshView(window.fileView());
+  base::IndependentSteps steps;
+  steps.Run([&] { ApplyViewOptions(state); });
+  steps.Run([&] { RefreshView(window.fileView()); });
+  steps.Finish();
 }
 
 }  // namespace file_explorer

@@ -4,12 +4,13 @@
 #include <commctrl.h>
 #include <windowsx.h>
 
+#include "base/window/high_contrast.h"
 #include "src/explorer/command_tables.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/panel_commands.h"
 #include "src/explorer/selector_area.h"
-#include "src/explorer/toolbar_builder.h"
+#include "src/explorer/tooltip_request.h"
 
 namespace file_explorer {
 namespace {
@@ -28,13 +29,20 @@ bool OfferToCurrentView(ExplorerState& state, HWND panel, UINT message, WPARAM w
 
 LRESULT OnNotify(ExplorerState& state, HWND panel, LPARAM lParam) {
   auto* const header = reinterpret_cast<NMHDR*>(lParam);
-  if (header->code == TTN_GETDISPINFOA) {
-    AnswerTooltipRequest(state.instance, reinterpret_cast<NMTTDISPINFOA*>(lParam));
+  if (IsTooltipRequest(*header)) {
+    AnswerTooltipRequest(state.instance, *header);
   } else if (header->code == static_cast<UINT>(TBN_DROPDOWN)) {
     const auto* const dropDown = reinterpret_cast<const NMTOOLBARA*>(lParam);
     SendMessageA(panel, WM_COMMAND, static_cast<WPARAM>(dropDown->iItem), 0);
   }
   return 0;
+}
+
+// The page is the host's and may be a wide window; what the module makes in it is told that it takes 8-bit text. A
+// window of the host's is answered by the host.
+bool SpeaksEightBit(const ExplorerState& state, WPARAM asking, LPARAM question) {
+  return question == NF_QUERY && reinterpret_cast<HINSTANCE>(GetWindowLongPtrA(
+                                     reinterpret_cast<HWND>(asking), GWLP_HINSTANCE)) == state.instance;
 }
 
 void OnCommand(ExplorerState& state, HWND panel, WPARAM wParam, LPARAM lParam) {
@@ -69,6 +77,12 @@ LRESULT HandlePanelMessage(ExplorerState& state, HWND panel, UINT message, WPARA
       FocusNextInSelector(state, wParam != FALSE);
       *handled = true;
       break;
+    case WM_SYSCOLORCHANGE:
+      base::PassOnColorChange(panel, message, wParam, lParam);
+      break;
+    case WM_NOTIFYFORMAT:
+      *handled = SpeaksEightBit(state, wParam, lParam);
+      return *handled ? NFR_ANSI : 0;
     case WM_NOTIFY:
       return OnNotify(state, panel, lParam);
     case WM_COMMAND:

@@ -112,6 +112,7 @@ bool PatternBox::LeadsOut(const PatternBox& box, UINT message, WPARAM key) {
 LRESULT CALLBACK PatternBox::EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
   auto* const box = static_cast<PatternBox*>(GetPropA(edit, kBoxProperty));
   if (box == nullptr) return DefWindowProcW(edit, message, wParam, lParam);
+  const base::Hold hold(box->owner_);  // the box is a part of its owner
   if (LeadsOut(*box, message, wParam)) return 0;
   // Enter redoes the selection like every character; the one-line box itself would only beep at it.
   const bool isEnter = message == WM_CHAR && wParam == VK_RETURN;

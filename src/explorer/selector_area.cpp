@@ -7,16 +7,18 @@
 
 #include <array>
 
+#include "base/flow/steps.h"
 #include "src/explorer/command_tables.h"
 #include "src/explorer/control_options.h"
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/file_view_events.h"
 #include "src/explorer/layout.h"
+#include "src/explorer/start_directory.h"
 #include "src/explorer/tab_order.h"
 #include "src/explorer/toolbar_builder.h"
 #include "src/explorer/toolbar_keys.h"
-#include "src/shellhost/file_view.h"
+#include "src/framework/com/com_dispatch.h"
 #include "src/shellhost/folder_view.h"
 
 namespace file_explorer {
@@ -60,23 +62,26 @@ void CreateToolbars(ExplorerState& state) {
   if (state.historyView) state.historyView->ShowIconsState(toolbars.history);
 }
 
-bool CreateFolderTree(ExplorerState& state) {
-  RegisterFolderViewControl();
-  state.folderViewHost = CreateFolderViewHost(state.panelWindow);
-  if (state.folderViewHost) return true;
-  const bool alreadyTold = state.shellUnusable;
-  state.shellUnusable = true;
-  if (!alreadyTold) {
-    MessageBoxA(state.MainWindow(), kShellViewingErrorText, kShellViewingErrorCaption, MB_OK);
+// Null when the control can't be made, also when it refuses what every folder tree needs.
+ShellControlPtr MakeFolderTree(HWND panel) {
+  try {
+    RegisterFolderViewControl();
+    return CreateFolderViewHost(panel);
+  } catch (const _com_error&) {
+    return nullptr;
   }
-  return false;
 }
 
-void ApplyStartDirectory(ExplorerState& state) {
-  if (state.startDirectoryApplied || !state.explorerWindow || state.explorerWindow->fileView() == nullptr)
-    return;
-  SetCurrentFolder(state.explorerWindow->fileView(), state.startDirectory.get());
-  state.startDirectoryApplied = true;
+// The user is told at each try: the next one may come after something was mended.
+bool CreateFolderTree(ExplorerState& state) {
+  const HWND panel = state.panelWindow;
+  state.folderViewHost = MakeFolderTree(panel);
+  if (state.panelWindow != panel) state.folderViewHost.reset();  // the host ended the instance meanwhile
+  if (state.folderViewHost) return true;
+  if (state.panelWindow == nullptr) return false;
+  state.shellUnusable = true;
+  MessageBoxA(state.MainWindow(), kShellViewingErrorText, kShellViewingErrorCaption, MB_OK);
+  return false;
 }
 
 HWND HistoryWindow(const ExplorerState& state) {
@@ -127,35 +132,81 @@ int SizeWithBracket(const ExplorerState& state, HWND toolbar) {
   return height;
 }
 
-void FurnishSelectorArea(ExplorerState& state) {
-  state.shellUnusable = false;
-  ExplorerWindow* const explorer = state.explorerWindow.get();
-  if (explorer != nullptr) explorer->SetFolderViewHost(state.folderViewHost.get());
-  SetFolderViewCallback(state);
-  ApplyViewOptions(state);
-  CreateToolbars(state);
+void LinkFolderTree(ExplorerState& state) {
+  if (state.explorerWindow) state.explorerWindow->SetFolderViewHost(state.folderViewHost.get());
+}
+
+void AttachTabKey(ExplorerState& state) {
   state.folderTreeTab.Attach(GetTreeWindow(state.folderViewHost.get()), state.panelWindow);
+}
+
+void LayOutPanel(ExplorerState& state) {
   RECT client = {};
   GetClientRect(state.panelWindow, &client);
   LayOutSelectorArea(state, client.right, client.bottom);
-  ShowCurrentSelectorView(state);
-  if (explorer != nullptr) explorer->ResynchronisePanes();
-  ApplyStartDirectory(state);
 }
+
+void ResynchroniseExplorer(ExplorerState& state) {
+  if (!state.explorerWindow) return;
+  const base::Hold hold(state.explorerWindow.get());
+  state.explorerWindow->ResynchronisePanes();
+}
+
+struct FurnishingStep {
+  void (*run)(ExplorerState& state);
+  // Whether an area without it is no area. What a control refuses otherwise costs nothing but itself.
+  bool isEssential;
+};
+
+constexpr FurnishingStep kFurnishing[] = {
+    {LinkFolderTree, false}, {SetFolderViewCallback, true}, {ApplyViewOptions, false},
+    {CreateToolbars, true},  {AttachTabKey, false},         {LayOutPanel, true},
+    {ShowCurrentSelectorView, true}, {ResynchroniseExplorer, false}, {ApplyStartDirectory, false},
+};
+
+// What failed among the other steps is left in `failures`.
+void FurnishSelectorArea(ExplorerState& state, base::IndependentSteps& failures) {
+  state.shellUnusable = false;
+  for (const FurnishingStep& step : kFurnishing) {
+    if (!state.folderViewHost) return;  // the step before let the host end the instance
+    if (step.isEssential) {
+      step.run(state);
+    } else {
+      failures.Run([&] { step.run(state); });
+    }
+  }
+}
+
+// Says for as long as it lives that the area is being made.
+class MakingSelectorArea {
+ public:
+  explicit MakingSelectorArea(ExplorerState& state) : state_(state) { state_.isMakingSelectorArea = true; }
+  ~MakingSelectorArea() { state_.isMakingSelectorArea = false; }
+  MakingSelectorArea(const MakingSelectorArea&) = delete;
+  MakingSelectorArea& operator=(const MakingSelectorArea&) = delete;
+
+ private:
+  ExplorerState& state_;
+};
 
 }  // namespace
 
 bool EnsureSelectorArea(ExplorerState& state) {
+  if (state.isMakingSelectorArea) return false;
   if (state.folderViewHost) return true;
-  if (state.panelWindow == nullptr || !CreateFolderTree(state)) return false;
+  if (state.panelWindow == nullptr) return false;
+  const MakingSelectorArea making(state);
+  if (!CreateFolderTree(state)) return false;
+  base::IndependentSteps failures;
   try {
-    FurnishSelectorArea(state);
-    return true;
+    FurnishSelectorArea(state, failures);
   } catch (...) {
-    // Half an area would look like a whole one to the next call: it goes, and the next call begins anew.
+    // Half an area would look like a whole one to the next call: it goes, and the next call begins again.
     DestroySelectorArea(state);
     throw;
   }
+  failures.Finish();
+  return static_cast<bool>(state.folderViewHost);
 }
 
 void DestroySelectorArea(ExplorerState& state) {

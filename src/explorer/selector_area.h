@@ -12,7 +12,8 @@ struct ExplorerState;
 
 // Makes folder tree and selector toolbars when they don't exist yet, and takes the file view to the start
 // directory the first time. When the folder tree can't be made the shell is marked unusable and the user is
-// told, once; the next call tries again. False in that case.
+// told; the next call tries again. False in that case, and to a call that comes while the area is being made. An
+// option that a control refuses raises _com_error once everything else is in place.
 bool EnsureSelectorArea(ExplorerState& state);
 
 // Destroys toolbars and folder tree, when they were made.

@@ -1,10 +1,8 @@
 #include "src/explorer/toolbar_builder.h"
 
-#include <array>
 #include <cstring>
 
 #include "base/text/code_page.h"
-#include "src/explorer/pattern_help.h"
 
 namespace file_explorer {
 namespace {
@@ -16,9 +14,6 @@ constexpr int kInitialImages = 6;
 constexpr int kGrowImages = 4;
 constexpr int kLabelLeft = 6;
 constexpr int kLabelRoom = 12;  // what button 128 is wider than its label
-
-// Tooltip texts are handed out by pointer; one buffer serves all of them.
-std::array<char, kTooltipTextSize> tooltipText = {};
 
 void AddButton(HWND toolbar, const ToolbarButton& row) {
   TBBUTTON button = {};
@@ -48,6 +43,7 @@ HWND CreateToolbarFromTable(const ToolbarRequest& request) {
                                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(request.id)), request.instance,
                                        nullptr);
   if (toolbar == nullptr) return nullptr;
+  SendMessageA(toolbar, TB_SETUNICODEFORMAT, FALSE, 0);  // 8-bit notifications whatever the parent is
   SendMessageA(toolbar, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   SendMessageA(toolbar, TB_SETBITMAPSIZE, 0, MAKELPARAM(kImageWidth, kImageHeight));
   SendMessageA(toolbar, TB_SETPADDING, 0, MAKELPARAM(2, 6));
@@ -95,19 +91,6 @@ int SizeToolbar(HWND toolbar) {
   RECT bounds = {};
   GetWindowRect(toolbar, &bounds);
   return bounds.bottom - bounds.top;
-}
-
-void AnswerTooltipRequest(HINSTANCE instance, NMTTDISPINFOA* request) {
-  std::array<char, kTooltipTextSize> text = {};
-  LoadStringA(instance, static_cast<UINT>(request->hdr.idFrom), text.data(), kTooltipTextSize);
-  AnswerTooltipRequest(request, text.data());
-}
-
-void AnswerTooltipRequest(NMTTDISPINFOA* request, const char* text) {
-  lstrcpynA(tooltipText.data(), text, kTooltipTextSize);
-  request->lpszText = tooltipText.data();
-  request->szText[0] = '\0';
-  request->hinst = nullptr;
 }
 
 void EnableToolbarButton(HWND toolbar, int command, bool enabled) {

@@ -37,12 +37,6 @@ int SizeToolbar(HWND toolbar);
 // Width and height of a text in a window's font.
 SIZE MeasureText(HWND window, const char* text);
 
-// Answers a request for a tool's tooltip text from the module's string table, by the tool's command number; an unknown
-// one gets an empty text. The text stays valid until the next request.
-void AnswerTooltipRequest(HINSTANCE instance, NMTTDISPINFOA* request);
-// Answers with a text of the caller's, cut to kTooltipTextSize.
-void AnswerTooltipRequest(NMTTDISPINFOA* request, const char* text);
-
 // Enables or disables a button.
 void EnableToolbarButton(HWND toolbar, int command, bool enabled);
 

@@ -1,11 +1,14 @@
 #include "src/favorites/favorites_pane.h"
 
-#include <shlwapi.h>
-
 #include <utility>
 
+#include "base/files/paths.h"
+#include "base/reach/drive_reach.h"
+#include "base/text/code_page.h"
 #include "src/favorites/add_favorite_dialog.h"
+#include "src/favorites/favorite_target.h"
 #include "src/favorites/favorites_commands.h"
+#include "src/filter/category_lookup.h"
 
 namespace file_explorer {
 namespace {
@@ -16,6 +19,26 @@ constexpr int kTreeId = 104;
 constexpr DWORD kPaneTreeStyle =
     WS_CHILD | TVS_HASBUTTONS | TVS_HASLINES | TVS_EDITLABELS | TVS_SHOWSELALWAYS | TVS_TRACKSELECT;
 static_assert(kPaneTreeStyle == 0x4000022B);
+
+bool IsFolderOnDisk(const std::string& path) {
+  std::wstring wide = base::WideFromNarrow(path);
+  if (wide.size() >= MAX_PATH) wide = base::ExtendedPath(wide);  // else the system refuses it
+  const DWORD attributes = GetFileAttributesW(wide.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+// A machine that is gone is not asked where the name says enough.
+bool IsFolder(const std::string& path) {
+  if (!base::MayHang(path)) return IsFolderOnDisk(path);
+  switch (TargetByName(path, CategoryTypeMask(path.c_str()) != 0)) {
+    case FavoriteTarget::kFile:
+      return false;
+    case FavoriteTarget::kFolder:
+      return true;
+    default:
+      return IsFolderOnDisk(path);
+  }
+}
 
 }  // namespace
 
@@ -93,12 +116,14 @@ void FavoritesPane::OnActivation(const FavoriteRecord* record) const {
   if (record == nullptr || record->Has(kFavoriteFolder) || record->path.empty()) return;
   const std::string path = record->path;  // opening may change the favourites
   // A copy: the host may take the explorer down while it opens the file.
-  const auto open = PathIsDirectoryA(path.c_str()) ? services_.openFolder : services_.loadFile;
+  const auto open = IsFolder(path) ? services_.openFolder : services_.loadFile;
   if (open) open(path.c_str());
 }
 
 void FavoritesPane::AddFavorite(HWND owner, const AddFavoriteSources& sources) {
+  const std::weak_ptr alive = alive_;
   const AddFavoriteChoice choice = ChooseFavoritePath(sources);
+  if (alive.expired()) return;  // what was asked for the path has ended the explorer
   if (choice.path.empty()) {
     if (choice.message != nullptr) MessageBoxA(owner, choice.message, choice.caption, MB_OK);
     return;

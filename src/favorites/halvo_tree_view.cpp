@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <deque>
 #include <utility>
 
@@ -17,11 +18,33 @@
 #include "src/framework/module_context.h"
 
 namespace file_explorer {
+namespace {
 
+// Both forms of these notifications are alike but for the type of the texts that they point at.
+static_assert(offsetof(NMTVDISPINFOA, item.hItem) == offsetof(NMTVDISPINFOW, item.hItem));
+static_assert(offsetof(NMTREEVIEWA, itemNew.hItem) == offsetof(NMTREEVIEWW, itemNew.hItem));
+static_assert(offsetof(NMTREEVIEWA, ptDrag) == offsetof(NMTREEVIEWW, ptDrag));
+
+// What a label was edited to. Empty when the edit was cancelled, and when the code page lacks one of the letters.
+std::string EditedText(const NMHDR& notification) {
+  if (notification.code == static_cast<UINT>(TVN_ENDLABELEDITW)) {
+    const wchar_t* const text = reinterpret_cast<const NMTVDISPINFOW&>(notification).item.pszText;
+    return text != nullptr ? base::DisplayNarrow(text) : "";
+  }
+  const char* const text = reinterpret_cast<const NMTVDISPINFOA&>(notification).item.pszText;
+  return text != nullptr ? text : "";
+}
+
+}  // namespace
+
+// Wide notifications too: the panel is the host's, which may have its controls ask again which form it takes.
 const CHalvoTreeView::NotifyRow CHalvoTreeView::kNotifyRows[] = {
     {static_cast<UINT>(TVN_BEGINLABELEDITA), &CHalvoTreeView::OnBeginLabelEdit},
+    {static_cast<UINT>(TVN_BEGINLABELEDITW), &CHalvoTreeView::OnBeginLabelEdit},
     {static_cast<UINT>(TVN_ENDLABELEDITA), &CHalvoTreeView::OnEndLabelEdit},
+    {static_cast<UINT>(TVN_ENDLABELEDITW), &CHalvoTreeView::OnEndLabelEdit},
     {static_cast<UINT>(TVN_BEGINDRAGA), &CHalvoTreeView::OnBeginDrag},
+    {static_cast<UINT>(TVN_BEGINDRAGW), &CHalvoTreeView::OnBeginDrag},
     {static_cast<UINT>(NM_CLICK), &CHalvoTreeView::OnClick},
     {static_cast<UINT>(NM_DBLCLK), &CHalvoTreeView::OnDoubleClick},
     {static_cast<UINT>(NM_RETURN), &CHalvoTreeView::OnReturn},
@@ -351,9 +374,9 @@ bool CHalvoTreeView::OnEndLabelEdit(NMHDR* notification, LRESULT* result) {
   if (edit != nullptr && std::exchange(endedEdit_, edit) == edit) return true;
   UnhookLabelEdit(edit);
   FavoriteRecord* const record = tree_.RecordOf(info->item.hItem);
-  const char* const text = info->item.pszText;  // null when the edit was cancelled
-  if (record == nullptr || text == nullptr || text[0] == '\0') return true;
-  // From the editor, where there is one: the notification's own text has letters that were bent into the code page.
+  const std::string text = EditedText(*notification);
+  if (record == nullptr || text.empty()) return true;
+  // From the editor, where there is one: the notification's own text may have letters that were bent.
   const std::wstring typed = edit != nullptr ? tree_.LabelText() : std::wstring();
   SetDisplayName(*record, typed.empty() ? text : base::DisplayNarrow(typed));
   Report(*record, record->parent, FavoriteChange::kRenamed);

@@ -1,146 +1,114 @@
 #include "src/fileops/file_operation.h"
 
-#include <algorithm>
-#include <cstring>
+#include <array>
 #include <string>
 #include <vector>
 
+#include "base/files/paths.h"
+#include "base/files/transfer.h"
 #include "base/text/code_page.h"
-#include "base/text/display_name.h"
 #include "base/text/narrow_path.h"
+#include "src/fileops/operation_words.h"
 
 namespace file_explorer {
 namespace {
-
-struct Move {
-  std::wstring source;
-  std::wstring target;
-};
-
-// Wide, and each source by its long name: what the list calls by its short name, for want of letters in the
-// code page, would arrive under that name.
-struct WideRequest {
-  std::wstring sources;
-  std::wstring folder;
-  SHFILEOPSTRUCTW request = {};
-
-  explicit WideRequest(const SHFILEOPSTRUCTA& narrow) {
-    for (const char* at = narrow.pFrom; *at != '\0'; at += std::strlen(at) + 1) {
-      sources += base::WithLongName(base::WideFromNarrow(at)) + L'\0';
-    }
-    folder = base::WideFromNarrow(narrow.pTo) + L'\0';
-    request.hwnd = narrow.hwnd;
-    request.wFunc = narrow.wFunc;
-    request.pFrom = sources.c_str();
-    request.pTo = folder.c_str();
-    request.fFlags = narrow.fFlags;
-  }
-};
 
 bool ShellIsWine() {
   return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
 }
 
-std::wstring NameOf(const std::wstring& path) {
-  return path.substr(path.find_last_of(L"\\/") + 1);
+std::wstring SystemText(base::SystemError error) {
+  std::array<wchar_t, 512> text = {};
+  const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                      error, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT), text.data(),
+                                      static_cast<DWORD>(text.size()), nullptr);
+  std::wstring result(text.data(), length);
+  while (!result.empty() && (result.back() == L'\n' || result.back() == L'\r')) result.pop_back();
+  return result.empty() ? L"Error code " + std::to_wstring(error) + L"." : result;
 }
 
-std::vector<Move> MovesOf(const SHFILEOPSTRUCTW& request) {
-  std::vector<Move> moves;
-  std::wstring folder = request.pTo;
-  if (!folder.ends_with(L'\\')) folder += L'\\';
-  for (const wchar_t* at = request.pFrom; *at != L'\0'; at += moves.back().source.size() + 1) {
-    moves.push_back({at, folder + NameOf(at)});
+base::TransferRequest TransferOf(const SHFILEOPSTRUCTA& request) {
+  base::TransferRequest transfer;
+  transfer.kind = request.wFunc == FO_MOVE ? base::TransferKind::kMove : base::TransferKind::kCopy;
+  transfer.folder = base::TidyTypedPath(base::WideFromNarrow(request.pTo));
+  for (const char* at = request.pFrom; *at != '\0'; at += std::string_view(at).size() + 1) {
+    // By its long name: what the list calls by its short one, for want of letters in the code page, would arrive under
+    // that.
+    transfer.sources.push_back(base::WithLongName(base::TidyTypedPath(base::WideFromNarrow(at))));
   }
-  return moves;
+  return transfer;
 }
 
-bool Exists(const std::wstring& path) {
-  return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-bool IsFolder(const std::wstring& path) {
-  const DWORD attributes = GetFileAttributesW(path.c_str());
-  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-// In its own folder already.
-bool StaysWhereItIs(const Move& move) {
-  return lstrcmpiW(move.source.c_str(), move.target.c_str()) == 0;
-}
+// Asks once for all files that are in the way and once for all folders.
+class BoxObserver final : public base::TransferObserver {
+ public:
+  BoxObserver(HWND owner, const base::TransferRequest& transfer) : owner_(owner), transfer_(transfer) {}
 
-int Fail(SHFILEOPSTRUCTW* request, DWORD error) {
-  request->fAnyOperationsAborted = FALSE;
-  SetLastError(error);
-  return static_cast<int>(error);
-}
-
-bool MayReplace(HWND owner, const std::vector<Move>& inTheWay) {
-  if (inTheWay.empty()) return true;
-  const std::wstring name = L"\"" + base::HarmlessText(NameOf(inTheWay.front().target)) + L"\"";
-  const std::wstring question =
-      inTheWay.size() == 1
-          ? L"The folder already contains a file named " + name + L".\n\nDo you want to replace it?"
-          : L"The folder already contains " + std::to_wstring(inTheWay.size()) + L" of these files, " + name +
-                L" among them.\n\nDo you want to replace them?";
-  return MessageBoxW(owner, question.c_str(), L"Confirm File Replace",
-                     MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2) == IDYES;
-}
-
-int MoveOneByOne(SHFILEOPSTRUCTW* request, const std::vector<Move>& moves) {
-  SHFILEOPSTRUCTW single = *request;
-  for (const Move& move : moves) {
-    const std::wstring list = move.source + L'\0';  // the text's own zero is the second one
-    single.pFrom = list.c_str();
-    single.fAnyOperationsAborted = FALSE;
-    const int result = SHFileOperationW(&single);
-    request->fAnyOperationsAborted = single.fAnyOperationsAborted;
-    if (result != 0 || single.fAnyOperationsAborted) return result;
-  }
-  return 0;
-}
-
-int MoveWithWine(SHFILEOPSTRUCTW* request) {
-  const std::vector<Move> moves = MovesOf(*request);
-  std::vector<Move> inTheWay;
-  for (const Move& move : moves) {
-    if (StaysWhereItIs(move) || !Exists(move.source) || !Exists(move.target)) continue;
-    // It would go into the folder of its name.
-    if (IsFolder(move.source) || IsFolder(move.target)) return Fail(request, ERROR_ALREADY_EXISTS);
-    inTheWay.push_back(move);
-  }
-  if (!MayReplace(request->hwnd, inTheWay)) {
-    request->fAnyOperationsAborted = TRUE;
-    return ERROR_CANCELLED;
-  }
-  SetLastError(ERROR_SUCCESS);
-  int result = SHFileOperationW(request);
-  const bool onlyFiles = std::all_of(moves.begin(), moves.end(), [](const Move& move) {
-    return Exists(move.source) && !IsFolder(move.source);
-  });
-  if (result == ERROR_CANCELLED && moves.size() > 1 && onlyFiles) result = MoveOneByOne(request, moves);
-  if (result != 0) return result;
-  for (const Move& move : moves) {
-    if (StaysWhereItIs(move) || !Exists(move.source)) continue;
-    // Tried again for the reason.
-    const bool mayReplace = std::any_of(inTheWay.begin(), inTheWay.end(),
-                                        [&](const Move& asked) { return asked.target == move.target; });
-    if (!MoveFileExW(move.source.c_str(), move.target.c_str(), mayReplace ? MOVEFILE_REPLACE_EXISTING : 0)) {
-      return Fail(request, GetLastError());
+  base::ConflictReply OnConflict(const base::Conflict& conflict) override {
+    // A file and a folder of one name: nobody can be asked to replace one by the other, so it is reported.
+    if (!conflict.mayReplace) return {base::ConflictAnswer::kReplace, false};
+    const std::wstring question = ConflictQuestion(conflict, CountInTheWay(conflict.folders));
+    const wchar_t* const caption = conflict.folders ? L"Confirm Folder Replace" : L"Confirm File Replace";
+    switch (
+        MessageBoxW(owner_, question.c_str(), caption, MB_YESNOCANCEL | MB_ICONQUESTION | MB_DEFBUTTON2)) {
+      case IDYES:
+        return {base::ConflictAnswer::kReplace, true};
+      case IDNO:
+        return {base::ConflictAnswer::kSkip, true};
+      default:
+        return {base::ConflictAnswer::kCancel, true};
     }
   }
-  return 0;
+  bool OnProgress(const base::TransferProgress&) override { return true; }
+
+ private:
+  size_t CountInTheWay(bool folders) const {
+    base::FileSystem& files = base::MachineFileSystem();
+    size_t count = 0;
+    std::wstring folder = transfer_.folder;
+    files.Spell(transfer_.folder, &folder);
+    for (const std::wstring& source : transfer_.sources) {
+      base::FileStatus from;
+      base::FileStatus to;
+      files.Status(source, &from);
+      files.Status(base::PathInFolder(folder, base::NameOfPath(source)), &to);
+      const bool bothThere = from.kind != base::FileKind::kNothing && to.kind != base::FileKind::kNothing;
+      const bool bothFolders = from.kind == base::FileKind::kFolder && to.kind == base::FileKind::kFolder;
+      const bool anyFolder = from.kind == base::FileKind::kFolder || to.kind == base::FileKind::kFolder;
+      if (bothThere && (folders ? bothFolders : !anyFolder)) ++count;
+    }
+    return count;
+  }
+
+  HWND owner_;
+  const base::TransferRequest& transfer_;
+};
+
+int ResultOf(const base::TransferReport& report) {
+  if (report.cancelled) return ERROR_CANCELLED;
+  if (report.failures.empty()) return 0;
+  const base::SystemError error = report.failures.front().error;
+  return error == base::kNoError ? ERROR_CAN_NOT_COMPLETE : static_cast<int>(error);
+}
+
+int RunWithEngine(SHFILEOPSTRUCTA* request) {
+  const base::TransferRequest transfer = TransferOf(*request);
+  BoxObserver observer(request->hwnd, transfer);
+  const base::TransferReport report = base::RunTransfer(transfer, base::MachineFileSystem(), observer);
+  request->fAnyOperationsAborted = report.cancelled || report.skipped > 0;
+  const std::wstring failures = ReportOfFailures(report, request->wFunc == FO_MOVE, &SystemText);
+  if (!failures.empty()) {
+    MessageBoxW(request->hwnd, failures.c_str(), L"Shell Operation Error", MB_OK | MB_ICONERROR);
+  }
+  SetLastError(ERROR_SUCCESS);
+  return ResultOf(report);
 }
 
 }  // namespace
 
 int WINAPI RunFileOperation(SHFILEOPSTRUCTA* request) {
-  if (!ShellIsWine()) return SHFileOperationA(request);
-  WideRequest wide(*request);
-  const int result =
-      request->wFunc == FO_MOVE ? MoveWithWine(&wide.request) : SHFileOperationW(&wide.request);
-  const DWORD error = GetLastError();
-  request->fAnyOperationsAborted = wide.request.fAnyOperationsAborted;
-  SetLastError(error);
-  return result;
+  const bool transfers = request->wFunc == FO_MOVE || request->wFunc == FO_COPY;
+  return transfers && ShellIsWine() ? RunWithEngine(request) : SHFileOperationA(request);
 }
 
 }  // namespace file_explorer

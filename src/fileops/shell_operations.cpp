@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/text/code_page.h"
+#include "base/text/name_insert.h"
 #include "base/text/narrow_path.h"
 #include "src/fileops/progress_title.h"
 #include "src/framework/com/com_ptr.h"
@@ -109,7 +110,7 @@ void ShellOperations::RunOperation(bool move, int count, const SourceList& sourc
   SetLastError(ERROR_SUCCESS);  // an error of something before is not this operation's
   const int result = functions_.operate(&request);
   const DWORD error = GetLastError();
-  if (result != 0 && error != ERROR_SUCCESS && !request.fAnyOperationsAborted) ReportShellError(error);
+  if (result != 0 && error != ERROR_SUCCESS) ReportShellError(error);
 }
 
 bool ShellOperations::AppendSource(SourceList* sources, const std::string& path) {
@@ -123,6 +124,7 @@ bool ShellOperations::AppendSource(SourceList* sources, const std::string& path)
 }
 
 bool ShellOperations::CopyOrMoveSelection(ShellControlHost* fileView, bool move) {
+  const base::Hold hold(fileView);
   const LONG count = GetSelectedCount(fileView);
   if (count <= 0) return false;
   SourceList sources(HostListMemory());
@@ -139,13 +141,14 @@ bool ShellOperations::CopyOrMovePath(const char* path, bool move) {
   return AppendSource(&sources, path) && CopyOrMove(move, 1, std::move(sources));
 }
 
-void ReportShellError(DWORD code) {
+void ReportShellError(DWORD code, std::string_view name) {
   unique_local_text text;
   FormatMessageA(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
                  nullptr, code, MAKELANGID(LANG_NEUTRAL, SUBLANG_DEFAULT),
                  reinterpret_cast<char*>(text.put()), 0, nullptr);
   const std::string unknown = "Error code " + std::to_string(code) + ".";
-  MessageBoxA(GetForegroundWindow(), text ? text.get() : unknown.c_str(), kErrorCaption,
+  const std::string sentence = text ? base::InsertName(std::string(text.get()), name) : unknown;
+  MessageBoxA(GetForegroundWindow(), sentence.c_str(), kErrorCaption,
               MB_OK | MB_ICONERROR);
 }
 

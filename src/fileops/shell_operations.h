@@ -64,6 +64,7 @@ class ShellOperations {
 };
 
 // Shows the system's text for an error code.
-void ReportShellError(DWORD code);
+// name: of the file that it is about, for the texts that name it.
+void ReportShellError(DWORD code, std::string_view name = {});
 
 }  // namespace file_explorer

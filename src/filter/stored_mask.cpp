@@ -85,17 +85,13 @@ StoredMask MakeStoredMask(MaskKind kind, std::string_view editText, const std::v
                           const PatternValidator& isValid) {
   StoredMask mask;
   std::string current;
-  const std::string_view text = StripBlanks(editText);
-  if (text.empty()) {
-    current = kind == MaskKind::Inclusion ? kEverything : kEmptyExclusion;
-  } else if (!JoinPatterns(kind, text, isValid, &current, &mask.complaint)) {
-    return mask;
-  }
-  // A text of commas alone leaves the current part empty: the newest entry of the history takes its place.
-  // Kept so.
+  if (!JoinPatterns(kind, editText, isValid, &current, &mask.complaint)) return mask;
+  // A text without a pattern, also one of commas alone: were the current part left out, the newest entry of the
+  // history would take its place.
+  if (current.empty()) current = kind == MaskKind::Inclusion ? kEverything : kEmptyExclusion;
   std::string built = current;
   AppendHistory(current, entries, &built);
-  if (!built.empty()) mask.text = std::move(built);
+  mask.text = std::move(built);
   return mask;
 }
 

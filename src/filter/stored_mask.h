@@ -28,7 +28,7 @@ MaskBoxContents ContentsOfMaskBox(MaskKind kind, const char* stored, bool reset)
 using PatternValidator = std::function<bool(const std::string& pattern, std::string* reason)>;
 
 struct StoredMask {
-  std::optional<std::string> text;  // none: no list is kept
+  std::optional<std::string> text;  // none: refused, see complaint
   std::string complaint;            // not empty: nothing may be stored, and this is why
 };
 

@@ -6,6 +6,8 @@ namespace {
 // Resource id of a DLL's isolation-aware manifest.
 constexpr WORD kManifestId = 2;
 
+constexpr DWORD kQuiet = SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX;
+
 HINSTANCE moduleInstance = nullptr;
 HANDLE activationContext = INVALID_HANDLE_VALUE;
 thread_local int depth = 0;
@@ -15,14 +17,15 @@ thread_local int depth = 0;
 HINSTANCE ModuleInstance() { return moduleInstance; }
 
 ModuleContext::ModuleContext() {
-  ++depth;
+  // Once for all contexts of the thread: comparing items enters one a million times.
+  if (depth++ == 0) SetThreadErrorMode(GetThreadErrorMode() | kQuiet, &errorMode_);
   activated_ = activationContext != INVALID_HANDLE_VALUE && ActivateActCtx(activationContext, &cookie_) != FALSE;
 }
 
 ModuleContext::~ModuleContext() {
   const DWORD lastError = GetLastError();
   if (activated_) DeactivateActCtx(0, cookie_);
-  --depth;
+  if (--depth == 0) SetThreadErrorMode(errorMode_, nullptr);
   SetLastError(lastError);
 }
 

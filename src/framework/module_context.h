@@ -2,7 +2,9 @@
 //
 // The module runs in another program's process. Every entry from outside (exported function, window procedure, control
 // event, handler callback) begins with a ModuleContext on the stack: from then until it goes out of scope, dialogs,
-// bitmaps and texts come from this module and the module's manifest decides which common controls are used.
+// bitmaps and texts come from this module and the module's manifest decides which common controls are used. A drive
+// without a disk is an error to the module, never a box of the system's: the thread's error mode says so meanwhile, and
+// is given back.
 #pragma once
 
 #include <windows.h>
@@ -25,6 +27,7 @@ class ModuleContext {
  private:
   ULONG_PTR cookie_ = 0;
   bool activated_ = false;
+  DWORD errorMode_ = 0;  // of the thread before; of the outermost context alone
 };
 
 namespace internal {

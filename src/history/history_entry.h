@@ -34,7 +34,7 @@ using ItemId = std::vector<unsigned char>;
 struct HistoryEntry {
   std::string displayName;  // base name with extension; empty: none
   std::string fullPath;     // as it was given; the entry's identity, letters of any case; empty: none
-  ItemId itemId;
+  std::string itemName;     // what the shell parses into the entry's item, when it is needed; empty: none
   HistoryTime lastAccess;
 };
 

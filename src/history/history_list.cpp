@@ -21,31 +21,22 @@ bool HistoryList::Load(HistorySource& file) {
   entries_.clear();
   const int count = ParseCount(file.ReadText(kEntryCountKey));
   if (count == 0) return false;
-  // The shell is asked when the file is read: it reads profile files of its own, and in between the system
-  // forgets what it has parsed of this one.
-  std::vector<std::string> parsingNames;
   for (int index = 0; index < count; ++index) {
-    std::string parsingName;
-    auto entry = ReadEntry(file, index, &parsingName);
+    auto entry = ReadEntry(file, index);
     if (!entry) break;  // a gap ends the list, whatever stands behind it
     entries_.push_back(std::move(entry));
-    parsingNames.push_back(std::move(parsingName));
-  }
-  for (size_t i = 0; i < entries_.size(); ++i) {
-    if (!parsingNames[i].empty()) entries_[i]->itemId = platform_.ParseItem(parsingNames[i]);
   }
   return true;
 }
 
-std::unique_ptr<HistoryEntry> HistoryList::ReadEntry(HistorySource& file, int index,
-                                                     std::string* parsingName) const {
+std::unique_ptr<HistoryEntry> HistoryList::ReadEntry(HistorySource& file, int index) const {
   std::string name = file.ReadText(HistoryKey('d', index).c_str());
   if (name.empty()) return nullptr;
   auto entry = std::make_unique<HistoryEntry>();
   entry->displayName = std::move(name);
   if (!file.ReadTime(HistoryKey('m', index).c_str(), &entry->lastAccess)) entry->lastAccess = platform_.Now();
   entry->fullPath = file.ReadText(HistoryKey('f', index).c_str());
-  *parsingName = file.ReadText(HistoryKey('p', index).c_str());
+  entry->itemName = file.ReadText(HistoryKey('p', index).c_str());
   return entry;
 }
 
@@ -58,29 +49,38 @@ HistoryValues HistoryList::Values() const {
     AddTimeValue(&values, HistoryKey('m', index), entry.lastAccess);
     AddTextValue(&values, HistoryKey('d', index), entry.displayName, Lossy::kYes);
     AddTextValue(&values, HistoryKey('f', index), entry.fullPath, Lossy::kNo);
-    if (entry.itemId.empty()) continue;
-    AddTextValue(&values, HistoryKey('p', index), platform_.ParsingName(entry.itemId), Lossy::kNo);
+    AddTextValue(&values, HistoryKey('p', index), ItemNameToKeep(entry.itemName), Lossy::kNo);
   }
   return values;
 }
 
+// What the shell does not know any more is not kept. It is not asked about what may keep the caller waiting: that stays
+// as it was given.
+std::string HistoryList::ItemNameToKeep(const std::string& name) const {
+  if (name.empty() || platform_.MayHang(name)) return name;
+  const ItemId item = platform_.ParseItem(name);
+  return item.empty() ? std::string() : platform_.ParsingName(item);
+}
+
 HistoryList::AddResult HistoryList::Add(const std::string& path) {
   if (path.empty()) return AddResult::kRefused;
+  // Made first: making it asks the shell, which may come back to us, and until the view is filled again its rows point
+  // at the entries that are listed.
+  auto entry = std::make_unique<HistoryEntry>();
+  entry->fullPath = path;
+  entry->itemName = path;
+  entry->displayName = platform_.BaseName(path);
+  // A folder with a separator at its end, a drive, a share: an entry without a name would end the list when it
+  // is read again.
+  if (entry->displayName.empty()) entry->displayName = path;
+  entry->lastAccess = platform_.Now();
+
   const std::string identity = fold_(path);
   const auto old = std::find_if(entries_.begin(), entries_.end(), [&](const auto& entry) {
     return !entry->fullPath.empty() && fold_(entry->fullPath) == identity;
   });
   const bool isListed = old != entries_.end();
   if (isListed) entries_.erase(old);
-
-  auto entry = std::make_unique<HistoryEntry>();
-  entry->fullPath = path;
-  entry->itemId = platform_.ParseItem(path);
-  entry->displayName = platform_.BaseName(path);
-  // A folder with a separator at its end, a drive, a share: an entry without a name would end the list when it
-  // is read again.
-  if (entry->displayName.empty()) entry->displayName = path;
-  entry->lastAccess = platform_.Now();
   entries_.push_back(std::move(entry));
   return isListed ? AddResult::kReplaced : AddResult::kAppended;
 }

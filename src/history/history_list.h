@@ -19,6 +19,8 @@ class HistoryPlatform {
   virtual ItemId ParseItem(const std::string& name) = 0;
   // The parsing name of an item; empty when there is none.
   virtual std::string ParsingName(const ItemId& item) = 0;
+  // Whether asking the shell about a name may take long: it is on another machine, or on a disc to be loaded first.
+  virtual bool MayHang(const std::string& name) = 0;
   // The part of a path after its folder; empty when the path ends with a separator.
   virtual std::string BaseName(const std::string& path) = 0;
   // The current time, UTC.
@@ -37,7 +39,8 @@ class HistoryList {
   void Clear() { entries_.clear(); }
   void Sort(int method) { SortHistory(entries_, method, fold_); }
 
-  // Replaces the list with the file's content, not sorted. False when the file names no entries.
+  // Replaces the list with the file's content, not sorted. False when the file names no entries. Asks the shell for
+  // nothing: the entries may lie on disks that sleep and on machines that are gone.
   bool Load(HistorySource& file);
   // What a save writes: the count and the first entries.
   HistoryValues Values() const;
@@ -48,9 +51,9 @@ class HistoryList {
   AddResult Add(const std::string& path);
 
  private:
-  // Null when the file has no such entry. *parsingName becomes the name of its item, empty when there is
-  // none.
-  std::unique_ptr<HistoryEntry> ReadEntry(HistorySource& file, int index, std::string* parsingName) const;
+  // Null when the file has no such entry.
+  std::unique_ptr<HistoryEntry> ReadEntry(HistorySource& file, int index) const;
+  std::string ItemNameToKeep(const std::string& name) const;
 
   HistoryPlatform& platform_;
   CaseFolder fold_;

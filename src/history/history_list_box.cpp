@@ -11,6 +11,8 @@ namespace {
 constexpr DWORD kStyle = WS_CHILD | WS_HSCROLL | WS_VSCROLL | LBS_HASSTRINGS | LBS_OWNERDRAWFIXED |
                          LBS_NOTIFY | LBS_NOINTEGRALHEIGHT;
 
+constexpr UINT kLaterMessage = WM_APP + 1;
+
 struct NavigationKey {
   WPARAM key;
   RowStep step;
@@ -46,7 +48,8 @@ LRESULT CALLBACK HistoryListBox::Procedure(HWND window, UINT message, WPARAM wPa
     SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previous));
     SetWindowLongPtrA(window, GWLP_USERDATA, 0);
     box->window_.release();  // the parent may destroy its children before the view goes
-  } else if (message == WM_KEYDOWN || message == WM_CHAR || message == WM_GETDLGCODE || message == WM_PAINT) {
+  } else if (message == WM_KEYDOWN || message == WM_CHAR || message == WM_GETDLGCODE || message == WM_PAINT ||
+             message == kLaterMessage) {
     try {
       const ModuleContext context;
       LRESULT result = 0;
@@ -63,12 +66,22 @@ LRESULT CALLBACK HistoryListBox::Procedure(HWND window, UINT message, WPARAM wPa
   return result;
 }
 
+void HistoryListBox::AskForLater() {
+  if (!isLaterPosted_) isLaterPosted_ = PostMessageA(window_.get(), kLaterMessage, 0, 0) != FALSE;
+}
+
 LRESULT HistoryListBox::CallPrevious(UINT message, WPARAM wParam, LPARAM lParam) const {
   return CallWindowProcW(previous_, window_.get(), message, wParam, lParam);
 }
 
 bool HistoryListBox::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
   if (message == WM_PAINT && beforePaint_) beforePaint_();
+  if (message == kLaterMessage) {
+    isLaterPosted_ = false;
+    const auto later = later_;  // a copy: the box may go while it runs
+    if (later) later();
+    return true;
+  }
   if (message == WM_KEYDOWN) return OnKeyDown(wParam);
   if (message == WM_CHAR) return OnCharacter(wParam);
   if (message == WM_GETDLGCODE && wParam == VK_RETURN) {

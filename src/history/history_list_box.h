@@ -23,6 +23,9 @@ class HistoryListBox {
   HWND window() const { return window_.get(); }
   // Called whenever the window is about to paint rows.
   void SetBeforePaint(std::function<void()> beforePaint) { beforePaint_ = std::move(beforePaint); }
+  // Called once some time after AskForLater, from the message loop: painting is not held up by it.
+  void SetLater(std::function<void()> later) { later_ = std::move(later); }
+  void AskForLater();
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -38,6 +41,8 @@ class HistoryListBox {
 
   unique_hwnd window_;
   std::function<void()> beforePaint_;
+  std::function<void()> later_;
+  bool isLaterPosted_ = false;
   WNDPROC previous_ = nullptr;  // the system's procedure of the list box
 };
 

@@ -10,6 +10,7 @@
 #include <memory>
 #include <utility>
 
+#include "base/reach/drive_reach.h"
 #include "base/text/code_page.h"
 #include "base/text/letter_case.h"
 #include "base/text/narrow_path.h"
@@ -68,6 +69,10 @@ std::string ShellHistoryPlatform::ParsingName(const ItemId& item) {
   if (FAILED(StrRetToStrW(&name, pidl, &text)) || text == nullptr) return std::string();
   const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> owner(text, &CoTaskMemFree);
   return base::NarrowPath(text).value_or(std::string());
+}
+
+bool ShellHistoryPlatform::MayHang(const std::string& name) {
+  return base::MayHang(name);
 }
 
 std::string ShellHistoryPlatform::BaseName(const std::string& path) {

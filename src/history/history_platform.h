@@ -15,6 +15,7 @@ class ShellHistoryPlatform final : public HistoryPlatform {
  public:
   ItemId ParseItem(const std::string& name) override;
   std::string ParsingName(const ItemId& item) override;
+  bool MayHang(const std::string& name) override;
   std::string BaseName(const std::string& path) override;
   HistoryTime Now() override;
 };

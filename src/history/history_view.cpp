@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "base/files/system_recovery_calls.h"
+#include "base/flow/steps.h"
 #include "base/text/code_page.h"
 #include "base/text/letter_case.h"
 #include "src/history/history_list_box.h"
@@ -82,8 +83,8 @@ class CHistoryView::NameMeasure {
   int averageWidth_ = 0;
 };
 
-std::unique_ptr<CHistoryView> CHistoryView::Create(HWND parent, int controlId, HistoryServices services) {
-  std::unique_ptr<CHistoryView> view(new CHistoryView(controlId, std::move(services)));
+base::held_ptr<CHistoryView> CHistoryView::Create(HWND parent, int controlId, HistoryServices services) {
+  base::held_ptr<CHistoryView> view(new CHistoryView(controlId, std::move(services)));
   view->ReadSettings();
   if (!view->CreateListBox(parent)) return nullptr;
   view->ApplyRowHeight();
@@ -98,13 +99,16 @@ CHistoryView::CHistoryView(int controlId, HistoryServices services)
       history_(std::make_unique<HistoryList>(*platform_, base::LowerCaseNarrow)),
       pictures_(std::make_unique<RowPictures>(services_.preview, services_.clock)) {}
 
-CHistoryView::~CHistoryView() {
-  if (!listBox_) return;  // never came to life: there is nothing to keep
-  try {
-    WriteSettings();
-    Save();
-  } catch (const std::exception&) {
-    // The file is what it was, or its new content lies beside it; the teardown goes on.
+CHistoryView::~CHistoryView() { TakeDown(); }
+
+void CHistoryView::TakeDown() noexcept {
+  if (!listBox_) return;  // never came to life, or is down already: there is nothing to keep
+  for (void (CHistoryView::*const keep)() const : {&CHistoryView::WriteSettings, &CHistoryView::Save}) {
+    try {
+      (this->*keep)();
+    } catch (const std::exception&) {
+      // The file is what it was, or its new content lies beside it; the teardown goes on.
+    }
   }
   listBox_.reset();  // before the entries that its rows point at
 }
@@ -118,6 +122,10 @@ bool CHistoryView::CreateListBox(HWND parent) {
   if (box->window() == nullptr) return false;
   listBox_ = std::move(box);
   listBox_->SetBeforePaint([this] { pictures_->thumbnails().BeginPainting(); });
+  listBox_->SetLater([this] {
+    // One at a time. The rows that wait for more ask again when they are painted, for which input comes first.
+    if (pictures_->thumbnails().MakeWanted()) InvalidateRect(window(), nullptr, FALSE);
+  });
   const HDC dc = GetDC(window());
   font_ = CreateRowFont(dc);
   ReleaseDC(window(), dc);
@@ -159,6 +167,7 @@ void CHistoryView::Save() const {
 
 bool CHistoryView::AddPathToHistory(const char* path) {
   if (path == nullptr) return false;
+  const base::Hold hold(this);
   const HistoryList::AddResult result = history_->Add(path);
   if (result == HistoryList::AddResult::kRefused) return false;
   if (result == HistoryList::AddResult::kAppended && sortingMethod_ == kSortNewestFirst) {
@@ -247,6 +256,7 @@ const HistoryEntry* CHistoryView::EntryOfRow(int row) const {
 }
 
 bool CHistoryView::HandleMessage(HWND panel, UINT message, WPARAM wParam, LPARAM lParam) {
+  const base::Hold hold(this);
   if (message == WM_COMMAND && LOWORD(wParam) == controlId_) {
     if (HIWORD(wParam) == LBN_SELCHANGE) OnSelectionChanged();
     return true;
@@ -282,18 +292,23 @@ void CHistoryView::OnSelectionChanged() {
   if (entry == nullptr || entry->fullPath.empty()) return;
   const std::string path = entry->fullPath;  // adding replaces the entry
   const HWND list = window();
-  AddPathToHistory(path.c_str());
-  // A copy, and nothing of this object behind it: the host may take the explorer down while it loads.
-  const auto loadFile = services_.loadFile;
-  if (loadFile) loadFile(path.c_str());
+  // What fails in one of them loses none of the others. The host may take the explorer down while it loads.
+  base::IndependentSteps steps;
+  steps.Run([&] { AddPathToHistory(path.c_str()); });
+  steps.Run([&] {
+    if (services_.loadFile) services_.loadFile(path.c_str());
+  });
   if (IsWindow(list)) SendMessageA(list, LB_SETCURSEL, 0, 0);
+  steps.Finish();
 }
 
 void CHistoryView::OnDrawItem(const DRAWITEMSTRUCT& item) const {
   if (item.itemID == static_cast<UINT>(-1)) return;
-  const HistoryEntry* const entry = EntryOfRow(static_cast<int>(item.itemID));
-  if (!PaintHistoryRow(item, entry, showIcons_, font_.get(), *pictures_)) {
-    InvalidateRect(window(), &item.rcItem, FALSE);  // input comes before the next painting
+  // A copy: looking an icon up runs code of the shell's, which may change the list.
+  const HistoryEntry* const listed = EntryOfRow(static_cast<int>(item.itemID));
+  const auto entry = listed != nullptr ? std::optional(*listed) : std::nullopt;
+  if (!PaintHistoryRow(item, entry ? &*entry : nullptr, showIcons_, font_.get(), *pictures_)) {
+    listBox_->AskForLater();
   }
 }
 
@@ -316,6 +331,7 @@ void CHistoryView::ShowIconsState(HWND toolbar) const {
 }
 
 bool CHistoryView::HandleCommand(int command, HWND toolbar, HWND commandWindow) {
+  const base::Hold hold(this);
   if (command >= kCommandFirstSorting && command < kCommandFirstSorting + kSortMethodCount) {
     SetSortingMethod(command - kCommandFirstSorting);
     return true;

@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 
+#include "base/handles/held.h"
 #include "src/framework/command_ids.h"
 #include "src/framework/unique_handle.h"
 #include "src/history/history_list.h"
@@ -37,15 +38,15 @@ struct HistoryServices {
   std::function<std::uint64_t()> clock;
 };
 
-class CHistoryView {
+// Functions that call the host or the shell may find the view taken down when the call comes back; see base::Holdable.
+class CHistoryView : public base::Holdable {
  public:
   // parent: the panel window; null when the list box cannot be created. Loads the settings and the history.
   // The window is hidden and covers the parent's client area.
-  static std::unique_ptr<CHistoryView> Create(HWND parent, int controlId, HistoryServices services);
-  // Saves settings and history, then destroys the window.
+  static base::held_ptr<CHistoryView> Create(HWND parent, int controlId, HistoryServices services);
   virtual ~CHistoryView();
-  CHistoryView(const CHistoryView&) = delete;
-  CHistoryView& operator=(const CHistoryView&) = delete;
+  // Saves settings and history, then destroys the window. Once.
+  void TakeDown() noexcept;
 
   // Adds the path, or makes a listed one (letters of any case) the newest. False for a null or empty path.
   bool AddPathToHistory(const char* path);

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "base/reach/drive_reach.h"
 #include "base/text/letter_case.h"
 #include "src/history/history_platform.h"
 #include "src/history/row_layout.h"
@@ -35,17 +36,17 @@ std::string IconKey(const std::string& path) {
 }
 
 std::optional<preview::Preview> MakeThumbnail(const HistoryEntry& entry, int pixels) {
-  const auto item = entry.itemId.empty() ? nullptr : reinterpret_cast<LPCITEMIDLIST>(entry.itemId.data());
-  const char* const path = entry.fullPath.empty() ? nullptr : entry.fullPath.c_str();
-  return preview::MakePreview(path, item, pixels, preview::PreviewLimits());
+  const std::string& path = entry.fullPath.empty() ? entry.itemName : entry.fullPath;
+  if (base::MayHang(path) || base::MayHang(entry.itemName)) return std::nullopt;
+  const ItemId item = ShellHistoryPlatform().ParseItem(entry.itemName);
+  return preview::MakePreview(path.c_str(), item.empty() ? nullptr : reinterpret_cast<LPCITEMIDLIST>(item.data()),
+                              pixels, preview::PreviewLimits());
 }
 
 // Files that other machines have are not looked at: one that is gone would hold the painting up.
 std::uint64_t StampOf(const std::string& path) {
-  if (path.size() < 3 || path[1] != ':') return 0;
-  const char root[] = {path[0], ':', '\\', '\0'};
   WIN32_FILE_ATTRIBUTE_DATA facts = {};
-  if (GetDriveTypeA(root) == DRIVE_REMOTE ||
+  if (path.size() < 3 || path[1] != ':' || base::MayHang(path) ||
       !GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &facts)) {
     return 0;
   }

@@ -8,30 +8,49 @@ namespace file_explorer {
 RowThumbnails::RowThumbnails(Source source, CaseFolder foldCase)
     : source_(std::move(source)), foldCase_(foldCase) {}
 
+std::string RowThumbnails::KeyOf(const HistoryEntry& entry) const {
+  return foldCase_(entry.fullPath.empty() ? entry.displayName : entry.fullPath);
+}
+
 RowThumbnails::Answer RowThumbnails::Of(const HistoryEntry& entry) {
-  if (entry.fullPath.empty() && entry.itemId.empty()) return {};
-  const std::string key = foldCase_(entry.fullPath.empty() ? entry.displayName : entry.fullPath);
-  const std::uint64_t start = source_.now();
-  auto found = kept_.find(key);
-  if (found != kept_.end() && start - found->second.lookedAt >= kLookEveryMs) {
-    found->second.lookedAt = start;
-    if (source_.stamp(entry.fullPath) != found->second.stamp) {
-      kept_.erase(found);
-      found = kept_.end();
-    }
-  }
-  if (found == kept_.end()) {
-    if (spent_ >= kPaintingMs) return {nullptr, true};
+  if (entry.fullPath.empty() && entry.itemName.empty()) return {};
+  const auto found = kept_.find(KeyOf(entry));
+  const bool isKept = found != kept_.end();
+  const bool isLater = !isKept || source_.now() - found->second.lookedAt >= kLookEveryMs;
+  if (isLater) wanted_.push_back(entry);
+  if (!isKept) return {nullptr, isLater};
+  found->second.used = ++uses_;
+  return {found->second.preview ? &*found->second.preview : nullptr, isLater};
+}
+
+// Whether there is one of the file as it is.
+bool RowThumbnails::IsFresh(const std::string& key, const HistoryEntry& entry) {
+  const auto found = kept_.find(key);
+  if (found == kept_.end()) return false;
+  const std::uint64_t now = source_.now();
+  if (now - found->second.lookedAt < kLookEveryMs) return true;
+  found->second.lookedAt = now;
+  return source_.stamp(entry.fullPath) == found->second.stamp;
+}
+
+bool RowThumbnails::MakeWanted() {
+  for (const HistoryEntry& entry : std::exchange(wanted_, {})) {
+    const std::string key = KeyOf(entry);
+    if (IsFresh(key, entry)) continue;
     Kept made;
     made.stamp = source_.stamp(entry.fullPath);  // before the file is read: a change meanwhile is seen later
-    made.preview = source_.make(entry);
+    // Runs code of the shell's extensions, which may handle messages: afterwards this object may be gone.
+    const auto make = source_.make;
+    const std::weak_ptr<const bool> alive = alive_;
+    made.preview = make(entry);
+    if (alive.expired()) return false;
     made.lookedAt = source_.now();
-    spent_ += made.lookedAt - start;
-    if (kept_.size() >= kMostKept) DropOldest();
-    found = kept_.emplace(key, std::move(made)).first;
+    made.used = ++uses_;
+    if (!kept_.contains(key) && kept_.size() >= kMostKept) DropOldest();
+    kept_.insert_or_assign(key, std::move(made));
+    return true;
   }
-  found->second.used = ++uses_;
-  return {found->second.preview ? &*found->second.preview : nullptr, false};
+  return false;
 }
 
 void RowThumbnails::DropOldest() {

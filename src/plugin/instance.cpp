@@ -3,8 +3,9 @@
 
 #include <shlobj.h>
 
-#include <exception>
+#include <utility>
 
+#include "base/flow/steps.h"
 #include "src/explorer/autoload.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/file_view_events.h"
@@ -64,7 +65,8 @@ void CMainApp::CreatePanel() {
 }
 
 bool CMainApp::CreateExplorerWindow() {
-  state_->explorerWindow = std::make_unique<ExplorerWindow>(*state_, state_->startDirectory.get());
+  state_->explorerWindow = base::make_held<ExplorerWindow>(*state_, state_->startDirectory.get());
+  const base::Hold hold(state_->explorerWindow.get());  // the host may end the instance while it docks the window
   ExplorerWindow& window = *state_->explorerWindow;
   window.SetFileViewEventHook(&FileViewEventHook);
   const ExplorerWindow::DockingRequest request = {kTitle,
@@ -113,46 +115,50 @@ void CMainApp::ReleaseHostRegistration() {
 }
 
 void CMainApp::SaveFavorites() {
-  try {
-    if (state_->favoritesPane) state_->favoritesPane->Save();
-  } catch (const std::exception&) {
-    // The file stays as it was; the teardown that follows must not be left half-way.
-  }
+  if (state_->favoritesPane) state_->favoritesPane->Save();
 }
 
-void CMainApp::DestroyInstance() {
-  // 1. The host's registration.
-  ReleaseHostRegistration();
-  // 2. The history saves itself on its way out.
-  state_->historyView.reset();
-  // 3. The favourites, saved while their tree still stands.
-  SaveFavorites();
-  state_->favoritesPane.reset();
-  // 4. Selector toolbars and folder tree.
-  DestroySelectorArea(*state_);
-  // 5. The explorer window saves its display mode.
-  state_->explorerWindow.reset();
-  // 6. What the three controls share.
-  ReleaseShellControlState();
-  // 7. The tooltip control.
-  Import_IO_ToolTipControl_Delete(state_->tooltip);
-  state_->tooltip = nullptr;
-  // 8., 9. The host gets its window back and removes the page.
+void CMainApp::GiveBackPanel() {
   if (state_->panelWindow != nullptr && IsWindow(state_->panelWindow)) {
     SetWindowLongPtrA(state_->panelWindow, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(state_->previousPanelProcedure));
   }
   host::Call<host::op::RemoveUtilityPanel>(state_->services, static_cast<const char*>(host::kPanelGuid));
+}
+
+void CMainApp::DestroyInstance() {
+  // A teardown must not stop half-way: each step runs whatever became of those before.
+  base::IndependentSteps steps;
+  // 1. The host's registration.
+  steps.Run([&] { ReleaseHostRegistration(); });
+  // 2. The history saves itself on its way out.
+  steps.Run([&] { state_->historyView.reset(); });
+  // 3. The favourites, saved while their tree still stands. If they can't be, the file stays as it was.
+  steps.Run([&] { SaveFavorites(); });
+  steps.Run([&] { state_->favoritesPane.reset(); });
+  // 4. Selector toolbars and folder tree.
+  steps.Run([&] { DestroySelectorArea(*state_); });
+  // 5. The explorer window saves its display mode.
+  steps.Run([&] { state_->explorerWindow.reset(); });
+  // 6. What the three controls share.
+  ReleaseShellControlState();
+  // 7. The tooltip control.
+  steps.Run([&] { Import_IO_ToolTipControl_Delete(std::exchange(state_->tooltip, nullptr)); });
+  // 8., 9. The host gets its window back and removes the page.
+  steps.Run([&] { GiveBackPanel(); });
   state_->ClearInstance();
   state_->services = nullptr;
-  if (oleInitialised_) OleUninitialize();
-  oleInitialised_ = false;
+  if (std::exchange(oleInitialised_, false)) OleUninitialize();
+  steps.Finish();
 }
 
 void CMainApp::ShowSelectorPane(int command) {
-  EnsureSelectorArea(*state_);
+  // An area in which a control refused something is shown all the same.
+  base::IndependentSteps steps;
+  steps.Run([&] { EnsureSelectorArea(*state_); });
   state_->BringPanelToFront();
   const std::optional<SelectorView> view = SelectorViewOf(command);
-  if (view) ShowSelectorView(*state_, *view);
+  if (view) steps.Run([&] { ShowSelectorView(*state_, *view); });
+  steps.Finish();
 }
 
 LRESULT CALLBACK CMainApp::PanelProcedure(HWND panel, UINT message, WPARAM wParam, LPARAM lParam) {

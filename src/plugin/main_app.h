@@ -38,6 +38,7 @@ class CMainApp : public CWinApp {
   void CreateFavoritesPane();
   void ReleaseHostRegistration();
   void SaveFavorites();
+  void GiveBackPanel();
 
   // Made by InitInstance, deleted by ExitInstance. When the process ends with an instance still standing it is left as it
   // is: the windows and libraries that it would let go of are gone already.

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "base/flow/steps.h"
 #include "src/explorer/explorer_window.h"
 #include "src/explorer/selector_area.h"
 #include "src/framework/module_context.h"
@@ -29,12 +30,17 @@ std::int64_t VerifyHeader() {
 }
 
 void OpenArchive(ExplorerState& state, const char* path) {
-  if (state.explorerWindow) state.explorerWindow->ResynchronisePanes();
-  EnsureSelectorArea(state);
+  const base::Hold hold(state.explorerWindow.get());
+  // What a control refuses on the way does not keep the archive from being shown.
+  base::IndependentSteps steps;
+  steps.Run([&] {
+    if (state.explorerWindow) state.explorerWindow->ResynchronisePanes();
+  });
+  steps.Run([&] { EnsureSelectorArea(state); });
   if (state.shellUnusable || !state.explorerWindow) return;
   state.explorerWindow->BringForward();
   const unique_pidl archive = ParsePath(path);
-  SetCurrentFolder(state.explorerWindow->fileView(), archive.get());
+  if (state.explorerWindow) SetCurrentFolder(state.explorerWindow->fileView(), archive.get());
 }
 
 std::int64_t Execute(std::int16_t action, const char* handlerGuid, const char* path) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "base/reach/drive_reach.h"
+
 namespace file_explorer::preview {
 namespace {
 
@@ -31,19 +33,15 @@ class OpenFile {
   HANDLE handle_;
 };
 
-// "\\machine\share\file", but also "\\.\device" and "\\?\anything": nothing of it is on a drive of ours.
-bool IsOnAnotherMachine(std::wstring_view path) {
-  if (path.size() < 3 || path[1] != L':') return true;
-  const wchar_t root[] = {path[0], L':', L'\\', L'\0'};
-  return GetDriveTypeW(root) == DRIVE_REMOTE;
-}
+// "\\machine\share\file", but also "\\.\device" and "\\?\anything": nothing of it is on a drive of ours. A disc may
+// have to be loaded first.
+bool IsFarAway(std::wstring_view path) { return path.size() < 3 || path[1] != L':' || base::MayHang(path); }
 
 bool IsDevice(std::wstring_view path) {
   return path.starts_with(L"\\\\.\\") || path.starts_with(L"\\\\?\\");
 }
 
-// Without opening it.
-bool MayBeRead(const wchar_t* path, std::uint64_t limit) {
+bool IsAtHand(const wchar_t* path, std::uint64_t limit) {
   WIN32_FILE_ATTRIBUTE_DATA facts = {};
   if (!GetFileAttributesExW(path, GetFileExInfoStandard, &facts)) return false;
   const std::uint64_t size = std::uint64_t{facts.nFileSizeHigh} << 32 | facts.nFileSizeLow;
@@ -52,9 +50,13 @@ bool MayBeRead(const wchar_t* path, std::uint64_t limit) {
 
 }  // namespace
 
+bool MayBeOpened(const wchar_t* path, std::uint64_t limit, bool remote) {
+  return !IsDevice(path) && (remote || !IsFarAway(path)) && IsAtHand(path, limit);
+}
+
 std::optional<std::string> ReadWholeFile(const wchar_t* path, std::uint64_t limit, bool remote,
                                          WorkBudget& budget) {
-  if (IsDevice(path) || (!remote && IsOnAnotherMachine(path)) || !MayBeRead(path, limit)) return std::nullopt;
+  if (!MayBeOpened(path, limit, remote)) return std::nullopt;
   const OpenFile file(path);
   if (!file.IsOnDisk()) return std::nullopt;
   // Asked again: it may have grown, or be another one by now.

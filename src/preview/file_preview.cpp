@@ -48,12 +48,13 @@ PreviewLimits PatientLimits() {
 std::optional<Preview> MakePreview(const wchar_t* path, LPCITEMIDLIST item, int size,
                                    const PreviewLimits& limits) {
   if (size < kSmallestPreview || size > kLargestPreview) return std::nullopt;
+  // An extractor opens the file too.
+  if (path == nullptr || !MayBeOpened(path, limits.fileBytes, limits.remoteFiles)) return std::nullopt;
   if (item != nullptr) {
     if (std::optional<Picture> picture = ExtractShellPicture(item, size)) {
       return Preview{std::move(*picture), true};
     }
   }
-  if (path == nullptr) return std::nullopt;
   const std::string name = AsciiOf(path);
   const FileKind kind = KindOfFile(name);
   if (kind == FileKind::kNone) return std::nullopt;

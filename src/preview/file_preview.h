@@ -32,8 +32,8 @@ struct PreviewLimits {
 // For somebody who has time, on a thread of its own.
 PreviewLimits PatientLimits();
 
-// path: the file's full path. item: the same as an item identifier list from the desktop; may be null, then
-// no extractor is asked. size: pixels, 16 to 512. None for damaged, empty, too large and offline files, for
+// path: the file's full path; null gives none, as does every file that may not be opened. item: the same as an item
+// identifier list from the desktop; may be null, then no extractor is asked. size: pixels, 16 to 512. None for damaged, empty, too large and offline files, for
 // folders, devices and all other kinds of file. Needs COM on the thread; the file is not locked, and closed
 // at the end of the call. May throw std::bad_alloc.
 std::optional<Preview> MakePreview(const wchar_t* path, LPCITEMIDLIST item, int size,

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "src/framework/com/com_guard.h"
 #include "src/framework/com/com_ptr.h"
 
 namespace file_explorer::preview {
@@ -66,7 +67,9 @@ std::optional<Picture> PixelsOf(HBITMAP bitmap, int size) {
 }  // namespace
 
 std::optional<Picture> ExtractShellPicture(LPCITEMIDLIST item, int size) {
-  const ComPtr<IExtractImage> extractor = ExtractorOf(item);
+  // Somebody else's code: a damaged extractor must not take the host with it.
+  ComPtr<IExtractImage> extractor;
+  if (!RunForeignCode([&] { extractor = ExtractorOf(item); })) return std::nullopt;
   return extractor ? ExtractPicture(*extractor.Get(), size) : std::nullopt;
 }
 
@@ -74,13 +77,15 @@ std::optional<Picture> ExtractPicture(IExtractImage& extractor, int size) {
   // The location has to be asked for before the picture, although nobody needs it here.
   wchar_t location[MAX_PATH] = L"";
   DWORD priority = 0;
-  DWORD flags = IEIFLAG_ASPECT;
+  DWORD flags = IEIFLAG_ASPECT | IEIFLAG_OFFLINE;  // what is on another machine or in a cloud stays there
   const SIZE wanted = {size, size};
   OwnedBitmap bitmap;
-  if (FAILED(extractor.GetLocation(location, MAX_PATH, &priority, &wanted, kColorDepth, &flags)) ||
-      FAILED(extractor.Extract(bitmap.put()))) {
-    return std::nullopt;
-  }
+  HRESULT result = E_FAIL;
+  const bool returned = RunForeignCode([&] {
+    result = extractor.GetLocation(location, MAX_PATH, &priority, &wanted, kColorDepth, &flags);
+    if (SUCCEEDED(result)) result = extractor.Extract(bitmap.put());
+  });
+  if (!returned || FAILED(result)) return std::nullopt;
   return PixelsOf(bitmap.get(), size);
 }
 

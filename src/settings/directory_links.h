@@ -21,7 +21,8 @@ std::string UserFilePath(HWND hostWindow, const char* name);
 unique_pidl ParsePath(const std::string& path);
 
 // The folder that a link file keeps; without one the host's working directory (TS_WORKING_DIR); without that, or when
-// it can't be parsed, the desktop. Empty only when even the desktop can't be had.
+// it can't be parsed, the desktop. A folder that is gone, or is a file by now, counts as none. Shares and network drives
+// are not looked at, since that can hang: they count as there. Empty only when even the desktop can't be had.
 unique_pidl ResolveDirectoryLink(const std::string& linkPath);
 
 // A copy of a list; empty for null.

@@ -34,10 +34,17 @@ ComPtr<IShellLinkA> OpenLink(const std::wstring& path) {
 
 }  // namespace
 
-unique_pidl ReadShellLink(const std::string& linkPath) {
+unique_pidl ReadShellLink(const std::string& linkPath, DWORD* attributes) {
   unique_pidl target;
+  if (attributes != nullptr) *attributes = 0;
   const ComPtr<IShellLinkA> link = OpenLink(FullPath(linkPath));
-  if (link) link->GetIDList(target.put());
+  if (!link) return target;
+  link->GetIDList(target.put());
+  if (attributes != nullptr) {
+    char path[MAX_PATH] = "";
+    WIN32_FIND_DATAA written = {};
+    if (SUCCEEDED(link->GetPath(path, MAX_PATH, &written, SLGP_RAWPATH))) *attributes = written.dwFileAttributes;
+  }
   return target;
 }
 

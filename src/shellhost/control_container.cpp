@@ -58,6 +58,7 @@ CControlSite* ControlSiteOf(IUnknown* site) noexcept {
 
 HRESULT AttachOrResize(CControlSite* site, HWND parentWindow, const RECT& rect) {
   if (!site) return E_POINTER;
+  const ComPtr<IOleClientSite> alive(site);  // the control may make the owner let go of it
   return site->ParentWindow() ? site->SetPosition(rect) : site->Attach(parentWindow, rect, nullptr);
 }
 

@@ -122,7 +122,9 @@ IUnknown* CControlSite::ControlUnknown() const {
 
 HRESULT CControlSite::SetPosition(const RECT& rect) {
   position_ = rect;
-  if (inPlaceObject_) RunForeignCode([&] { inPlaceObject_->SetObjectRects(&position_, &position_); });
+  if (const ComPtr<IOleInPlaceObject> inPlace = inPlaceObject_) {
+    RunForeignCode([&] { inPlace->SetObjectRects(&position_, &position_); });
+  }
   return S_OK;
 }
 
@@ -131,10 +133,11 @@ RECT CControlSite::Position() const {
 }
 
 HRESULT CControlSite::DoVerb(LONG verb) {
-  if (!oleObject_) return E_FAIL;
+  const ComPtr<IOleObject> object = oleObject_;
+  if (!object) return E_FAIL;
   HRESULT result = E_FAIL;
   const bool completed = RunForeignCode(
-      [&] { result = oleObject_->DoVerb(verb, nullptr, AsClientSite(), 0, parentWindow_, &position_); });
+      [&] { result = object->DoVerb(verb, nullptr, AsClientSite(), 0, parentWindow_, &position_); });
   return completed ? result : E_FAIL;
 }
 

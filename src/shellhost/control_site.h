@@ -190,6 +190,7 @@ class CControlSite : public IOleClientSite,
  private:
   IOleClientSite* AsClientSite() noexcept { return this; }
   IUnknown* Identity() noexcept { return static_cast<IOleClientSite*>(this); }
+  ComPtr<IOleObject> AttachedObject() const;  // raises _com_error when the site was detached meanwhile
   void GiveClientSite();
   void ReadMiscStatus();
   void LoadInitialState(IUnknown* initStream);

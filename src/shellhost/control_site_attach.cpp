@@ -23,7 +23,9 @@ HRESULT CControlSite::Attach(HWND parentWindow, const RECT& rect, IUnknown* init
     inPlaceObject_ = AskFor<IOleInPlaceObject>(control_.Get());
     windowlessObject_ = AskFor<IOleInPlaceObjectWindowless>(control_.Get());
     if (flags_ & kSiteVisible) ActivateControl();
-    if (viewObject_) CallForeignCode([&] { viewObject_->SetAdvise(DVASPECT_CONTENT, 0, this); });
+    if (const ComPtr<IViewObject> view = viewObject_) {
+      CallForeignCode([&] { view->SetAdvise(DVASPECT_CONTENT, 0, this); });
+    }
     if (!(flags_ & kSiteClientSiteFirst)) GiveClientSite();
     return S_OK;
   } catch (...) {
@@ -31,14 +33,22 @@ HRESULT CControlSite::Attach(HWND parentWindow, const RECT& rect, IUnknown* init
   }
 }
 
+// The control may have the site detached during any of these calls: each goes through a reference of its own.
+ComPtr<IOleObject> CControlSite::AttachedObject() const {
+  if (!oleObject_) throw _com_error(E_UNEXPECTED);
+  return oleObject_;
+}
+
 void CControlSite::GiveClientSite() {
-  CallForeignCode([&] { oleObject_->SetClientSite(AsClientSite()); });
+  const ComPtr<IOleObject> object = AttachedObject();
+  CallForeignCode([&] { object->SetClientSite(AsClientSite()); });
 }
 
 void CControlSite::ReadMiscStatus() {
   DWORD status = 0;
   HRESULT result = E_FAIL;
-  CallForeignCode([&] { result = oleObject_->GetMiscStatus(DVASPECT_CONTENT, &status); });
+  const ComPtr<IOleObject> object = AttachedObject();
+  CallForeignCode([&] { result = object->GetMiscStatus(DVASPECT_CONTENT, &status); });
   if (FAILED(result)) return;
   if (status & OLEMISC_SETCLIENTSITEFIRST) flags_ |= kSiteClientSiteFirst;
   if (status & OLEMISC_INVISIBLEATRUNTIME) flags_ &= ~kSiteVisible;
@@ -75,8 +85,9 @@ void CControlSite::LoadFrom(IUnknown* source) {
 }
 
 void CControlSite::ActivateControl() {
+  const ComPtr<IOleObject> object = AttachedObject();
   CallForeignCode([&] {
-    oleObject_->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, AsClientSite(), 0, parentWindow_, &position_);
+    object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, AsClientSite(), 0, parentWindow_, &position_);
   });
 }
 

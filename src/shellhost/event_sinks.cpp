@@ -15,15 +15,16 @@
 namespace file_explorer {
 namespace {
 
-// One call of a host's callback.
+// One call of a host's callback. The callback is looked up late: reading the event's arguments calls the control,
+// which may have the host taken down, and a host without a callback hears nothing.
 struct EventCall {
   ShellControlHost* host;
-  ControlEventCallback callback;
 
   std::int64_t operator()(ControlEvent code, IDispatch* object = nullptr, std::int64_t a = 0,
                           std::int64_t b = 0, const std::optional<std::string>& path = std::nullopt) const {
-    return callback(static_cast<std::int16_t>(code), host, object, a, b, 0, 0,
-                    path ? path->c_str() : nullptr);
+    if (!host->callback) return 0;
+    return host->callback(static_cast<std::int16_t>(code), host, object, a, b, 0, 0,
+                          path ? path->c_str() : nullptr);
   }
 };
 
@@ -199,11 +200,12 @@ HRESULT AnswerEvent(ShellControlHost* host, DISPID id, const DISPPARAMS* paramet
   if (!parameters) return DISP_E_PARAMNOTFOUND;
   if (!known(id)) return DISP_E_MEMBERNOTFOUND;
   if (!host || !host->callback) return S_OK;
+  const base::Hold hold(host);  // until the event is over, whatever the callback brings about
   for (const EventEntry& entry : entries) {
     if (entry.id != id) continue;
     // Whatever goes wrong on the way is not the control's business.
     ComEdge([&] {
-      entry.handle({host, host->callback}, EventArguments(*parameters));
+      entry.handle({host}, EventArguments(*parameters));
       return S_OK;
     });
     break;

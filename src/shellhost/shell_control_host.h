@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+#include "base/handles/held.h"
 #include "src/framework/com/com_owners.h"
 
 namespace file_explorer {
@@ -33,20 +34,20 @@ enum class ControlEvent : std::int16_t {
 };
 
 // Receives every control event. `code` is a ControlEvent. object (may be null) and path (8-bit, may be null)
-// are borrowed and live during the call only; unused numbers are 0. Non-zero: handled. The callback must not
-// destroy the host that raised the event. What it throws ends the event.
+// are borrowed and live during the call only; unused numbers are 0. Non-zero: handled. The host may be
+// taken down during the call.
 using ControlEventCallback = std::int64_t (*)(std::int16_t code, ShellControlHost* host, IDispatch* object,
                                               std::int64_t a, std::int64_t b, std::int64_t c, std::int64_t d,
                                               const char* path);
 
-// Destroying a host takes its control down, in this order: the explorer hears no more events; the control
+// Taking a host down takes its control down, in this order: the explorer hears no more events; the control
 // drops its reference to the sink; the dispatch interface goes; the site is detached (deactivates, closes and
-// releases the control); the site and the sink go.
-struct ShellControlHost {
+// releases the control); the site and the sink go. Every operation on what is left does nothing. Whoever calls
+// the control more than once holds the host (base::Hold): the control may let the owner take it down meanwhile.
+struct ShellControlHost : base::Holdable {
   ShellControlHost() = default;
-  ShellControlHost(const ShellControlHost&) = delete;
-  ShellControlHost& operator=(const ShellControlHost&) = delete;
-  ~ShellControlHost();
+  ~ShellControlHost() { TakeDown(); }
+  void TakeDown() noexcept;
 
   ComPtr<IUnknown>
       site;  // of a CControlSite; null when creation failed, and then every operation does nothing
@@ -61,5 +62,8 @@ struct ShellControlHost {
   ControlEventSink* eventSink = nullptr;  // the sink, by the side that knows its host
   AdviseConnection connection;
 };
+
+// Owns a host and takes it down when it goes.
+using ShellControlPtr = base::held_ptr<ShellControlHost>;
 
 }  // namespace file_explorer

@@ -3,7 +3,9 @@
 #include <commctrl.h>
 
 #include <span>
+#include <utility>
 
+#include "base/flow/steps.h"
 #include "base/text/code_page.h"
 #include "src/framework/com/com_guard.h"
 #include "src/framework/com/com_text.h"
@@ -79,9 +81,9 @@ void PutCreationValues(IDispatch* control, std::span<const CreationValue> values
   }
 }
 
-std::unique_ptr<ShellControlHost> NewHost(const ShellControlClass& controlClass, HWND parentWindow,
+ShellControlPtr NewHost(const ShellControlClass& controlClass, HWND parentWindow,
                                           PropertyList properties) {
-  auto host = std::make_unique<ShellControlHost>();
+  auto host = base::make_held<ShellControlHost>();
   CreateShellControl(*host, controlClass, parentWindow, std::move(properties));
   if (!host->site) return nullptr;
   return host;
@@ -167,7 +169,7 @@ bool ConnectShellControl(ShellControlHost& host) {
   return SUCCEEDED(host.connection.Connect(control, *host.controlClass->eventId, host.sink.Get()));
 }
 
-std::unique_ptr<ShellControlHost> CreateFileViewHost(HWND parentWindow, PropertyList properties,
+ShellControlPtr CreateFileViewHost(HWND parentWindow, PropertyList properties,
                                                      ExplorerWindow* owner, ControlEventCallback callback) {
   auto host = NewHost(kFileViewClass, parentWindow, std::move(properties));
   if (!host) return nullptr;
@@ -178,13 +180,13 @@ std::unique_ptr<ShellControlHost> CreateFileViewHost(HWND parentWindow, Property
   return host;
 }
 
-std::unique_ptr<ShellControlHost> CreateFolderViewHost(HWND parentWindow) {
+ShellControlPtr CreateFolderViewHost(HWND parentWindow) {
   auto host = NewHost(kFolderViewClass, parentWindow, {});
   if (host) PutCreationValues(host->control.Get(), kFolderViewValues);
   return host;
 }
 
-std::unique_ptr<ShellControlHost> CreateComboViewHost(HWND parentWindow) {
+ShellControlPtr CreateComboViewHost(HWND parentWindow) {
   auto host = NewHost(kComboViewClass, parentWindow, {});
   if (host) PutCreationValues(host->control.Get(), kComboViewValues);
   return host;
@@ -192,6 +194,7 @@ std::unique_ptr<ShellControlHost> CreateComboViewHost(HWND parentWindow) {
 
 void ResizeShellControl(ShellControlHost* host, const RECT& rect) {
   if (!host || !host->site) return;
+  const base::Hold hold(host);
   AttachOrResize(ControlSiteOf(host->site.Get()), host->parentWindow, rect);
 }
 
@@ -205,21 +208,32 @@ void ShowShellControl(ShellControlHost* host, bool visible) {
 
 void LinkShellControls(ShellControlHost* comboView, ShellControlHost* folderView,
                        ShellControlHost* fileView) {
+  const base::Hold holdCombo(comboView);
+  const base::Hold holdFolder(folderView);
+  const base::Hold holdFile(fileView);
   LinkTo(comboView, combo_view_id::kLinkedFolderView, folderView);
   LinkTo(folderView, folder_view_id::kLinkedFileView, fileView);
 }
 
 void ApplyControlOptions(ShellControlHost* folderView, ShellControlHost* fileView,
                          const ControlOptions& options) {
-  SetFolderViewOption(folderView, FolderViewOption::kShowFiles, options.treeShowFiles != 0);
-  SetFolderViewOption(folderView, FolderViewOption::kShowVirtualFolders, options.treeShowVirtualFolders != 0);
-  SetFolderViewOption(folderView, FolderViewOption::kDragAndDrop, options.treeAllowDragAndDrop != 0);
-  if (IDispatch* const control = ControlOf(fileView)) {
-    PutFlag(control, file_view_id::kVirtualFolders, options.fileViewShowVirtualFolders != 0);
-    PutFlag(control, file_view_id::kFolders, options.fileViewShowFolders != 0);
-    PutFlag(control, file_view_id::kDragAndDrop, options.fileViewAllowDragAndDrop != 0);
-    PutFlag(control, file_view_id::kGridLines, options.fileViewShowGridLines != 0);
+  const base::Hold holdFolderView(folderView);
+  const base::Hold holdFileView(fileView);
+  base::IndependentSteps steps;
+  for (const auto& [option, on] : {std::pair{FolderViewOption::kShowFiles, options.treeShowFiles},
+                                   {FolderViewOption::kShowVirtualFolders, options.treeShowVirtualFolders},
+                                   {FolderViewOption::kDragAndDrop, options.treeAllowDragAndDrop}}) {
+    steps.Run([&] { SetFolderViewOption(folderView, option, on != 0); });
   }
+  for (const auto& [property, on] : {std::pair{file_view_id::kVirtualFolders, options.fileViewShowVirtualFolders},
+                                     {file_view_id::kFolders, options.fileViewShowFolders},
+                                     {file_view_id::kDragAndDrop, options.fileViewAllowDragAndDrop},
+                                     {file_view_id::kGridLines, options.fileViewShowGridLines}}) {
+    steps.Run([&] {
+      if (IDispatch* const control = ControlOf(fileView)) PutFlag(control, property, on != 0);
+    });
+  }
+  steps.Finish();
 }
 
 }  // namespace file_explorer

@@ -43,11 +43,11 @@ void RegisterFilePaneControls(ControlRegistration fileView = RegisterFileViewCon
 
 // Make a control in parentWindow, which it fills. Null when it could not be made; the user was told then. A
 // property that the control refuses raises _com_error.
-std::unique_ptr<ShellControlHost> CreateFileViewHost(HWND parentWindow, PropertyList properties,
+ShellControlPtr CreateFileViewHost(HWND parentWindow, PropertyList properties,
                                                      ExplorerWindow* owner, ControlEventCallback callback);
 // The owner sets callback and owner of these two.
-std::unique_ptr<ShellControlHost> CreateFolderViewHost(HWND parentWindow);
-std::unique_ptr<ShellControlHost> CreateComboViewHost(HWND parentWindow);
+ShellControlPtr CreateFolderViewHost(HWND parentWindow);
+ShellControlPtr CreateComboViewHost(HWND parentWindow);
 
 // The steps that the three have in common. On return host.site is null when there is no control.
 void CreateShellControl(ShellControlHost& host, const ShellControlClass& controlClass, HWND parentWindow,

@@ -344,6 +344,7 @@ std::span<const file_explorer::InterfaceEntry> ScriptedItem::Interfaces() {
 HRESULT ScriptedItem::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                              EXCEPINFO*, UINT*) {
   log.push_back(DescribeCall(id, flags, parameters));
+  if (const auto act = whenAsked) act(id);
   const auto failure = failures.find(id);
   if (failure != failures.end()) return failure->second;
   if (flags & DISPATCH_PROPERTYPUT) {

@@ -203,6 +203,7 @@ class ScriptedItem : public IDispatch,
   VARIANT_BOOL selected = VARIANT_FALSE;
   ComPtr<IDispatch> parent;
   std::map<DISPID, HRESULT> failures;
+  std::function<void(DISPID id)> whenAsked;  // called before a call is answered; may do anything
   std::vector<std::string> log;
 
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }

@@ -184,6 +184,8 @@ HRESULT WINAPI _com_dispatch_propget(IDispatch* object, DISPID id, VARTYPE type,
 #endif
 
 HRESULT __cdecl _com_dispatch_propput(IDispatch* object, DISPID id, VARTYPE type, ...) {
+  // Whoever owns the object may let go of it during the call.
+  const file_explorer::ComPtr<IDispatch> alive(object);
   va_list arguments;
   va_start(arguments, type);
   VARIANT value = file_explorer::NextArgument(type, arguments);
@@ -201,6 +203,7 @@ HRESULT __cdecl _com_dispatch_propput(IDispatch* object, DISPID id, VARTYPE type
 
 HRESULT __cdecl _com_dispatch_method(IDispatch* object, DISPID id, WORD flags, VARTYPE resultType,
                                      void* result, const wchar_t* argumentTypes, ...) {
+  const file_explorer::ComPtr<IDispatch> alive(object);
   va_list arguments;
   va_start(arguments, argumentTypes);
   file_explorer::ArgumentBlock values(argumentTypes, arguments);

@@ -26,6 +26,7 @@ void Require(bool condition) {
 class Platform final : public HistoryPlatform {
  public:
   ItemId ParseItem(const std::string& name) override { return ItemId(name.begin(), name.end()); }
+  bool MayHang(const std::string&) override { return false; }
   std::string ParsingName(const ItemId& item) override { return std::string(item.begin(), item.end()); }
   std::string BaseName(const std::string& path) override {
     return path.substr(path.find_last_of("\\/:") + 1);

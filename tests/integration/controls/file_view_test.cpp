@@ -46,6 +46,21 @@ TEST_F(FileView, ColumnsShowSizeTypeAndDate) {
   EXPECT_FALSE(view_.CellText(1, 3).empty());
 }
 
+TEST_F(FileView, AReasonOfTheSystemNamesTheFile) {
+  folder_.AddFile(L"program.exe", "no program at all");
+  Open();
+  CallMethod(GetObject(view_.dispatch(), 47, 1).get(), 19);
+  const auto status = [this] {
+    UpdateWindow(GetParent(view_.list()));
+    wchar_t text[512] = L"";
+    GetWindowTextW(GetParent(view_.list()), text, 512);
+    return std::wstring(text);
+  };
+  EXPECT_TRUE(WaitUntil([&] { return status().find(L"cannot be opened") != std::wstring::npos; }));
+  EXPECT_EQ(status().find(L"%1"), std::wstring::npos);
+  EXPECT_NE(status().find(L"program.exe"), std::wstring::npos);
+}
+
 TEST_F(FileView, AnotherViewLeavesNothingOfTheOneBefore) {
   constexpr long kReport = 1;
   constexpr long kList = 3;

@@ -205,6 +205,21 @@ TEST_F(Linking, AForeignObjectCannotBeLinked) {
   EXPECT_EQ(PutObject(tree_.dispatch(), 24, nullptr), S_OK);
 }
 
+// A tree that followed itself, or two trees that followed each other, would go round for ever.
+TEST_F(Linking, OnlyAFileViewCanBeATreesFileViewAndOnlyATreeABoxesTree) {
+  Hosted other(kFolderView);
+  for (IUnknown* const wrong : {tree_.unknown(), other.unknown(), combo_.unknown()}) {
+    EXPECT_NE(PutObject(tree_.dispatch(), 24, wrong), S_OK);
+  }
+  for (IUnknown* const wrong : {view_.unknown(), combo_.unknown()}) {
+    EXPECT_NE(PutObject(combo_.dispatch(), 8, wrong), S_OK);
+  }
+  Link();
+  EXPECT_NE(PutObject(tree_.dispatch(), 24, tree_.unknown()), S_OK);
+  ASSERT_TRUE(view_.GoAndWait(folder_.Join(L"one")));
+  ExpectAllAt(folder_.Join(L"one"));
+}
+
 TEST_F(Linking, ClosingInAnyOrderLeavesTheOthersAlive) {
   Link();
   ASSERT_TRUE(view_.GoAndWait(folder_.Join(L"one")));

@@ -40,9 +40,9 @@ class Registration : public testing::Test {
     RegCreateKeyExW(parent, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
     return key;
   }
-  static void Write(HKEY root, const std::wstring& path, const std::wstring& text) {
+  static void Write(HKEY root, const std::wstring& path, const std::wstring& text, DWORD type = REG_SZ) {
     const HKEY key = Create(root, path);
-    RegSetValueExW(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
+    RegSetValueExW(key, nullptr, 0, type, reinterpret_cast<const BYTE*>(text.c_str()),
                    static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
     RegCloseKey(key);
   }
@@ -105,6 +105,29 @@ TEST_F(Registration, LeavesAControlOfTheWholeMachineAlone) {
   EXPECT_EQ(RegisterControl(Control(folder_.AddFile(L"ours.ocx")), user_, machine_),
             RegistrationResult::kLeftAlone);
   EXPECT_EQ(Subkeys(user_), 0u);
+}
+
+// As an installer writes it for everybody who uses the machine.
+TEST_F(Registration, LeavesAControlWhoseFileIsNamedThroughAVariableAlone) {
+  SetEnvironmentVariableW(L"REGISTRATION_TEST_FOLDER", folder_.path().c_str());
+  folder_.AddFile(L"their controls\\theirs.ocx");
+  const std::wstring ours = folder_.AddFile(L"ours.ocx");
+  for (const wchar_t* theirs :
+       {L"%REGISTRATION_TEST_FOLDER%\\their controls\\theirs.ocx", L"\"%REGISTRATION_TEST_FOLDER%\\their controls\\theirs.ocx\"",
+        L"\"%REGISTRATION_TEST_FOLDER%\\their controls\\theirs.ocx\" /Automation",
+        L"%REGISTRATION_TEST_FOLDER%\\their controls\\theirs.ocx /Automation"}) {
+    Write(machine_, ServerKey(), theirs, REG_EXPAND_SZ);
+    EXPECT_EQ(RegisterControl(Control(ours), user_, machine_), RegistrationResult::kLeftAlone) << theirs;
+    EXPECT_EQ(Subkeys(user_), 0u) << theirs;
+  }
+  Write(machine_, ServerKey(), L"%REGISTRATION_TEST_FOLDER%\\their controls\\missing.ocx", REG_EXPAND_SZ);
+  EXPECT_EQ(RegisterControl(Control(ours), user_, machine_), RegistrationResult::kWritten);
+  SetEnvironmentVariableW(L"REGISTRATION_TEST_FOLDER", nullptr);
+}
+
+TEST_F(Registration, AFolderIsNoControl) {
+  Write(machine_, ServerKey(), folder_.path());
+  EXPECT_EQ(RegisterControl(Control(folder_.AddFile(L"ours.ocx")), user_, machine_), RegistrationResult::kWritten);
 }
 
 TEST_F(Registration, ReplacesAControlWhoseFileIsMissing) {

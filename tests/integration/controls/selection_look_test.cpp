@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/integration/controls/control_container.h"
+#include "tests/support/high_contrast.h"
 #include "tests/support/temp_directory.h"
 #include "tests/support/wait_until.h"
 #include "workbench/controls/shell/selection_look.h"
@@ -49,6 +50,29 @@ TEST(SelectionLook, AnUnfocusedListShadesItsSelectedRows) {
   EXPECT_EQ(shaded(0), 0);
   SetFocus(view.list());
   EXPECT_EQ(shaded(1), 0) << "with the focus it has the system's colour";
+}
+
+TEST(SelectionLook, InHighContrastASelectionHasTheSystemsColour) {
+  TempDirectory folder;
+  folder.AddFile(L"a.txt");
+  Hosted view(kFileView);
+  ASSERT_TRUE(view.GoAndWait(folder.path()));
+  LVITEMW item = {};
+  item.state = item.stateMask = LVIS_SELECTED;
+  SendMessageW(view.list(), LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&item));
+  SetFocus(view.frame());
+  RECT area = {};
+  area.left = LVIR_LABEL;
+  SendMessageW(view.list(), LVM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&area));
+  const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
+  ASSERT_NE(highlight, controls::InactiveSelectionColor());
+  {
+    const test_support::HighContrast contrast(ModuleOf(kFileView));
+    ASSERT_TRUE(contrast.installed());
+    EXPECT_GT(CountPixels(view.list(), area, highlight), 100);
+    EXPECT_EQ(CountPixels(view.list(), area, controls::InactiveSelectionColor()), 0);
+  }
+  EXPECT_GT(CountPixels(view.list(), area, controls::InactiveSelectionColor()), 100) << "and back again";
 }
 
 TEST(SelectionLook, AnUnfocusedTreeShadesItsSelectedFolder) {

@@ -156,6 +156,18 @@ TEST_F(ExplorerWindowTest, TheSelectBoxExplainsItsPatterns) {
   EXPECT_EQ(text.substr(text.rfind('\n') + 1), R"([a-z\] = Matches a, b, c, \)");
 }
 
+TEST_F(ExplorerWindowTest, TheSelectBoxExplainsItsPatternsInWideTextToo) {
+  NMTTDISPINFOW request = {};
+  request.hdr.code = static_cast<UINT>(TTN_GETDISPINFOW);
+  request.hdr.idFrom = reinterpret_cast<UINT_PTR>(fixture_.SelectEdit());
+  request.uFlags = TTF_IDISHWND;
+  SendMessageA(window_, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&request));
+  ASSERT_NE(request.lpszText, nullptr);
+  const std::wstring text = request.lpszText;
+  EXPECT_EQ(text.find(L"Select items based on a search pattern:\n\nabc = "), 0U);
+  EXPECT_EQ(text.substr(text.rfind(L'\n') + 1), LR"([a-z\] = Matches a, b, c, \)");
+}
+
 TEST_F(ExplorerWindowTest, ToolbarComboBoxAndFileViewStandBelowEachOther) {
   RECT toolbar = {};
   RECT combo = {};

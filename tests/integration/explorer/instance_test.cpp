@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "src/host/vc64_tx.h"
@@ -188,7 +190,7 @@ TEST_F(InstanceTest, APanelThatWasNeverShownHasNoSelectorToolbarsToDestroy) {
   EXPECT_EQ(fixture_.services().CountCalls("RemoveUtilityPanel"), 1);
 }
 
-TEST_F(InstanceTest, AMissingFolderTreeLeavesTheFileViewAndIsToldOnce) {
+TEST_F(InstanceTest, AMissingFolderTreeLeavesTheFileViewAndIsToldAtEachTry) {
   const BlockedClass folderView(test_support::kFolderViewClassId);
   Create();
   ASSERT_GE(folderView.attempts(), 1);
@@ -196,7 +198,9 @@ TEST_F(InstanceTest, AMissingFolderTreeLeavesTheFileViewAndIsToldOnce) {
   EXPECT_NE(fixture_.FileList(), nullptr);
   EXPECT_EQ(fixture_.SayWithHost({{"showfolderviewpanel", nullptr}}), 0U);
   EXPECT_GE(folderView.attempts(), 2) << "the next show tries again";
-  EXPECT_EQ(CountBoxes("Shell Viewing Error"), 1U);
+  EXPECT_EQ(CountBoxes("Shell Viewing Error"), 2U);
+  EXPECT_EQ(fixture_.SayWithHost({{"showhistorypanel", nullptr}}), 0U);
+  EXPECT_EQ(CountBoxes("Shell Viewing Error"), 3U);
   Destroy();
 }
 
@@ -259,19 +263,46 @@ TEST_F(InstanceTest, APathBoxThatRefusesAPropertyEndsTheFilePaneAndIsReported) {
   CoUninitialize();
 }
 
-TEST_F(InstanceTest, AFolderTreeThatRefusesAnOptionIsMadeAnewTheNextTime) {
-  const IID treeDispatch = {0x5B17B3F2, 0x89DA, 0x4045, {0x8D, 0xE1, 0xC4, 0xBA, 0xEE, 0x6F, 0xCC, 0x46}};
-  const IID treeEvents = {0x6755F807, 0x572E, 0x4D81, {0x97, 0x61, 0x35, 0x48, 0xE3, 0x41, 0xCF, 0x55}};
+test_support::ControlScript FolderTreeScript() {
   test_support::ControlScript script;
-  script.dispatchId = treeDispatch;
-  script.eventId = treeEvents;
-  script.members[4] = [](WORD, DISPPARAMS*, VARIANT*) { return E_FAIL; };
+  script.dispatchId = {0x5B17B3F2, 0x89DA, 0x4045, {0x8D, 0xE1, 0xC4, 0xBA, 0xEE, 0x6F, 0xCC, 0x46}};
+  script.eventId = {0x6755F807, 0x572E, 0x4D81, {0x97, 0x61, 0x35, 0x48, 0xE3, 0x41, 0xCF, 0x55}};
+  return script;
+}
+
+HRESULT Refuse(WORD, DISPPARAMS*, VARIANT*) { return E_FAIL; }
+
+TEST_F(InstanceTest, AFolderTreeThatRefusesAnOptionGetsAllTheOthersAndKeepsItsToolbars) {
+  fixture_.directory().AddFile(L"files\\here.obj");
+  test_support::ControlScript script = FolderTreeScript();
+  script.members[4] = Refuse;
+  CoInitialize(nullptr);
+  {
+    test_support::ScriptedClass tree(test_support::kFolderViewClassId, script);
+    Create();
+    EXPECT_EQ(tree.created, 1);
+    EXPECT_EQ(tree.alive, 1);
+    EXPECT_THAT(tree.log, testing::IsSupersetOf({"put 4 bool 0", "put 5 bool -1", "put 22 bool -1"}));
+    for (const int toolbar : {32001, 32002, 32003, 32004}) EXPECT_NE(fixture_.PanelChild(toolbar), nullptr);
+    EXPECT_TRUE(fixture_.WaitForFile("here.obj")) << "the start directory is applied all the same";
+    fixture_.SayWithHost({{"showhistorypanel", nullptr}});
+    EXPECT_EQ(tree.created, 1);
+    Destroy();
+    EXPECT_EQ(tree.alive, 0);
+  }
+  CoUninitialize();
+}
+
+TEST_F(InstanceTest, AFolderTreeThatRefusesWhatEveryTreeNeedsCantBeMade) {
+  test_support::ControlScript script = FolderTreeScript();
+  script.members[13] = Refuse;
   CoInitialize(nullptr);
   {
     test_support::ScriptedClass tree(test_support::kFolderViewClassId, script);
     Create();
     EXPECT_GE(tree.created, 1);
     EXPECT_EQ(tree.alive, 0);
+    EXPECT_EQ(CountBoxes("Shell Viewing Error"), 1U);
     EXPECT_EQ(fixture_.PanelChild(32001), nullptr);
     EXPECT_NE(fixture_.FileList(), nullptr);
   }
@@ -279,6 +310,73 @@ TEST_F(InstanceTest, AFolderTreeThatRefusesAnOptionIsMadeAnewTheNextTime) {
   EXPECT_NE(fixture_.FolderTree(), nullptr);
   EXPECT_NE(fixture_.PanelChild(32002), nullptr);
   Destroy();
+  CoUninitialize();
+}
+
+// A tree that stands in for the real one, in the running explorer.
+class StandInTreeTest : public InstanceTest {
+ protected:
+  static constexpr DISPID kSelectedFolder = 7;
+
+  void SetUp() override {
+    CoInitialize(nullptr);
+    tree_ = std::make_unique<test_support::ScriptedClass>(test_support::kFolderViewClassId, FolderTreeScript());
+    fixture_.directory().AddFile(L"files\\below\\inner.obj");
+    Create();
+    ASSERT_TRUE(fixture_.WaitForFile("below"));
+  }
+  void TearDown() override {
+    fixture_.Close();
+    tree_.reset();
+    CoUninitialize();
+  }
+  void GoBelow() {
+    fixture_.DoubleClickFile("below");
+    ASSERT_TRUE(fixture_.WaitForFile("inner.obj"));
+  }
+
+  std::unique_ptr<test_support::ScriptedClass> tree_;
+};
+
+TEST_F(StandInTreeTest, ATreeThatFailsDuringAFolderChangeCostsNothingElse) {
+  const std::string link = fixture_.UserDirectory() + "\\ExploreCurrentDirectory.lnk";
+  DeleteFileA(link.c_str());
+  tree_->script.members[kSelectedFolder] = Refuse;
+  SetWindowTextA(fixture_.SelectEdit(), "tree*");
+  GoBelow();
+  EXPECT_TRUE(test_support::WaitUntil([&] { return test_support::TextOf(fixture_.SelectEdit()).empty(); }));
+  EXPECT_TRUE(UserFileExists("ExploreCurrentDirectory.lnk"));
+  Destroy();
+}
+
+TEST_F(StandInTreeTest, ATreeThatEndsTheInstanceDuringAFolderChangeIsNoHarm) {
+  bool ended = false;
+  tree_->script.members[kSelectedFolder] = [&](WORD, DISPPARAMS*, VARIANT*) {
+    if (!std::exchange(ended, true)) Destroy();
+    return E_FAIL;
+  };
+  fixture_.DoubleClickFile("below");
+  EXPECT_TRUE(test_support::WaitUntil([&] { return ended; }));
+  fixture_.workbench().Pump();
+  EXPECT_EQ(fixture_.ExplorerWindow(), nullptr);
+  EXPECT_EQ(tree_->alive, 0);
+}
+
+TEST_F(InstanceTest, AFolderTreeThatDispatchesMessagesWhileItIsMadeIsMadeOnce) {
+  test_support::ControlScript script = FolderTreeScript();
+  CoInitialize(nullptr);
+  {
+    test_support::ScriptedClass tree(test_support::kFolderViewClassId, script);
+    tree.script.members[13] = [this](WORD, DISPPARAMS*, VARIANT*) {
+      SendMessageA(fixture_.Panel(), WM_SHOWWINDOW, TRUE, 0);
+      return S_OK;
+    };
+    Create();
+    EXPECT_EQ(tree.created, 1);
+    EXPECT_NE(fixture_.PanelChild(32001), nullptr);
+    Destroy();
+    EXPECT_EQ(tree.alive, 0);
+  }
   CoUninitialize();
 }
 

@@ -50,6 +50,24 @@ TEST_F(NavigationTest, AWorkingDirectoryThatIsGoneGivesTheDesktop) {
   EXPECT_TRUE(WaitUntil([&] { return fixture_.FileList() != nullptr && !UpIsEnabled(); }));
 }
 
+// The next run of the host, without a folder of the command line, starts where this one ended.
+TEST_F(NavigationTest, AFolderOfTheLastRunThatIsGoneGivesTheWorkingDirectory) {
+  fixture_.directory().AddFile(L"files\\here.obj");
+  fixture_.directory().AddFile(L"files\\below\\inner.obj");
+  Begin();
+  ASSERT_TRUE(fixture_.WaitForFile("below"));
+  fixture_.DoubleClickFile("below");
+  ASSERT_TRUE(fixture_.WaitForFile("inner.obj"));
+  fixture_.Close();
+  fixture_.options().folder.clear();
+  Begin();
+  EXPECT_TRUE(fixture_.WaitForFile("inner.obj")) << "while it is there";
+  fixture_.Close();
+  ASSERT_TRUE(MoveFileA((fixture_.FilesFolder() + "\\below").c_str(), (fixture_.FilesFolder() + "\\moved").c_str()));
+  Begin();
+  EXPECT_TRUE(fixture_.WaitForFile("here.obj"));
+}
+
 TEST_F(NavigationTest, UpShowsTheFolderAbove) {
   fixture_.directory().AddFile(L"files\\here.obj");
   Begin();

@@ -183,4 +183,47 @@ TEST_F(SelectorAreaTest, UnknownCommandsGoToTheExplorerAndThenToTheHost) {
   fixture_.Close();
 }
 
+// A host whose windows slide in dispatches messages while it docks one: the page is shown, and the selector area made,
+// before there is a file view.
+class DispatchingHostTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    fixture_.directory().AddFile(L"files\\here.obj");
+    fixture_.directory().AddFile(L"profile.ini", "[Explore]\nFileView_ShowGridLines=0\n");
+    fixture_.options().dispatchWhileDocking = true;
+    fixture_.Start();
+  }
+
+  test_support::ExplorerFixture fixture_;
+};
+
+TEST_F(DispatchingHostTest, TheStartDirectoryIsAppliedOnceBothViewsExist) {
+  bool treeCameFirst = false;
+  fixture_.services().Override<host::op::GetStoredRectangle>([&](const char*, RECT*) {  // asked for after docking
+    treeCameFirst = fixture_.FolderTree() != nullptr && fixture_.FileList() == nullptr;
+    return 0;
+  });
+  ASSERT_TRUE(fixture_.LoadExplorer());
+  EXPECT_TRUE(treeCameFirst);
+  EXPECT_TRUE(fixture_.WaitForFile("here.obj"));
+}
+
+TEST_F(DispatchingHostTest, TheFileViewGetsTheUsersOptions) {
+  ASSERT_TRUE(fixture_.LoadExplorer());
+  ASSERT_TRUE(fixture_.WaitForFile("here.obj"));
+  const auto style = SendMessageA(fixture_.FileList(), LVM_GETEXTENDEDLISTVIEWSTYLE, 0, 0);
+  EXPECT_EQ(style & LVS_EX_GRIDLINES, 0);
+}
+
+TEST_F(DispatchingHostTest, GoingElsewhereBeforeTheNextShowIsNotUndone) {
+  fixture_.directory().AddFile(L"files\\below\\inner.obj");
+  ASSERT_TRUE(fixture_.LoadExplorer());
+  ASSERT_TRUE(fixture_.WaitForFile("below"));
+  fixture_.DoubleClickFile("below");
+  ASSERT_TRUE(fixture_.WaitForFile("inner.obj"));
+  fixture_.SayWithHost({{"showhistorypanel", nullptr}, {"showfolderviewpanel", nullptr}});
+  fixture_.workbench().Pump();
+  EXPECT_GE(fixture_.IndexOf("inner.obj"), 0);
+}
+
 }  // namespace

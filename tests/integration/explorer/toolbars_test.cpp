@@ -5,7 +5,9 @@
 
 #include <commctrl.h>
 
+#include <cstring>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "tests/integration/explorer/running_explorer.h"
@@ -97,18 +99,29 @@ class ToolbarsTest : public RunningExplorer {
   HIMAGELIST Images(int toolbar) const {
     return reinterpret_cast<HIMAGELIST>(SendMessageA(Toolbar(toolbar), TB_GETIMAGELIST, 0, 0));
   }
-  static std::string TooltipAskedOf(HWND owner, int command) {
-    NMTTDISPINFOA request = {};
-    request.hdr.code = static_cast<UINT>(TTN_GETDISPINFOA);
-    request.hdr.idFrom = static_cast<UINT_PTR>(command);
-    SendMessageA(owner, WM_NOTIFY, static_cast<WPARAM>(command), reinterpret_cast<LPARAM>(&request));
-    return request.lpszText != nullptr ? request.lpszText : "<none>";
+  template <typename Request>
+  static auto TooltipAskedOf(HWND owner, UINT code, UINT_PTR tool, UINT flags = 0) {
+    Request request = {};
+    request.hdr.code = code;
+    request.hdr.idFrom = tool;
+    request.uFlags = flags;
+    SendMessageA(owner, WM_NOTIFY, static_cast<WPARAM>(tool), reinterpret_cast<LPARAM>(&request));
+    std::basic_string<std::remove_pointer_t<decltype(request.lpszText)>> text;
+    EXPECT_NE(request.lpszText, nullptr) << code << ", " << tool;
+    if (request.lpszText != nullptr) text = request.lpszText;
+    return text;
+  }
+  static std::string NarrowTooltip(HWND owner, UINT_PTR tool, UINT flags = 0) {
+    return TooltipAskedOf<NMTTDISPINFOA>(owner, static_cast<UINT>(TTN_GETDISPINFOA), tool, flags);
+  }
+  static std::wstring WideTooltip(HWND owner, UINT_PTR tool, UINT flags = 0) {
+    return TooltipAskedOf<NMTTDISPINFOW>(owner, static_cast<UINT>(TTN_GETDISPINFOW), tool, flags);
   }
 };
 
 TEST_F(ToolbarsTest, HaveTheirButtonsInOrder) {
   EXPECT_EQ(Describe(kCommandToolbar),
-            "| (99,12) | | (101,0) | (102,2) (103,3) (924,35)d | (109,9) (108,4) (107,25) | (104,1) (105,8) "
+            "| (99,12) | | (101,0) | | (102,2) (103,3) (924,35)d | (109,9) (108,4) (107,25) | (104,1) (105,8) "
             "(127,31) "
             "| (118,34) | (110,10) (111,11) | (113,13) (114,14) (116,17) (115,15) (117,16) "
             "| (120,19) (121,20) (122,18) | (123,27) (124,33) (125,28) (126,21) | ");
@@ -164,10 +177,22 @@ TEST_F(ToolbarsTest, TheSelectorToolbarsShareTheirPicturesAndTheCommandToolbarHa
   EXPECT_NE(Images(kCommandToolbar), Images(kFoldersToolbar));
 }
 
-TEST_F(ToolbarsTest, EveryCommandHasItsTooltipInEitherWindow) {
+TEST_F(ToolbarsTest, EveryCommandHasItsTooltipInEitherWindowAndInEitherForm) {
   for (const TooltipCase& row : kTooltips) {
-    EXPECT_EQ(TooltipAskedOf(fixture_.ExplorerWindow(), row.command), row.text) << row.command;
-    EXPECT_EQ(TooltipAskedOf(fixture_.Panel(), row.command), row.text) << row.command;
+    const auto tool = static_cast<UINT_PTR>(row.command);
+    const std::wstring wide(row.text, row.text + std::strlen(row.text));
+    for (const HWND owner : {fixture_.ExplorerWindow(), fixture_.Panel()}) {
+      EXPECT_EQ(NarrowTooltip(owner, tool), row.text) << row.command;
+      EXPECT_EQ(WideTooltip(owner, tool), wide) << row.command;
+    }
+  }
+}
+
+// The panel has a tooltip control whose tool is the panel: its number is a window handle.
+TEST_F(ToolbarsTest, AToolThatIsAWindowHasNoCommandsTooltip) {
+  for (const HWND owner : {fixture_.ExplorerWindow(), fixture_.Panel()}) {
+    EXPECT_EQ(NarrowTooltip(owner, 0x70000 + 117, TTF_IDISHWND), "");
+    EXPECT_EQ(WideTooltip(owner, 0x70000 + 117, TTF_IDISHWND), L"");
   }
 }
 

@@ -8,6 +8,8 @@
 #include <commctrl.h>
 #include <shobjidl.h>
 
+#include <algorithm>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -232,6 +234,57 @@ TEST_F(GroupSortView, AControlThatMakesItemsForEachComparisonIsReadEachTime) {
     const Item second = NewItem(turned ? L"c:\\a.xyz" : L"c:\\b.xyz", 32767);
     ASSERT_EQ(Compare(sort_, first, second), turned ? 1 : -1) << i;
   }
+}
+
+// What was freed is soon somebody else's: blocks of the sizes in question, full of letters that sort last.
+void UseFreedMemory() {
+  for (size_t size = 32; size <= 512; size += 16) {
+    std::vector<std::unique_ptr<char[]>> blocks;
+    for (int i = 0; i < 64; ++i) {
+      blocks.push_back(std::make_unique<char[]>(size));
+      std::fill_n(blocks.back().get(), size, '\x7E');
+    }
+  }
+}
+
+TEST_F(GroupSortView, AControlThatEndsTheSortWhileItsItemIsReadIsNoHarm) {
+  const Item first = Add("a item whose name is long enough to lie in a block of its own.xyz");
+  const Item other = Add("b.xyz");
+  Add("c.xyz");
+  sort_.AssignKeys(&host_);
+  for (int i = 0; i < 1000; ++i) ASSERT_EQ(Compare(sort_, first, other), -1);
+  const size_t readings = first->log.size();
+  ASSERT_EQ(Compare(sort_, first, other), -1);
+  ASSERT_EQ(first->log.size(), readings) << "the first one is kept by now";
+  for (const DISPID property : {9, 18, 1}) {
+    const Item late = NewItem(L"c:\\b item whose name is long enough to lie in a block of its own.xyz", 32767);
+    late->whenAsked = [&](DISPID id) {
+      if (id != property) return;
+      sort_.Forget();
+      UseFreedMemory();
+    };
+    EXPECT_EQ(Compare(sort_, first, late), -1) << property;
+    for (int i = 0; i < 3; ++i) ASSERT_EQ(Compare(sort_, first, other), -1);  // kept again
+    EXPECT_EQ(Compare(sort_, late, first), 1) << property;
+    for (int i = 0; i < 3; ++i) ASSERT_EQ(Compare(sort_, first, other), -1);
+  }
+}
+
+TEST_F(GroupSortView, AControlThatSortsAgainWhileItsItemIsReadIsNoHarm) {
+  const Item first = Add("a item whose name is long enough to lie in a block of its own.xyz");
+  const Item other = Add("b.xyz");
+  Add("c.xyz");
+  sort_.AssignKeys(&host_);
+  for (int i = 0; i < 1000; ++i) ASSERT_EQ(Compare(sort_, first, other), -1);
+  const Item late = NewItem(L"c:\\b item whose name is long enough to lie in a block of its own.xyz", 32767);
+  late->whenAsked = [&](DISPID id) {
+    if (id != 1) return;
+    late->whenAsked = nullptr;
+    EXPECT_EQ(Compare(sort_, late, other), -1);
+    sort_.AssignKeys(&host_);
+    UseFreedMemory();
+  };
+  EXPECT_EQ(Compare(sort_, first, late), -1);
 }
 
 TEST_F(GroupSortView, TheNextSortReadsTheItemsAgain) {

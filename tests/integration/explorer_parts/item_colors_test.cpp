@@ -10,6 +10,7 @@
 #include <string>
 
 #include "src/host/vc64_tx.h"
+#include "tests/support/high_contrast.h"
 
 namespace file_explorer {
 namespace {
@@ -72,6 +73,11 @@ class ItemColorsTest : public testing::Test {
     row.pszText = name.data();
     SendMessageA(list_, LVM_INSERTITEMA, 0, reinterpret_cast<LPARAM>(&row));
   }
+  void SelectRow(int row) {
+    LVITEMA item = {};
+    item.state = item.stateMask = LVIS_SELECTED;
+    SendMessageA(list_, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  }
   LRESULT Ask(DWORD stage, int row, COLORREF* background, UINT state = 0) {
     NMLVCUSTOMDRAW draw = {};
     draw.nmcd.uItemState = state;
@@ -127,6 +133,7 @@ TEST_F(ItemColorsTest, WhatTheWindowAnswersItselfStands) {
 
 TEST_F(ItemColorsTest, ASelectionThatTheWindowDrawsInItsOwnColourStands) {
   colors_.Attach(list_);
+  SelectRow(0);
   Ask(CDDS_ITEMPREPAINT, 0, &background_, CDIS_SELECTED);
   EXPECT_EQ(background_, RGB(255, 127, 0)) << "the list itself shows its selection";
   ownSelection = true;
@@ -134,6 +141,29 @@ TEST_F(ItemColorsTest, ASelectionThatTheWindowDrawsInItsOwnColourStands) {
   EXPECT_EQ(background_, CLR_DEFAULT);
   Ask(CDDS_ITEMPREPAINT, 0, &background_, CDIS_FOCUS);
   EXPECT_EQ(background_, RGB(255, 127, 0));
+}
+
+// A list that always shows its selection may give the mark of a selected item to every item.
+TEST_F(ItemColorsTest, AMarkThatIsTakenFromAnItemThatIsNotSelectedKeepsTheColour) {
+  colors_.Attach(list_);
+  SelectRow(1);
+  ownSelection = true;
+  Ask(CDDS_ITEMPREPAINT, 0, &background_, CDIS_SELECTED);
+  EXPECT_EQ(background_, RGB(255, 127, 0));
+}
+
+TEST_F(ItemColorsTest, InHighContrastTheSystemsColoursStand) {
+  colors_.Attach(list_);
+  {
+    const test_support::HighContrast contrast(GetModuleHandleW(nullptr));
+    ASSERT_TRUE(contrast.installed());
+    EXPECT_EQ(Ask(CDDS_PREPAINT, 0, &background_), CDRF_NOTIFYITEMDRAW);
+    Ask(CDDS_ITEMPREPAINT, 0, &background_);
+    EXPECT_EQ(background_, CLR_DEFAULT);
+  }
+  Ask(CDDS_PREPAINT, 0, &background_);
+  Ask(CDDS_ITEMPREPAINT, 0, &background_);
+  EXPECT_EQ(background_, RGB(255, 127, 0)) << "the next painting follows the setting";
 }
 
 TEST_F(ItemColorsTest, OtherWindowsAreLeftAlone) {

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "src/framework/command_ids.h"
+#include "src/host/vc64_tx.h"
 #include "tests/integration/favorites/favorites_fixture.h"
+#include "tests/support/import_hook.h"
 #include "tests/support/message_box_recorder.h"
 
 namespace file_explorer {
@@ -128,6 +130,59 @@ TEST_F(FavoritesPaneTest, KeysRenameAndDelete) {
   boxes.AnswerWith(IDYES);
   SendMessageA(tree().window(), WM_KEYDOWN, VK_DELETE, 0);
   EXPECT_EQ(Shown(), "Favorites(Models(cube.obj) Textures)");
+}
+
+std::vector<std::wstring> asked;  // of the disk
+
+DWORD WINAPI RecordAttributes(const wchar_t* path) {
+  asked.emplace_back(path);
+  return INVALID_FILE_ATTRIBUTES;
+}
+
+// The thread would wait for a machine that is gone.
+TEST_F(FavoritesPaneTest, AReferenceToAnotherMachineIsJudgedByItsName) {
+  PutFavorites(
+      "K={0}\ns=49\nd=Favorites\nE\n"
+      "K={1}\ns=4\ni=1\nd=models\nn=\\\\dead\\share\\models\np={0}\n"
+      "K={2}\ns=4\ni=1\nd=a.known\nn=\\\\dead\\share\\a.known\np={0}\n"
+      "K={3}\ns=4\ni=1\nd=b.obj\nn=X:\\b.obj\np={0}\n");
+  constexpr char kGuid[] = "{5D1B7A10-2C44-4E0E-9A61-0B771F28D358}";
+  const std::int64_t types = kTxTypeText;
+  ASSERT_TRUE(Tx_FileFormatHandler(kGuid, Tx_Inquire_Token("function"), Tx_Inquire_Token("viewer"), 1,
+                                   Tx_Inquire_Token("type"), &types, 1, Tx_Inquire_Token("filetypes"), ".known", 1, 0));
+  Create();
+  asked.clear();
+  const test_support::ImportHook hook(GetModuleHandleW(nullptr), "GetFileAttributesW", &RecordAttributes);
+  ASSERT_TRUE(hook.installed());
+  const auto open = [this](const char* key) {
+    Select(key);
+    NMHDR enter = {tree().window(), 104, static_cast<UINT>(NM_RETURN)};
+    SendMessageA(panel, WM_NOTIFY, 104, reinterpret_cast<LPARAM>(&enter));
+  };
+  open("{1}");
+  open("{2}");
+  Tx_Remove_FileFormatHandler(kGuid);
+  EXPECT_THAT(opened, ElementsAre("\\\\dead\\share\\models"));
+  EXPECT_THAT(loaded, ElementsAre("\\\\dead\\share\\a.known"));
+  EXPECT_THAT(asked, IsEmpty());
+  open("{3}");
+  EXPECT_THAT(asked, ElementsAre(L"X:\\b.obj")) << "a drive of this machine is asked";
+}
+
+TEST_F(FavoritesPaneTest, AFolderWithALongPathIsStillAFolder) {
+  const std::wstring outer = folder.AddFolder(std::wstring(120, L'o'));
+  const std::wstring inner = outer + L"\\" + std::wstring(160, L'i');
+  ASSERT_GT(inner.size(), 260u);
+  ASSERT_TRUE(CreateDirectoryW((L"\\\\?\\" + inner).c_str(), nullptr));
+  const std::string path(inner.begin(), inner.end());
+  PutFavorites("K={0}\ns=49\nd=Favorites\nE\nK={1}\ns=4\ni=1\nd=deep\nn=" + path + "\np={0}\n");
+  Create();
+  Select("{1}");
+  NMHDR enter = {tree().window(), 104, static_cast<UINT>(NM_RETURN)};
+  SendMessageA(panel, WM_NOTIFY, 104, reinterpret_cast<LPARAM>(&enter));
+  EXPECT_THAT(opened, ElementsAre(path));
+  EXPECT_THAT(loaded, IsEmpty());
+  RemoveDirectoryW((L"\\\\?\\" + inner).c_str());
 }
 
 TEST_F(FavoritesPaneTest, OtherCommandsAreNotThePanes) {

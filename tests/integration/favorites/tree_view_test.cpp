@@ -215,6 +215,37 @@ TEST_F(TreeViewTest, ARenameToNothingKeepsTheOldName) {
   EXPECT_EQ(Shown(), "Favorites(Models(cube.obj) Textures wood.png)");
 }
 
+// The panel is the host's. A host that speaks wide text may have its controls ask again which form it takes.
+TEST_F(TreeViewTest, ATreeThatTellsItsPanelWideTextWorksTheSame) {
+  CreateWithSample();
+  Show();
+  SendMessageA(tree().window(), TVM_SETUNICODEFORMAT, TRUE, 0);
+  const HWND edit = StartEditing("{2}");
+  ASSERT_NE(edit, nullptr);
+  EXPECT_NE(GetPropA(edit, "1AFD44F7-ECEE-49e8-AE72-37D663499A44"), nullptr) << "the edit is announced as well";
+  SetWindowTextA(edit, "renamed");
+  EndEditing(false);
+  EXPECT_EQ(Record("{2}").displayName, "renamed");
+  EXPECT_EQ(Shown(), "Favorites(Models(renamed) Textures wood.png)");
+  EXPECT_EQ(StartEditing("{0}"), nullptr) << "a protected entry";
+  SetWindowTextA(StartEditing("{2}"), "other");
+  EndEditing(true);
+  EXPECT_EQ(Record("{2}").displayName, "renamed");
+}
+
+// Half a surrogate pair is no letter of any code page.
+TEST_F(TreeViewTest, ALabelThatTheCodePageCannotExpressKeepsTheOldName) {
+  CreateWithSample();
+  Show();
+  wchar_t text[] = L"caf\xD83D";
+  NMTVDISPINFOW info = {};
+  info.hdr = {tree().window(), 104, static_cast<UINT>(TVN_ENDLABELEDITW)};
+  info.item.hItem = static_cast<HTREEITEM>(Record("{2}").treeItem);
+  info.item.pszText = text;
+  EXPECT_EQ(SendMessageA(panel, WM_NOTIFY, 104, reinterpret_cast<LPARAM>(&info)), FALSE);
+  EXPECT_EQ(Record("{2}").displayName, "cube.obj");
+}
+
 TEST_F(TreeViewTest, TheLabelEditorTakesEnterAndEscape) {
   CreateWithSample();
   Show();

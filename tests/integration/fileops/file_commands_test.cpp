@@ -42,7 +42,7 @@ TEST_F(FileCommandsTest, CutAndPasteMoveIntoTheOtherFolder) {
   Select({"a.txt", "b.txt"});
   Command(file_explorer::kCommandCut);
   ASSERT_TRUE(GoTo("sub", 0));
-  Command(file_explorer::kCommandPaste);
+  Paste();
   EXPECT_TRUE(fixture_.WaitForFiles(2));
   EXPECT_THAT(fixture_.FileNames(), ElementsAre("a.txt", "b.txt"));
   EXPECT_EQ(Content(Path("sub\\a.txt")), "of a");
@@ -56,7 +56,7 @@ TEST_F(FileCommandsTest, CopyAndPasteLeaveTheOriginal) {
   Select({"a.txt"});
   Command(file_explorer::kCommandCopy);
   ASSERT_TRUE(GoTo("sub", 0));
-  Command(file_explorer::kCommandPaste);
+  Paste();
   EXPECT_TRUE(Shows("a.txt"));
   EXPECT_EQ(Content(Path("a.txt")), "of a");
   EXPECT_EQ(Content(Path("sub\\a.txt")), "of a");
@@ -67,51 +67,11 @@ TEST_F(FileCommandsTest, PastingBesideTheOriginalMakesACopyOfAnotherName) {
   Begin();
   Select({"a.txt"});
   Command(file_explorer::kCommandCopy);
-  Command(file_explorer::kCommandPaste);
+  Paste();
   EXPECT_TRUE(Shows("a - Copy.txt"));
-  Command(file_explorer::kCommandPaste);
+  Paste();
   EXPECT_TRUE(Shows("a - Copy (2).txt"));
   EXPECT_EQ(Content(Path("a - Copy (2).txt")), "of a");
-}
-
-TEST_F(FileCommandsTest, APasteOntoAFileOfTheSameNameAsksAndObeysBothAnswers) {
-  fixture_.directory().AddFile(L"files\\sub\\a.txt", "older");
-  Begin();
-  Select({"a.txt"});
-  Command(file_explorer::kCommandCopy);
-  ASSERT_TRUE(GoTo("sub", 1));
-  driver_.PressInDialogs(IDNO);
-  Command(file_explorer::kCommandPaste);
-  ASSERT_EQ(driver_.dialogs().size(), 1U);
-  EXPECT_EQ(driver_.dialogs()[0].owner, fixture_.workbench().window());
-  EXPECT_EQ(Content(Path("sub\\a.txt")), "older");
-  driver_.PressInDialogs(IDYES);
-  Command(file_explorer::kCommandPaste);
-  EXPECT_EQ(driver_.dialogs().size(), 2U);
-  EXPECT_EQ(Content(Path("sub\\a.txt")), "of a");
-}
-
-TEST_F(FileCommandsTest, AMoveOntoAFileOfTheSameNameAsksAndObeysBothAnswers) {
-  fixture_.directory().AddFile(L"files\\sub\\a.txt", "older");
-  Begin();
-  Select({"a.txt"});
-  Command(file_explorer::kCommandCut);
-  ASSERT_TRUE(GoTo("sub", 1));
-  fixture_.boxes().AnswerWith(IDNO);
-  Command(file_explorer::kCommandPaste);
-  ASSERT_EQ(fixture_.boxes().boxes().size(), 1U);
-  const test_support::RecordedMessageBox& box = fixture_.boxes().boxes()[0];
-  EXPECT_EQ(box.owner, fixture_.workbench().window());
-  EXPECT_EQ(box.caption, "Move");
-  EXPECT_THAT(box.text, HasSubstr("Do you want to replace it?"));
-  EXPECT_THAT(box.buttons, ElementsAre(IDYES, IDNO));
-  EXPECT_EQ(box.icon, static_cast<UINT>(MB_ICONEXCLAMATION));
-  EXPECT_EQ(Content(Path("sub\\a.txt")), "older");
-  EXPECT_EQ(Content(Path("a.txt")), "of a");
-  fixture_.boxes().AnswerWith(IDYES);
-  Command(file_explorer::kCommandPaste);
-  EXPECT_EQ(Content(Path("sub\\a.txt")), "of a");
-  EXPECT_FALSE(Exists(Path("a.txt")));
 }
 
 TEST_F(FileCommandsTest, TheClipboardCarriesTheShellsFormats) {
@@ -145,9 +105,9 @@ TEST_F(FileCommandsTest, AFolderCannotBePastedIntoItself) {
   Select({"sub"});
   Command(file_explorer::kCommandCut);
   ASSERT_TRUE(GoTo("sub", 0));
-  Command(file_explorer::kCommandPaste);
+  Paste();
   EXPECT_TRUE(Exists(Path("sub")));
-  EXPECT_TRUE(driver_.dialogs().empty());
+  EXPECT_EQ(fixture_.boxes().boxes().size(), 1U) << "says why";
   EXPECT_THAT(fixture_.FileNames(), IsEmpty());
 }
 
@@ -175,30 +135,43 @@ TEST_F(FileCommandsTest, RenameInPlaceKeepsTheNameWithEscape) {
   EXPECT_THAT(fixture_.SelectedNames(), ElementsAre("a.txt"));
 }
 
-TEST_F(FileCommandsTest, RenamingToANameThatIsTakenLosesNothing) {
+TEST_F(FileCommandsTest, RenamingToANameThatIsTakenLosesNothingAndTheEditComesBack) {
   Begin();
   Select({"a.txt"});
   Command(file_explorer::kCommandRename);
   ASSERT_NE(ListEdit(), nullptr);
   TypeAndPress(ListEdit(), "b.txt", VK_RETURN);
+  ASSERT_TRUE(WaitUntil([this] { return ListEdit() != nullptr; })) << "to be mended";
+  EXPECT_EQ(test_support::TextOf(ListEdit()), "b.txt");
   EXPECT_EQ(Content(Path("a.txt")), "of a");
   EXPECT_EQ(Content(Path("b.txt")), "of b");
   EXPECT_THAT(Status(), HasSubstr("There is already an item named"));
+  TypeAndPress(ListEdit(), "c.txt", VK_RETURN);
+  EXPECT_EQ(Content(Path("c.txt")), "of a");
+  EXPECT_TRUE(Shows("c.txt"));
 }
 
-TEST_F(FileCommandsTest, RenamingToANameThatCannotBeSaysWhy) {
+TEST_F(FileCommandsTest, RenamingToANameThatCannotBeSaysWhyAndTheEditComesBack) {
   Begin();
   const std::pair<const char*, const char*> names[] = {
       {"a/b.txt", "A name cannot contain any of the characters"},
       {"a?.txt", "A name cannot contain any of the characters"},
-      {"..", "This name is reserved."}};
+      {"..", "reserved"},
+      {"nul", ""},
+      {"con.txt", ""},
+      {"dot.", ""},
+      {"trail. ", ""}};
   for (const auto& [name, reason] : names) {
     Select({"a.txt"});
     Command(file_explorer::kCommandRename);
     ASSERT_NE(ListEdit(), nullptr);
     TypeAndPress(ListEdit(), name, VK_RETURN);
+    ASSERT_TRUE(WaitUntil([this] { return ListEdit() != nullptr; })) << name;
+    EXPECT_EQ(test_support::TextOf(ListEdit()), name);
     EXPECT_THAT(Status(), HasSubstr(reason)) << name;
+    TypeAndPress(ListEdit(), name, VK_ESCAPE);
     EXPECT_EQ(Content(Path("a.txt")), "of a");
+    EXPECT_EQ(fixture_.FileNames().size(), 3U) << name;
   }
 }
 
@@ -226,27 +199,39 @@ TEST_F(FileCommandsTest, AFileInUseIsNeitherRenamedNorDeletedAndTheReasonIsSaid)
   ASSERT_NE(ListEdit(), nullptr);
   TypeAndPress(ListEdit(), "z.txt", VK_RETURN);
   EXPECT_THAT(Status(), HasSubstr("cannot be renamed: "));
-  driver_.PressInDialogs(IDYES);
-  Command(file_explorer::kCommandDelete);
-  EXPECT_THAT(Status(), HasSubstr("The operation failed: "));
+  fixture_.boxes().AnswerWith(IDYES);
+  PressWith(list(), VK_DELETE, {VK_SHIFT});
+  Finish();
+  ASSERT_EQ(fixture_.boxes().boxes().size(), 2U);
+  EXPECT_THAT(LastBox(), HasSubstr("The following could not be deleted:"));
+  EXPECT_THAT(LastBox(), HasSubstr("a.txt"));
   CloseHandle(held);
   EXPECT_EQ(Content(Path("a.txt")), "of a");
   EXPECT_GE(fixture_.IndexOf("a.txt"), 0);
 }
 
-TEST_F(FileCommandsTest, DeleteAsksAndObeysBothAnswers) {
+TEST_F(FileCommandsTest, DeleteAsksOnceAndObeysBothAnswers) {
   Begin();
   Select({"a.txt"});
-  driver_.PressInDialogs(IDNO);
+  fixture_.boxes().AnswerWith(IDNO);
   Command(file_explorer::kCommandDelete);
-  ASSERT_EQ(driver_.dialogs().size(), 1U);
-  EXPECT_EQ(driver_.dialogs()[0].owner, fixture_.workbench().window());
+  Finish();
+  ASSERT_EQ(fixture_.boxes().boxes().size(), 1U);
+  const test_support::RecordedMessageBox& box = fixture_.boxes().boxes()[0];
+  EXPECT_EQ(box.owner, fixture_.workbench().window());
+  EXPECT_EQ(box.caption, "Delete");
+  EXPECT_THAT(box.text, HasSubstr("to the recycle bin?"));
+  EXPECT_THAT(box.buttons, ElementsAre(IDYES, IDNO));
   EXPECT_TRUE(Exists(Path("a.txt")));
-  driver_.PressInDialogs(IDYES);
+  fixture_.boxes().AnswerWith(IDYES);
   Command(file_explorer::kCommandDelete);
+  Finish();
   EXPECT_TRUE(Loses("a.txt"));
   EXPECT_FALSE(Exists(Path("a.txt")));
   EXPECT_TRUE(Exists(Path("b.txt")));
+  EXPECT_EQ(fixture_.boxes().boxes().size(), 2U);
+  EXPECT_EQ(SendMessageA(list(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED), fixture_.IndexOf("b.txt"))
+      << "the keys go on with the next file";
 }
 
 TEST_F(FileCommandsTest, NewFolderIsNamedInPlace) {

@@ -13,6 +13,7 @@
 namespace file_explorer {
 namespace {
 
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 class FileOperationTest : public testing::Test {
@@ -63,38 +64,72 @@ TEST_F(FileOperationTest, FilesAndFoldersMoveTogether) {
   EXPECT_THAT(boxes_.boxes(), IsEmpty());
 }
 
-TEST_F(FileOperationTest, ACopyIsTheShellsOwn) {
+TEST_F(FileOperationTest, SeveralFilesAreCopied) {
   EXPECT_EQ(Run(FO_COPY, {"a.txt", "b.txt"}), 0);
   EXPECT_TRUE(Exists("to\\a.txt") && Exists("to\\b.txt") && Exists("from\\a.txt"));
+  EXPECT_THAT(boxes_.boxes(), IsEmpty());
 }
 
 TEST_F(FileOperationTest, AFileInUseStaysAndIsAFailureWithAReason) {
-  const HANDLE held =
-      CreateFileA(Path("from\\a.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-  EXPECT_NE(Run(FO_MOVE, {"a.txt", "b.txt"}), 0);
-  EXPECT_EQ(error_, static_cast<DWORD>(ERROR_SHARING_VIOLATION));
-  EXPECT_FALSE(aborted_);
-  CloseHandle(held);
-  EXPECT_TRUE(Exists("from\\a.txt"));
-  EXPECT_FALSE(Exists("to\\a.txt"));
+  for (const UINT operation : {FO_MOVE, FO_COPY}) {
+    directory_.AddFile(L"from\\b.txt", "of b");
+    DeleteFileA(Path("to\\b.txt").c_str());
+    const HANDLE held =
+        CreateFileA(Path("from\\a.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_NE(Run(operation, {"a.txt", "b.txt"}), 0);
+    EXPECT_EQ(error_, 0U) << "everything has been said";
+    EXPECT_FALSE(aborted_);
+    CloseHandle(held);
+    EXPECT_TRUE(Exists("from\\a.txt"));
+    EXPECT_FALSE(Exists("to\\a.txt"));
+    EXPECT_TRUE(Exists("to\\b.txt")) << "the others go on";
+  }
+  ASSERT_EQ(boxes_.boxes().size(), 2U);
+  EXPECT_EQ(boxes_.boxes()[0].caption, "Shell Operation Error");
+  EXPECT_EQ(boxes_.boxes()[0].text,
+            "1 item could not be moved:\n\n\"a.txt\": It is in use by another program.\n\n1 item moved.");
+  EXPECT_EQ(boxes_.boxes()[1].text,
+            "1 item could not be copied:\n\n\"a.txt\": It is in use by another program.\n\n1 item copied.");
 }
 
 TEST_F(FileOperationTest, AFolderIntoItselfStaysAndIsAFailureWithAReason) {
   directory_.AddFolder(L"from\\dir\\inner");
-  EXPECT_NE(Run(FO_MOVE, {"dir"}, "from\\dir\\inner"), 0);
-  EXPECT_NE(error_, 0U);
+  for (const UINT operation : {FO_MOVE, FO_COPY}) {
+    EXPECT_NE(Run(operation, {"dir"}, "from\\dir\\inner"), 0);
+    EXPECT_EQ(error_, 0U);
+    EXPECT_THAT(boxes_.boxes().back().text,
+                HasSubstr("\"dir\": A folder cannot be copied or moved into itself."));
+  }
+  EXPECT_EQ(boxes_.boxes().size(), 2U);
   EXPECT_TRUE(Exists("from\\dir\\x.txt"));
+  EXPECT_FALSE(Exists("from\\dir\\inner\\dir"));
 }
 
 TEST_F(FileOperationTest, NothingGoesIntoAFolderOfItsName) {
   directory_.AddFolder(L"to\\a.txt");
   directory_.AddFolder(L"to\\dir");
+  boxes_.AnswerWith(IDNO);
   for (const char* const name : {"a.txt", "dir"}) {
-    EXPECT_NE(Run(FO_MOVE, {name}), 0);
-    EXPECT_EQ(error_, static_cast<DWORD>(ERROR_ALREADY_EXISTS));
+    Run(FO_MOVE, {name});
     EXPECT_FALSE(Exists(std::string("to\\") + name + "\\" + name));
     EXPECT_TRUE(Exists(std::string("from\\") + name));
   }
+  ASSERT_EQ(boxes_.boxes().size(), 2U);
+  EXPECT_THAT(boxes_.boxes()[0].text, HasSubstr("\"a.txt\": There is a folder"));
+  EXPECT_THAT(boxes_.boxes()[1].text, HasSubstr("Do you want to put the contents together?"));
+  boxes_.AnswerWith(IDYES);
+  EXPECT_EQ(Run(FO_MOVE, {"dir"}), 0);
+  EXPECT_TRUE(Exists("to\\dir\\x.txt"));
+  EXPECT_FALSE(Exists("from\\dir"));
+}
+
+TEST_F(FileOperationTest, CancelEndsEverything) {
+  directory_.AddFile(L"to\\a.txt", "older");
+  boxes_.AnswerWith(IDCANCEL);
+  EXPECT_NE(Run(FO_COPY, {"a.txt", "b.txt"}), 0);
+  EXPECT_TRUE(aborted_);
+  EXPECT_EQ(error_, 0U);
+  EXPECT_FALSE(Exists("to\\b.txt"));
 }
 
 TEST_F(FileOperationTest, IntoTheSameFolderNothingHappensAndNothingIsLost) {
@@ -107,13 +142,14 @@ TEST_F(FileOperationTest, SeveralFilesInTheWayAreOneQuestion) {
   directory_.AddFile(L"to\\a.txt", "older");
   directory_.AddFile(L"to\\b.txt", "older");
   boxes_.AnswerWith(IDNO);
-  EXPECT_NE(Run(FO_MOVE, {"a.txt", "b.txt"}), 0);
+  EXPECT_EQ(Run(FO_MOVE, {"a.txt", "b.txt", "dir"}), 0);
   EXPECT_TRUE(aborted_);
   EXPECT_EQ(error_, 0U) << "who says no knows it";
   ASSERT_EQ(boxes_.boxes().size(), 1U);
-  EXPECT_EQ(
-      boxes_.boxes()[0].text,
-      "The folder already contains 2 of these files, \"a.txt\" among them.\n\nDo you want to replace them?");
+  EXPECT_EQ(boxes_.boxes()[0].text,
+            "The folder already contains 2 of these files, \"a.txt\" among them.\n\nDo you want to replace "
+            "them?\n\nWith No these files are skipped; Cancel ends the whole operation.");
+  EXPECT_TRUE(Exists("to\\dir\\x.txt")) << "what is not in the way goes on";
   EXPECT_TRUE(Exists("from\\a.txt") && Exists("from\\b.txt"));
   boxes_.AnswerWith(IDYES);
   EXPECT_EQ(Run(FO_MOVE, {"a.txt", "b.txt"}), 0);

@@ -6,6 +6,9 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <initializer_list>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -13,10 +16,22 @@
 #include "tests/integration/fileops/modal_driver.h"
 #include "tests/support/explorer/explorer_fixture.h"
 #include "tests/support/wait_until.h"
+#include "workbench/controls/operations/conflict_dialog.h"
 
 namespace fileops_test {
 
 using test_support::WaitUntil;
+
+// Whether a file operation of this program is under way.
+inline bool Busy() {
+  HWND window = nullptr;
+  while ((window = FindWindowExA(HWND_MESSAGE, window, "SswareShellOperation", nullptr)) != nullptr) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process == GetCurrentProcessId()) return true;
+  }
+  return false;
+}
 
 class FileOpsTest : public testing::Test {
  protected:
@@ -83,6 +98,41 @@ class FileOpsTest : public testing::Test {
     const auto edit = reinterpret_cast<HWND>(SendMessageA(box, CBEM_GETEDITCONTROL, 0, 0));
     SetWindowTextA(edit, path.c_str());
     SendMessageA(edit, WM_KEYDOWN, VK_RETURN, 1);
+  }
+  // Waits until the operations that were started have ended and told what they have to tell.
+  void Finish() {
+    EXPECT_TRUE(WaitUntil([] { return !Busy(); }));
+    test_support::PumpMessages();
+  }
+  void Paste() {
+    Command(file_explorer::kCommandPaste);
+    Finish();
+  }
+  // A key to a list or tree while others are held.
+  static void PressWith(HWND view, WPARAM key, std::initializer_list<int> held) {
+    BYTE keys[256] = {};
+    GetKeyboardState(keys);
+    BYTE pressed[256] = {};
+    std::copy(std::begin(keys), std::end(keys), std::begin(pressed));
+    for (const int each : held) pressed[each] = 0x80;
+    SetKeyboardState(pressed);
+    SendMessageA(view, WM_KEYDOWN, key, 1);
+    SetKeyboardState(keys);
+  }
+  void Undo() {
+    PressWith(list(), 'Z', {VK_CONTROL});
+    Finish();
+  }
+  // Presses a button of each question about a conflict, for this one or for all further ones.
+  void AnswerConflicts(int button, bool forAll = false) {
+    driver_.OnDialog([button, forAll](const SeenDialog& dialog) {
+      if (GetDlgItem(dialog.window, button) == nullptr) return;  // a message box: its recorder answers
+      if (forAll) CheckDlgButton(dialog.window, controls::kConflictForAllBox, BST_CHECKED);
+      PostMessageA(dialog.window, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), 0);
+    });
+  }
+  std::string LastBox() {
+    return fixture_.boxes().boxes().empty() ? "(none)" : fixture_.boxes().boxes().back().text;
   }
   // The line under the list, painted anew.
   std::string Status() {

@@ -81,34 +81,33 @@ TEST_F(FolderBrowserTest, MovesAndCopiesTheSelectionAndOpensAtTheLastDestination
   EXPECT_TRUE(fixture_.boxes().boxes().empty());
 }
 
-TEST_F(FolderBrowserTest, CopyingOntoAFileOfTheSameNameAsksFirst) {
+TEST_F(FolderBrowserTest, OntoAFileOfTheSameNameAsksFirstAndObeysBothAnswers) {
   fixture_.directory().AddFile(L"target\\a.txt", "older");
-  Select({"a.txt"});
-  ChooseTarget(true);
-  Command(file_explorer::kCommandCopyTo);
-  EXPECT_EQ(driver_.dialogs().size(), 2U);
-  EXPECT_EQ(Content(Target("a.txt")), "older");
-  EXPECT_EQ(Content(Path("a.txt")), "of a");
-  EXPECT_TRUE(fixture_.boxes().boxes().empty()) << "who says no knows it";
-}
-
-TEST_F(FolderBrowserTest, MovingOntoAFileOfTheSameNameAsksFirstAndObeysBothAnswers) {
-  fixture_.directory().AddFile(L"target\\a.txt", "older");
-  for (const int answer : {IDNO, IDYES}) {
+  fixture_.boxes().AnswerWith(IDNO);
+  for (const UINT command : {file_explorer::kCommandCopyTo, file_explorer::kCommandMoveTo}) {
     Select({"a.txt", "b.txt"});
-    ChooseTarget(answer == IDNO);
-    fixture_.boxes().AnswerWith(answer);
-    Command(file_explorer::kCommandMoveTo);
-    EXPECT_EQ(Content(Target("a.txt")), answer == IDYES ? "of a" : "older");
-    EXPECT_EQ(Content(Path("a.txt")), answer == IDYES ? "(none)" : "of a");
-    EXPECT_EQ(Content(Path("b.txt")), answer == IDYES ? "(none)" : "of b");
+    ChooseTarget(command == file_explorer::kCommandCopyTo);
+    Command(command);
+    EXPECT_EQ(Content(Target("a.txt")), "older");
+    EXPECT_EQ(Content(Path("a.txt")), "of a");
+    EXPECT_EQ(Content(Target("b.txt")), "of b") << "what is not in the way goes on";
+    DeleteFileA(Target("b.txt").c_str());
   }
-  ASSERT_EQ(fixture_.boxes().boxes().size(), 2U) << "one question a time, and no report of the No";
+  fixture_.boxes().AnswerWith(IDYES);
+  Select({"a.txt"});
+  ChooseTarget(false);
+  Command(file_explorer::kCommandMoveTo);
+  EXPECT_EQ(Content(Target("a.txt")), "of a");
+  EXPECT_EQ(Content(Path("a.txt")), "(none)");
+  ASSERT_EQ(fixture_.boxes().boxes().size(), 3U) << "one question a time, and no report of the No";
   const test_support::RecordedMessageBox& box = fixture_.boxes().boxes()[0];
   EXPECT_EQ(box.caption, "Confirm File Replace");
-  EXPECT_EQ(box.text, "The folder already contains a file named \"a.txt\".\n\nDo you want to replace it?");
+  EXPECT_EQ(
+      box.text,
+      "The folder already contains a file named \"a.txt\".\n\nDo you want to replace it?\n\nWith No this "
+      "file is skipped; Cancel ends the whole operation.");
   EXPECT_EQ(box.icon, static_cast<UINT>(MB_ICONQUESTION));
-  EXPECT_THAT(box.buttons, testing::ElementsAre(IDYES, IDNO));
+  EXPECT_THAT(box.buttons, testing::ElementsAre(IDYES, IDNO, IDCANCEL));
 }
 
 }  // namespace

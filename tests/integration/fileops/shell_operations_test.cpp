@@ -246,12 +246,23 @@ TEST_F(ShellOperationsTest, AFailureWithoutALastErrorShowsNothing) {
   EXPECT_TRUE(boxes_.boxes().empty());
 }
 
-TEST_F(ShellOperationsTest, AnAbortShowsNothingWhateverTheLastErrorIs) {
-  script.result = ERROR_CANCELLED;
-  script.aborted = true;
-  script.lastError = ERROR_NO_MORE_FILES;
-  EXPECT_TRUE(operations_.CopyOrMove(true, 1, Sources({"c:\\a"})));
-  EXPECT_TRUE(boxes_.boxes().empty());
+TEST_F(ShellOperationsTest, TheReportDependsOnResultAndLastErrorAlone) {
+  struct Row {
+    int result;
+    DWORD lastError;
+    bool aborted;
+    size_t boxes;
+  };
+  for (const Row& row : {Row{0, 0, false, 0}, Row{0, 0, true, 0}, Row{0, ERROR_ACCESS_DENIED, false, 0},
+                         Row{0, ERROR_ACCESS_DENIED, true, 0}, Row{1223, 0, false, 0}, Row{1223, 0, true, 0},
+                         Row{5, ERROR_ACCESS_DENIED, false, 1}, Row{1223, ERROR_CANCELLED, true, 1}}) {
+    script.result = row.result;
+    script.lastError = row.lastError;
+    script.aborted = row.aborted;
+    const size_t before = boxes_.boxes().size();
+    EXPECT_TRUE(operations_.CopyOrMovePath("c:\\a", false));
+    EXPECT_EQ(boxes_.boxes().size() - before, row.boxes) << row.result << " " << row.lastError << " " << row.aborted;
+  }
 }
 
 TEST_F(ShellOperationsTest, ASuccessWithALastErrorShowsNothing) {

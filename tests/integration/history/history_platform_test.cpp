@@ -111,7 +111,7 @@ TEST_F(HistoryPlatformTest, AGoldenFileComesBackByteForByte) {
   ASSERT_EQ(list.size(), 4u);
   EXPECT_EQ(list.entries()[0]->lastAccess, (HistoryTime{2026, 11, 1, 16, 2, 5, 30, 255}));
   EXPECT_EQ(list.entries()[1]->fullPath, "C:\\windows\\win.ini");
-  EXPECT_FALSE(list.entries()[1]->itemId.empty());
+  EXPECT_FALSE(list.entries()[1]->itemName.empty());
   EXPECT_EQ(list.entries()[2]->displayName, "scene.3ds.001");
   EXPECT_EQ(list.entries()[3]->displayName, "a name = with [signs]; and spaces.obj");
   Save();
@@ -155,21 +155,22 @@ TEST_F(HistoryPlatformTest, AFileMadeByHandGivesWhatCanBeRead) {
   for (size_t i = 0; i < 3; ++i) {
     EXPECT_GE(ToFileTime(list.entries()[i]->lastAccess), ToFileTime(before)) << i;
   }
-  EXPECT_TRUE(list.entries()[2]->itemId.empty());
   EXPECT_EQ(list.entries()[3]->lastAccess, (HistoryTime{2020, 2, 6, 29, 1, 2, 3, 4}));
+  Save();
+  EXPECT_EQ(folder.Get("history.dat").find("p2="), std::string::npos) << "the shell does not know that item";
+  EXPECT_NE(folder.Get("history.dat").find("f2=X:\\time.obj"), std::string::npos);
 }
 
 TEST_F(HistoryPlatformTest, AnExistingFilesItemIsKeptAsItsParsingName) {
   folder.Put("model.obj", "v 0 0 0");
   list.Add(folder.Path("model.obj"));
-  ASSERT_FALSE(list.entries()[0]->itemId.empty());
   Save();
   char value[2048] = "";
   GetPrivateProfileStringA("HistoryList", "p0", "", value, sizeof(value), folder.history().c_str());
   EXPECT_EQ(lstrcmpiA(value, folder.Path("model.obj").c_str()), 0) << value;
   HistoryList reloaded(platform, base::LowerCaseNarrow);
   ASSERT_TRUE(Load(reloaded));
-  EXPECT_EQ(reloaded.entries()[0]->itemId, list.entries()[0]->itemId);
+  EXPECT_EQ(lstrcmpiA(reloaded.entries()[0]->itemName.c_str(), folder.Path("model.obj").c_str()), 0);
 }
 
 TEST_F(HistoryPlatformTest, AMissingFileHasNoItem) {

@@ -109,7 +109,7 @@ class HistoryViewTest : public testing::Test {
   HistoryTestFolder folder;
   HWND panel = nullptr;
   HWND toolbar = nullptr;
-  std::unique_ptr<CHistoryView> view;
+  base::held_ptr<CHistoryView> view;
   std::vector<std::string> loaded;
 };
 

@@ -9,8 +9,10 @@
 #include <cmath>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "tests/integration/preview/picture_files.h"
+#include "tests/support/import_hook.h"
 #include "tests/support/temp_directory.h"
 #include "tests/unit/preview/model_files.h"
 
@@ -175,6 +177,53 @@ TEST_F(FilePreview, FoldersDevicesAndMissingFilesHaveNone) {
 
 TEST_F(FilePreview, FilesOfOtherMachinesAreLeftAloneUnlessTheyAreWanted) {
   EXPECT_FALSE(MakePreview(L"\\\\machine-that-is-not-there\\share\\a.obj", nullptr, kSize, PreviewLimits()));
+}
+
+DWORD attributes = 0;            // that every file has
+std::vector<std::wstring> touched;  // files that were opened, and items that an extractor was looked for
+
+BOOL WINAPI GiveAttributes(const wchar_t*, GET_FILEEX_INFO_LEVELS, void* result) {
+  auto& facts = *static_cast<WIN32_FILE_ATTRIBUTE_DATA*>(result);
+  facts = {};
+  facts.dwFileAttributes = attributes;
+  facts.nFileSizeLow = 1000;
+  return TRUE;
+}
+HANDLE WINAPI RecordOpening(const wchar_t* path, DWORD, DWORD, SECURITY_ATTRIBUTES*, DWORD, DWORD, HANDLE) {
+  touched.emplace_back(path);
+  return INVALID_HANDLE_VALUE;
+}
+HRESULT WINAPI RecordItem(LPCITEMIDLIST, REFIID, void**, LPCITEMIDLIST*) {
+  touched.emplace_back(L"item");
+  return E_FAIL;
+}
+
+// Opening such a file fetches it from a tape or a cloud, for minutes, and perhaps for money.
+TEST_F(FilePreview, AFileThatWouldHaveToBeFetchedIsOpenedByNobody) {
+  const HMODULE self = GetModuleHandleW(nullptr);
+  const test_support::ImportHook look(self, "GetFileAttributesExW", &GiveAttributes);
+  const test_support::ImportHook open(self, "CreateFileW", &RecordOpening);
+  const test_support::ImportHook bind(self, "SHBindToParent", &RecordItem);
+  ASSERT_TRUE(look.installed() && open.installed() && bind.installed());
+  const ITEMIDLIST item = {};
+  constexpr DWORD kRecallOnOpen = 0x00040000;
+  constexpr DWORD kRecallOnDataAccess = 0x00400000;
+  for (const DWORD away : {DWORD{FILE_ATTRIBUTE_OFFLINE}, kRecallOnOpen, kRecallOnDataAccess}) {
+    attributes = FILE_ATTRIBUTE_ARCHIVE | away;
+    touched.clear();
+    EXPECT_FALSE(MakePreview(L"C:\\a.obj", &item, kSize, PatientLimits()));
+    EXPECT_TRUE(touched.empty()) << std::hex << away;
+  }
+  attributes = FILE_ATTRIBUTE_ARCHIVE;
+  PreviewLimits limits = PatientLimits();
+  limits.fileBytes = 999;
+  EXPECT_FALSE(MakePreview(L"C:\\a.obj", &item, kSize, limits));
+  EXPECT_FALSE(MakePreview(L"\\\\machine\\share\\a.obj", &item, kSize, PreviewLimits()));
+  EXPECT_FALSE(MakePreview(static_cast<const wchar_t*>(nullptr), &item, kSize, PatientLimits()));
+  EXPECT_TRUE(touched.empty()) << "too large, far away, unknown";
+  limits.fileBytes = 1000;
+  EXPECT_FALSE(MakePreview(L"C:\\a.obj", &item, kSize, limits));
+  EXPECT_EQ(touched, (std::vector<std::wstring>{L"item", L"C:\\a.obj"})) << "the extractor first, then the file";
 }
 
 TEST_F(FilePreview, LimitsHold) {

@@ -31,6 +31,7 @@ class OneColour final : public IExtractImage {
   }
   HRESULT STDMETHODCALLTYPE Extract(HBITMAP* result) override {
     calls.push_back("extract");
+    if (crashes) RaiseException(EXCEPTION_ACCESS_VIOLATION, 0, 0, nullptr);
     if (FAILED(extraction)) return extraction;
     const std::vector<std::uint32_t> pixels(static_cast<std::size_t>(width_ * height_), 0x00C80A14);
     *result = bitmap = CreateBitmap(width_, height_, 1, 32, pixels.data());
@@ -39,6 +40,7 @@ class OneColour final : public IExtractImage {
 
   HRESULT location = S_OK;
   HRESULT extraction = S_OK;
+  bool crashes = false;
   std::vector<std::string> calls;
   HBITMAP bitmap = nullptr;
 
@@ -57,7 +59,7 @@ TEST(ShellExtractor, IsAskedForItsLocationFirstAndGivesAnOpaquePicture) {
   EXPECT_EQ(picture->At(63, 47), 0xFFC80A14);
   EXPECT_THAT(
       extractor.calls,
-      ElementsAre("location for 64 by 64, 24 bits, flags " + std::to_string(IEIFLAG_ASPECT), "extract"));
+      ElementsAre("location for 64 by 64, 24 bits, flags " + std::to_string(IEIFLAG_ASPECT | IEIFLAG_OFFLINE), "extract"));
   EXPECT_EQ(GetObjectType(extractor.bitmap), 0u);  // released
 }
 
@@ -77,6 +79,13 @@ TEST(ShellExtractor, FailuresGiveNone) {
   OneColour broken(64, 64);
   broken.extraction = E_FAIL;
   EXPECT_FALSE(ExtractPicture(broken, 64));
+}
+
+TEST(ShellExtractor, OneThatCrashesTakesNobodyWithIt) {
+  OneColour damaged(64, 64);
+  damaged.crashes = true;
+  EXPECT_FALSE(ExtractPicture(damaged, 64));
+  EXPECT_EQ(damaged.calls.size(), 2u);
 }
 
 TEST(ShellExtractor, AnItemThatIsNoneHasNone) {

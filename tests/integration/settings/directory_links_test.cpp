@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "src/host/vc64_tx.h"
 #include "src/settings/shell_link.h"
 #include "tests/support/temp_directory.h"
 
@@ -88,6 +89,75 @@ TEST_F(DirectoryLinksTest, PathsWithEitherSeparatorAreParsed) {
   EXPECT_EQ(ParsingName(ParsePath(path).get()), directory_.Join(std::string_view("a\\b")));
   EXPECT_FALSE(ParsePath("q:\\missing\\folder"));
   EXPECT_FALSE(ParsePath(""));
+}
+
+// The chain: link, working directory, desktop.
+class ResolveDirectoryLinkTest : public DirectoryLinksTest {
+ protected:
+  void SetUp() override {
+    DirectoryLinksTest::SetUp();
+    directory_.AddFolder(L"linked");
+    directory_.AddFolder(L"working");
+    link_ = Path("a.lnk");
+    Tx_Set_Environment("TS_WORKING_DIR", Path("working").c_str());
+  }
+  void TearDown() override {
+    Tx_Set_Environment("TS_WORKING_DIR", nullptr);
+    DirectoryLinksTest::TearDown();
+  }
+  std::string Path(std::string_view name) const { return directory_.Join(name); }
+  void LinkTo(std::string_view name) { ASSERT_TRUE(WriteShellLink(link_, ParsePath(Path(name)).get())) << name; }
+  std::string Resolved() const { return ParsingName(ResolveDirectoryLink(link_).get()); }
+  static bool IsDesktop(LPCITEMIDLIST list) { return list != nullptr && list->mkid.cb == 0; }
+
+  std::string link_;
+};
+
+TEST_F(ResolveDirectoryLinkTest, AFolderThatIsThere) {
+  LinkTo("linked");
+  EXPECT_EQ(Resolved(), Path("linked"));
+}
+
+TEST_F(ResolveDirectoryLinkTest, AFolderThatIsGoneGivesTheWorkingDirectory) {
+  LinkTo("linked");
+  ASSERT_TRUE(RemoveDirectoryA(Path("linked").c_str()));
+  EXPECT_EQ(Resolved(), Path("working"));
+}
+
+TEST_F(ResolveDirectoryLinkTest, AFileGivesTheWorkingDirectory) {
+  directory_.AddFile(L"model.obj");
+  LinkTo("model.obj");
+  EXPECT_EQ(Resolved(), Path("working"));
+}
+
+TEST_F(ResolveDirectoryLinkTest, AFolderThatIsAFileByNowGivesTheWorkingDirectory) {
+  LinkTo("linked");
+  ASSERT_TRUE(RemoveDirectoryA(Path("linked").c_str()));
+  directory_.AddFile(L"linked");
+  EXPECT_EQ(Resolved(), Path("working"));
+}
+
+TEST_F(ResolveDirectoryLinkTest, AnArchiveIsBrowsedLikeAFolder) {
+  directory_.AddFile(L"pack.ZIP");
+  LinkTo("pack.ZIP");
+  EXPECT_EQ(Resolved(), Path("pack.ZIP"));
+}
+
+TEST_F(ResolveDirectoryLinkTest, AVirtualFolderStays) {
+  unique_pidl drives;
+  ASSERT_TRUE(SUCCEEDED(SHGetSpecialFolderLocation(nullptr, CSIDL_DRIVES, drives.put())));
+  ASSERT_TRUE(WriteShellLink(link_, drives.get()));
+  EXPECT_TRUE(ILIsEqual(ResolveDirectoryLink(link_).get(), drives.get()));
+}
+
+TEST_F(ResolveDirectoryLinkTest, AWorkingDirectoryThatIsGoneOrAFileGivesTheDesktop) {
+  directory_.AddFile(L"model.obj");
+  for (const char* const name : {"gone", "model.obj"}) {
+    Tx_Set_Environment("TS_WORKING_DIR", Path(name).c_str());
+    EXPECT_TRUE(IsDesktop(ResolveDirectoryLink(link_).get())) << name;
+  }
+  Tx_Set_Environment("TS_WORKING_DIR", nullptr);
+  EXPECT_TRUE(IsDesktop(ResolveDirectoryLink(link_).get()));
 }
 
 TEST_F(DirectoryLinksTest, FilesOfTheUserAreJoinedBySlashOrBare) {

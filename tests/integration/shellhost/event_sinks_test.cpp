@@ -9,6 +9,7 @@
 
 #include "base/text/code_page.h"
 #include "src/framework/com/com_text.h"
+#include "src/shellhost/file_view.h"
 #include "tests/integration/shellhost/hosting_fixture.h"
 
 namespace file_explorer {
@@ -539,6 +540,75 @@ TEST_F(ComboViewSink, KnowsItsTableAndRaisesNothing) {
     EXPECT_EQ(Fire(id, {Item(), NumberVariant(1), NumberVariant(2)}), S_OK);
   }
   EXPECT_THAT(calls, IsEmpty());
+}
+
+// Events whose own consequences end the host that raised them.
+class EndingHostTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    calls.clear();
+    answer = 0;
+    reaction = nullptr;
+    item_ = CComObject<ScriptedItem>::New();
+    item_->attributes = SFGAO_FILESYSTEM;
+    item_->name = item_->fullPath = L"c:\\objects\\tree.obj";
+    MakeHost();
+  }
+  void TearDown() override { reaction = nullptr; }
+
+  void MakeHost() {
+    host_ = base::make_held<ShellControlHost>();
+    sink_ = CComObject<CFileViewSinkEvents>::New();
+    host_->callback = Record;
+    host_->sink = ComPtr<IDispatch>(static_cast<_DFileViewEvents*>(sink_.Get()));
+    host_->eventSink = sink_.Get();
+    sink_->SetHost(host_.get());
+  }
+
+  HRESULT Fire(DISPID id, Arguments arguments) {
+    std::reverse(arguments.begin(), arguments.end());
+    DISPPARAMS parameters = {arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+    return sink_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, nullptr, nullptr,
+                         nullptr);
+  }
+
+  ShellControlPtr host_;
+  ComPtr<CComObject<CFileViewSinkEvents>> sink_;
+  ComPtr<CComObject<ScriptedItem>> item_;
+};
+
+TEST_F(EndingHostTest, AHostThatEndsWhileAnEventIsReadHearsNothingOfIt) {
+  for (const DISPID event : {1, 2, 12, 14, 15}) {
+    MakeHost();
+    item_->whenAsked = [this](DISPID) { host_.reset(); };
+    VARIANT_BOOL cancel = VARIANT_TRUE;
+    Arguments arguments = {Object(item_.Get())};
+    if (event == 1 || event == 2) arguments.insert(arguments.end(), {NumberVariant(1), NumberVariant(2)});
+    if (event == 2) arguments.push_back(Reference(VT_BOOL, &cancel));
+    if (event == 14) arguments.push_back(NumberVariant(7));
+    EXPECT_EQ(Fire(event, arguments), S_OK) << event;
+    EXPECT_FALSE(host_) << event;
+    EXPECT_THAT(calls, IsEmpty()) << event;
+    item_->whenAsked = nullptr;
+    EXPECT_EQ(Fire(event, arguments), S_OK) << "no host any more";
+    EXPECT_THAT(calls, IsEmpty()) << event;
+  }
+}
+
+TEST_F(EndingHostTest, AHostThatEndsInItsCallbackGetsItsAnswerThrough) {
+  answer = 1;
+  reaction = [this](const Call& call) {
+    host_.reset();
+    // What is left of it does nothing, and can be asked.
+    EXPECT_EQ(GetItemCount(call.host), 0);
+    EXPECT_EQ(GetListWindow(call.host), nullptr);
+    SetCurrentFolder(call.host, nullptr);
+    ResizeShellControl(call.host, kTestRect);
+  };
+  VARIANT_BOOL cancel = VARIANT_FALSE;
+  EXPECT_EQ(Fire(2, {Object(item_.Get()), NumberVariant(1), NumberVariant(2), Reference(VT_BOOL, &cancel)}), S_OK);
+  EXPECT_EQ(calls.size(), 1u);
+  EXPECT_EQ(cancel, VARIANT_TRUE);
 }
 
 }  // namespace

@@ -50,7 +50,7 @@ class OfferedOptionsTest : public HostingTest {
 
   test_support::MessageBoxRecorder boxes_;
   std::unique_ptr<ScriptedClass> fileClass_, treeClass_, comboClass_;
-  std::unique_ptr<ShellControlHost> file_, tree_, combo_;
+  ShellControlPtr file_, tree_, combo_;
 };
 
 TEST_F(OfferedOptionsTest, AreLostOnControlsThatKnowNoNames) {

@@ -109,7 +109,7 @@ class RealControls : public HostingTest {
 
   test_support::TempDirectory directory_;
   test_support::MessageBoxRecorder boxes_;
-  std::unique_ptr<ShellControlHost> combo_, file_, folder_;
+  ShellControlPtr combo_, file_, folder_;
 };
 
 TEST_F(RealControls, StandInTheirPanesWithTheirWindows) {

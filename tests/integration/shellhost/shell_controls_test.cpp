@@ -13,6 +13,7 @@
 #include "src/shellhost/control_container.h"
 #include "src/shellhost/control_contract.h"
 #include "src/shellhost/event_sinks.h"
+#include "src/shellhost/file_view.h"
 #include "tests/integration/shellhost/hosting_fixture.h"
 #include "tests/support/message_box_recorder.h"
 
@@ -62,7 +63,7 @@ class ShellControls : public HostingTest {
     comboView_.reset();
     HostingTest::TearDown();
   }
-  std::unique_ptr<ShellControlHost> NewFileView() {
+  ShellControlPtr NewFileView() {
     return CreateFileViewHost(parent_.get(), {}, kOwner, CountEvents);
   }
 
@@ -388,6 +389,60 @@ TEST_F(ShellControls, TwoHundredTimesLeaveNothingBehind) {
   EXPECT_TRUE(ModuleSites().sites().empty());
   EXPECT_EQ(ThreadWindows(), windows);
   EXPECT_EQ(GetWindow(parent_.get(), GW_CHILD), nullptr);
+}
+
+ControlOptions EverythingOn() {
+  return {1, 1, 1, 1, 1, 1, 1};
+}
+
+HRESULT Refuse(WORD, DISPPARAMS*, VARIANT*) {
+  return E_FAIL;
+}
+
+TEST_F(ShellControls, AnOptionThatIsRefusedCostsNoOtherOne) {
+  const auto tree = CreateFolderViewHost(parent_.get());
+  const auto list = NewFileView();
+  for (const DISPID refused : {4, 5, 22}) {
+    folderView_->script.members = {{refused, Refuse}};
+    folderView_->log.clear();
+    fileView_->log.clear();
+    EXPECT_THROW(ApplyControlOptions(tree.get(), list.get(), EverythingOn()), _com_error) << refused;
+    EXPECT_THAT(folderView_->log, ElementsAre("put 4 bool -1", "put 5 bool -1", "put 22 bool -1"));
+    EXPECT_THAT(fileView_->log, ElementsAre("put 15 bool -1", "put 17 bool -1", "put 27 bool -1", "put 4 bool -1"));
+  }
+  folderView_->script.members.clear();
+  fileView_->script.members = {{15, Refuse}, {27, Refuse}};
+  fileView_->log.clear();
+  EXPECT_THROW(ApplyControlOptions(tree.get(), list.get(), EverythingOn()), _com_error);
+  EXPECT_THAT(fileView_->log, ElementsAre("put 15 bool -1", "put 17 bool -1", "put 27 bool -1", "put 4 bool -1"));
+}
+
+TEST_F(ShellControls, AControlThatEndsItsHostWhileItIsSetUpIsAskedNoMore) {
+  auto tree = CreateFolderViewHost(parent_.get());
+  auto list = NewFileView();
+  folderView_->script.members[4] = [&](WORD, DISPPARAMS*, VARIANT*) {
+    tree.reset();
+    list.reset();
+    return S_OK;
+  };
+  folderView_->log.clear();
+  fileView_->log.clear();
+  ApplyControlOptions(tree.get(), list.get(), EverythingOn());
+  EXPECT_THAT(folderView_->LogOf({"put"}), ElementsAre("put 4 bool -1"));
+  EXPECT_THAT(fileView_->LogOf({"put"}), testing::IsEmpty());
+}
+
+TEST_F(ShellControls, AControlThatEndsItsHostWhileItIsMovedIsNoHarm) {
+  auto list = NewFileView();
+  fileView_->script.members[26] = [&](WORD, DISPPARAMS*, VARIANT* result) {
+    list.reset();
+    result->vt = VT_I4;
+    result->lVal = 0;
+    return S_OK;
+  };
+  EXPECT_EQ(GetListWindow(list.get()), nullptr);
+  EXPECT_FALSE(list);
+  ResizeShellControl(list.get(), kTestRect);
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ class ViewOperations : public HostingTest {
     script.dispatchId = DIID_FileViewControl;
     script.eventId = DIID_FileViewEvents;
     control_ = std::make_unique<ScriptedClass>(CLSID_FileViewControl, script);
-    host_ = std::make_unique<ShellControlHost>();
+    host_ = base::make_held<ShellControlHost>();
     CreateShellControl(*host_, kFileViewClass, parent_.get(), {});
     ASSERT_TRUE(host_->site);
     control_->log.clear();
@@ -70,7 +70,7 @@ class ViewOperations : public HostingTest {
   Member& member(DISPID id) { return control_->script.members[id]; }
 
   std::unique_ptr<ScriptedClass> control_;
-  std::unique_ptr<ShellControlHost> host_;
+  ShellControlPtr host_;
   ComPtr<CComObject<ScriptedItem>> item_;
 };
 

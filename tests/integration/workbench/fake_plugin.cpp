@@ -2,17 +2,29 @@
 
 #include <windows.h>
 
+#include <objbase.h>
+
 #include <cstring>
 #include <string>
 
 #include "src/host/host_services.h"
 #include "src/host/plugin_protocol.h"
+#include "src/host/vc64_tx.h"
 
 namespace {
 
 std::string log;
 std::uint32_t initializeStatus = host::kStatusDone;
 int instance = 0;
+bool wasInApartment = false;
+
+bool IsInApartment() {
+  APTTYPE type = APTTYPE_CURRENT;
+  APTTYPEQUALIFIER qualifier = APTTYPEQUALIFIER_NONE;
+  return SUCCEEDED(CoGetApartmentType(&type, &qualifier)) && (type == APTTYPE_STA || type == APTTYPE_MAINSTA);
+}
+
+std::int64_t Execute(std::int16_t, const char*, const char*) { return 0; }
 
 bool Is(const char* keyword, const char* name) {
   return std::strcmp(keyword, name) == 0;
@@ -25,6 +37,7 @@ std::string Describe(const char* keyword, void*& value) {
     auto* services = static_cast<host::HostServices*>(value);
     return name + (host::Call<host::op::GetMainWindow>(services) != nullptr ? "=services" : "=nothing");
   }
+  if (Is(keyword, "initialize")) wasInApartment = IsInApartment();
   if (Is(keyword, "initialize") || Is(keyword, "addpathtohistorylist")) {
     return name + "=" + (value == nullptr ? "null" : static_cast<const char*>(value));
   }
@@ -52,4 +65,12 @@ extern "C" __declspec(dllexport) void FakePlugin_Clear() {
 }
 extern "C" __declspec(dllexport) void FakePlugin_SetInitializeStatus(std::uint32_t status) {
   initializeStatus = status;
+}
+extern "C" __declspec(dllexport) void FakePlugin_RegisterHandler() {
+  Tx_FileFormatHandler(fake_plugin::kHandlerGuid, Tx_Inquire_Token("function"), Tx_Inquire_Token("viewer"), 1,
+                       Tx_Inquire_Token("viewer"), Tx_Inquire_Token("verifyheadercallback"),
+                       TxVerifyHeaderCallback(nullptr), Tx_Inquire_Token("executecallback"), &Execute, 1, 0);
+}
+extern "C" __declspec(dllexport) int FakePlugin_WasInApartment() {
+  return wasInApartment ? 1 : 0;
 }

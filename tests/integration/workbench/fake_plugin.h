@@ -15,4 +15,11 @@ inline constexpr char kClearName[] = "FakePlugin_Clear";
 using SetInitializeStatusFunction = void (*)(std::uint32_t);
 inline constexpr char kSetInitializeStatusName[] = "FakePlugin_SetInitializeStatus";
 
+// Registers a viewer whose callbacks lie in the plug-in.
+inline constexpr char kRegisterHandlerName[] = "FakePlugin_RegisterHandler";  // a ClearFunction
+inline constexpr char kHandlerGuid[] = "{5D1B7A10-2C44-4E0E-9A61-0B771F28D398}";
+// Whether the thread was a COM single-threaded apartment at the last "initialize".
+using WasInApartmentFunction = int (*)();
+inline constexpr char kWasInApartmentName[] = "FakePlugin_WasInApartment";
+
 }  // namespace fake_plugin

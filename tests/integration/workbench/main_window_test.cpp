@@ -4,10 +4,12 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <vector>
 
 #include "src/host/vc64_tx.h"
 #include "tests/integration/workbench/workbench_fixture.h"
 #include "tests/support/explorer/leak_count.h"
+#include "tests/support/high_contrast.h"
 
 namespace workbench {
 namespace {
@@ -46,6 +48,69 @@ TEST_F(MainWindowTest, ADamagedPlaceGivesTheDefault) {
     const int width = std::min(host().theme().Scale(1180), GetSystemMetrics(SM_CXSCREEN));
     EXPECT_EQ(rect.right - rect.left, width) << text;
   }
+}
+
+// Messages that a window's procedure was given, each passed on to the procedure that was there.
+class MessagesOf {
+ public:
+  explicit MessagesOf(HWND window) : window_(window) {
+    SetPropW(window, L"MessagesOf", this);
+    previous_ = reinterpret_cast<WNDPROC>(
+        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&MessagesOf::Procedure)));
+  }
+  ~MessagesOf() {
+    SetWindowLongPtrW(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previous_));
+    RemovePropW(window_, L"MessagesOf");
+  }
+  MessagesOf(const MessagesOf&) = delete;
+  MessagesOf& operator=(const MessagesOf&) = delete;
+  int Count(UINT message) const { return static_cast<int>(std::count(seen_.begin(), seen_.end(), message)); }
+
+ private:
+  static LRESULT CALLBACK Procedure(HWND window, UINT id, WPARAM first, LPARAM second) {
+    auto* const self = static_cast<MessagesOf*>(GetPropW(window, L"MessagesOf"));
+    self->seen_.push_back(id);
+    return CallWindowProcW(self->previous_, window, id, first, second);
+  }
+
+  HWND window_;
+  WNDPROC previous_ = nullptr;
+  std::vector<UINT> seen_;
+};
+
+// The system tells top-level windows alone, and the common controls want to know.
+TEST_F(MainWindowTest, AChangeOfColoursReachesTheControlsInside) {
+  Start();
+  const MessagesOf status(host().main().statusBar());
+  const MessagesOf panel(host().panel().window());
+  SendMessageW(host().window(), WM_SYSCOLORCHANGE, 0, 0);
+  EXPECT_EQ(status.Count(WM_SYSCOLORCHANGE), 1);
+  EXPECT_EQ(panel.Count(WM_SYSCOLORCHANGE), 1);
+  SendMessageW(host().window(), WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);
+  EXPECT_EQ(status.Count(WM_SYSCOLORCHANGE), 2) << "high contrast brings other colours";
+  SendMessageW(host().window(), WM_SETTINGCHANGE, SPI_SETWORKAREA, 0);
+  EXPECT_EQ(status.Count(WM_SYSCOLORCHANGE), 2);
+}
+
+TEST_F(MainWindowTest, InHighContrastNoColourIsMixed) {
+  Start();
+  const COLORREF ordinary = host().theme().colors().mutedText;
+  ASSERT_NE(ordinary, GetSysColor(COLOR_WINDOWTEXT));
+  {
+    const test_support::HighContrast contrast(GetModuleHandleW(nullptr));
+    ASSERT_TRUE(contrast.installed());
+    SendMessageW(host().window(), WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);
+    const ThemeColors colors = host().theme().colors();
+    const std::vector<COLORREF> systems = {GetSysColor(COLOR_3DFACE), GetSysColor(COLOR_WINDOW),
+                                           GetSysColor(COLOR_WINDOWTEXT), GetSysColor(COLOR_HIGHLIGHT),
+                                           GetSysColor(COLOR_HIGHLIGHTTEXT)};
+    for (const COLORREF color : {colors.face, colors.caption, colors.activeCaption, colors.activeText, colors.text,
+                                 colors.mutedText, colors.line, colors.paper, colors.hover, colors.accent}) {
+      EXPECT_NE(std::find(systems.begin(), systems.end(), color), systems.end()) << std::hex << color;
+    }
+  }
+  SendMessageW(host().window(), WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);
+  EXPECT_EQ(host().theme().colors().mutedText, ordinary);
 }
 
 TEST_F(MainWindowTest, TheStatusLineHasAMessageAndASummary) {

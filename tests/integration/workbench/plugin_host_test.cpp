@@ -1,4 +1,9 @@
 // Loading plug-ins and the order of the conversation.
+#include <objbase.h>
+
+#include <thread>
+
+#include "src/host/vc64_tx.h"
 #include "tests/integration/workbench/fake_plugin.h"
 #include "tests/integration/workbench/workbench_fixture.h"
 
@@ -22,6 +27,13 @@ class FakePlugin {
 
   std::string Log() const { return Function<fake_plugin::LogFunction>(fake_plugin::kLogName)(); }
   void Clear() const { Function<fake_plugin::ClearFunction>(fake_plugin::kClearName)(); }
+  void RegisterHandler() const {
+    Function<fake_plugin::ClearFunction>(fake_plugin::kRegisterHandlerName)();
+  }
+  // At the last "initialize".
+  bool WasInApartment() const {
+    return Function<fake_plugin::WasInApartmentFunction>(fake_plugin::kWasInApartmentName)() != 0;
+  }
   void SetInitializeStatus(std::uint32_t status) const {
     Function<fake_plugin::SetInitializeStatusFunction>(fake_plugin::kSetInitializeStatusName)(status);
   }
@@ -59,6 +71,75 @@ TEST_F(PluginHostTest, TheConversationHasItsOrder) {
   host().Close();
   EXPECT_EQ(plugin.Log(), Call("destroy_instance") + Call("shutdown"));
   EXPECT_TRUE(messages_.empty());
+}
+
+TEST_F(PluginHostTest, TheFormatHandlersOfThePlugInGoWithIt) {
+  const FakePlugin plugin;
+  ASSERT_EQ(Load(L"workbench_fake_plugin.dll"), PluginState::Running);
+  constexpr char kOurs[] = "{5D1B7A10-2C44-4E0E-9A61-0B771F28D399}";
+  const TxExecuteCallback execute = [](std::int16_t, const char*, const char*) -> std::int64_t { return 0; };
+  ASSERT_TRUE(Tx_FileFormatHandler(kOurs, Tx_Inquire_Token("function"), Tx_Inquire_Token("viewer"), 1,
+                                   Tx_Inquire_Token("viewer"), Tx_Inquire_Token("verifyheadercallback"),
+                                   TxVerifyHeaderCallback(nullptr), Tx_Inquire_Token("executecallback"), execute, 1,
+                                   0));
+  plugin.RegisterHandler();
+  ASSERT_TRUE(Tx_Inquire_FileFormatHandler(fake_plugin::kHandlerGuid, 0));
+  host().Close();
+  EXPECT_FALSE(Tx_Inquire_FileFormatHandler(fake_plugin::kHandlerGuid, 0));
+  EXPECT_TRUE(Tx_Inquire_FileFormatHandler(kOurs, 0)) << "those of others stay";
+  Tx_Remove_FileFormatHandler(kOurs);
+}
+
+TEST_F(PluginHostTest, ThePlugInFindsASingleThreadedApartment) {
+  const FakePlugin plugin;
+  ASSERT_EQ(Load(L"workbench_fake_plugin.dll"), PluginState::Running);
+  EXPECT_TRUE(plugin.WasInApartment());
+}
+
+// A thread that is part of the multithreaded apartment can't hold the conversation.
+TEST_F(PluginHostTest, WithoutASingleThreadedApartmentNothingIsLoaded) {
+  const FakePlugin plugin;
+  host::HostServices* const services = host().services().services();
+  PluginState state = PluginState::Running;
+  std::wstring problem;
+  std::thread([&] {
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    {
+      PluginHost other(nullptr, services);
+      state = other.Load(Beside(L"workbench_fake_plugin.dll"), L"");
+      problem = other.Problem();
+    }
+    CoUninitialize();
+  }).join();
+  EXPECT_EQ(state, PluginState::NoApartment);
+  EXPECT_NE(problem.find(L"apartment"), std::wstring::npos);
+  EXPECT_EQ(plugin.Log(), "");
+}
+
+// One is opened where there is none yet, and left once the library is gone.
+TEST_F(PluginHostTest, TheApartmentLastsAsLongAsTheLibrary) {
+  const FakePlugin plugin;
+  host::HostServices* const services = host().services().services();
+  bool before = true;
+  bool during = false;
+  bool after = true;
+  std::thread([&] {
+    const auto isOpen = [] {
+      APTTYPE type = APTTYPE_CURRENT;
+      APTTYPEQUALIFIER qualifier = APTTYPEQUALIFIER_NONE;
+      return SUCCEEDED(CoGetApartmentType(&type, &qualifier)) && (type == APTTYPE_STA || type == APTTYPE_MAINSTA);
+    };
+    before = isOpen();
+    PluginHost other(nullptr, services);
+    EXPECT_EQ(other.Load(Beside(L"workbench_fake_plugin.dll"), L""), PluginState::Running);
+    during = isOpen();
+    other.Unload();
+    after = isOpen();
+  }).join();
+  EXPECT_FALSE(before);
+  EXPECT_TRUE(during);
+  EXPECT_FALSE(after);
+  EXPECT_TRUE(plugin.WasInApartment());
 }
 
 TEST_F(PluginHostTest, ARefusedHostCreatesNoInstance) {

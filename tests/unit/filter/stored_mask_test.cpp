@@ -134,10 +134,11 @@ TEST(MakeStoredMask, OnlyTwentyEntriesCount) {
   EXPECT_EQ(Stored(kIn, "x", entries), expected);
 }
 
-TEST(MakeStoredMask, CommasAloneLeaveTheCurrentPartToTheHistoryDeliberately) {
-  EXPECT_EQ(Stored(kIn, " , ,"), std::nullopt);
-  EXPECT_EQ(Stored(kEx, ","), std::nullopt);
-  EXPECT_EQ(Stored(kEx, ",", {"a", "b"}), "a|b");
+TEST(MakeStoredMask, CommasAloneAreAnEmptyList) {
+  EXPECT_EQ(Stored(kIn, " , ,"), "*.*");
+  EXPECT_EQ(Stored(kIn, ",", {"a", "b"}), "*.*|a|b");
+  EXPECT_EQ(Stored(kEx, ","), "|");
+  EXPECT_EQ(Stored(kEx, " ,, ,", {"a", "b"}), "||a|b");
 }
 
 TEST(MakeStoredMask, ABarInAPatternIsRefused) {

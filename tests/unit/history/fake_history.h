@@ -21,6 +21,7 @@ namespace file_explorer {
 class FakePlatform final : public HistoryPlatform {
  public:
   ItemId ParseItem(const std::string& name) override {
+    parsed.push_back(name);
     if (name.starts_with("?")) return ItemId();
     return ItemId(name.begin(), name.end());
   }
@@ -34,7 +35,10 @@ class FakePlatform final : public HistoryPlatform {
     return now;
   }
 
+  bool MayHang(const std::string& name) override { return name.starts_with("\\\\"); }
+
   int ticks = 0;
+  std::vector<std::string> parsed;  // what the shell was asked about
 };
 
 // Keeps keys in the order in which they were written, and times in the form that the profile calls give them.

@@ -49,7 +49,7 @@ TEST_F(HistoryFileTest, ComesBackAsItWasSaved) {
   for (size_t i = 0; i < 7; ++i) {
     EXPECT_EQ(reloaded.entries()[i]->displayName, list.entries()[i]->displayName);
     EXPECT_EQ(reloaded.entries()[i]->fullPath, list.entries()[i]->fullPath);
-    EXPECT_EQ(reloaded.entries()[i]->itemId, list.entries()[i]->itemId);
+    EXPECT_EQ(reloaded.entries()[i]->itemName, list.entries()[i]->itemName);
     EXPECT_EQ(reloaded.entries()[i]->lastAccess, list.entries()[i]->lastAccess);
   }
 }
@@ -136,8 +136,29 @@ TEST_F(HistoryFileTest, ADamagedTimeBecomesNow) {
 TEST_F(HistoryFileTest, AnUnknownItemIsLeftOutAndThePathStays) {
   file.content = {{"NumEntries", "1"}, {"d0", "a.obj"}, {"f0", "C:\\a.obj"}, {"p0", "?nonsense"}};
   EXPECT_TRUE(list.Load(file));
-  EXPECT_TRUE(list.entries()[0]->itemId.empty());
   EXPECT_EQ(list.entries()[0]->fullPath, "C:\\a.obj");
+  WriteHistory(file, list.Values());
+  EXPECT_EQ(file.ReadText("p0"), "");
+  EXPECT_EQ(file.ReadText("f0"), "C:\\a.obj");
+}
+
+// The files may lie on disks that sleep, in drives without a disk and on machines that are gone.
+TEST_F(HistoryFileTest, LoadingAsksTheShellNothing) {
+  Fill(3);
+  WriteHistory(file, list.Values());
+  platform.parsed.clear();
+  EXPECT_TRUE(list.Load(file));
+  EXPECT_TRUE(platform.parsed.empty());
+}
+
+TEST_F(HistoryFileTest, SavingAsksTheShellNothingAboutWhatMayHang) {
+  file.content = {{"NumEntries", "2"}, {"d0", "a.obj"},           {"f0", "\\\\dead\\share\\a.obj"}, {"p0", "\\\\dead\\share\\a.obj"},
+                  {"d1", "b.obj"},     {"f1", "C:\\b.obj"}, {"p1", "C:\\b.obj"}};
+  EXPECT_TRUE(list.Load(file));
+  WriteHistory(file, list.Values());
+  EXPECT_EQ(platform.parsed, std::vector<std::string>{"C:\\b.obj"});
+  EXPECT_EQ(file.ReadText("p0"), "\\\\dead\\share\\a.obj") << "what could not be asked about stays as it was";
+  EXPECT_EQ(file.ReadText("p1"), "C:\\b.obj");
 }
 
 // Every write of a save fails once: the previous file is always there again.

@@ -20,7 +20,7 @@ TEST_F(HistoryListTest, APathIsAppendedWithItsNameItemAndTime) {
   const HistoryEntry& entry = *list.entries().front();
   EXPECT_EQ(entry.displayName, "Model.3DS");
   EXPECT_EQ(entry.fullPath, "C:\\A\\Model.3DS");
-  EXPECT_FALSE(entry.itemId.empty());
+  EXPECT_EQ(entry.itemName, "C:\\A\\Model.3DS");
   EXPECT_EQ(entry.lastAccess.year, 2026);
 }
 
@@ -49,9 +49,19 @@ TEST_F(HistoryListTest, AnEmptyPathIsRefusedAndChangesNothing) {
   EXPECT_EQ(list.size(), 1u);
 }
 
-TEST_F(HistoryListTest, AnItemThatTheShellDoesNotKnowIsListedWithoutOne) {
+TEST_F(HistoryListTest, AnItemThatTheShellDoesNotKnowIsListedAndKeptWithoutOne) {
   list.Add("?\\gone.obj");
-  EXPECT_TRUE(list.entries().front()->itemId.empty());
+  EXPECT_THAT(Names(list), ElementsAre("gone.obj"));
+  FakeFile file;
+  WriteHistory(file, list.Values());
+  EXPECT_EQ(file.ReadText("f0"), "?\\gone.obj");
+  EXPECT_EQ(file.ReadText("p0"), "");
+}
+
+TEST_F(HistoryListTest, AddingAPathAsksTheShellNothing) {
+  list.Add("\\\\dead\\share\\a.obj");
+  list.Add("C:\\a.obj");
+  EXPECT_TRUE(platform.parsed.empty());
 }
 
 }  // namespace

@@ -151,6 +151,8 @@ TEST_F(HistoryStoreTest, AKillAtAnyStepAndAnotherOneAtAnyStepOfMendingItLoseNoth
     EXPECT_TRUE(IsOldOrNew(names)) << name << testing::PrintToString(names);
     EXPECT_EQ(Load(), names);
     for (const std::string& file : disk.Names()) EXPECT_TRUE(file == kPath || file == kBackup) << file;
+    // Never a half-written file: what the next save takes away is whole, too.
+    EXPECT_TRUE(disk.files[kBackup] == saved[kBackup] || disk.files[kBackup] == saved[kPath]) << name;
     std::printf("%-52s all %zu of the %s          %d of %d\n", name.c_str(), names.size(),
                 names == kOld ? "old" : "new", losses, second);
   }

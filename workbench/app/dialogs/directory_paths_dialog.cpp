@@ -2,6 +2,8 @@
 
 #include <shlobj.h>
 
+#include <memory>
+
 #include "src/host/vc64_tx.h"
 #include "workbench/app/dialogs/dialog_window.h"
 #include "base/text/code_page.h"
@@ -114,8 +116,12 @@ class DirectoryPathsDialog : private ModalDialog {
     browse.lParam = reinterpret_cast<LPARAM>(start.c_str());
     const LPITEMIDLIST chosen = SHBrowseForFolderW(&browse);
     if (chosen == nullptr) return;
-    wchar_t path[MAX_PATH] = L"";
-    if (SHGetPathFromIDListW(chosen, path)) SetControlText(kFirstPathEdit + row, path);
+    // Room for every path: given less, the shell refuses a long one, or cuts it off without a word.
+    constexpr DWORD kLongest = 32768;
+    const auto path = std::make_unique_for_overwrite<wchar_t[]>(kLongest);
+    if (SHGetPathFromIDListEx(chosen, path.get(), kLongest, GPFIDL_DEFAULT)) {
+      SetControlText(kFirstPathEdit + row, path.get());
+    }
     CoTaskMemFree(chosen);
   }
 

@@ -40,10 +40,10 @@ struct DockAnswer {
   Rect rect;                // that place, in screen pixels
 };
 
-class WindowManager : private DockFrameOwner,
-                      private FloatingFrameOwner,
-                      private DockSiteOwner,
-                      private DocumentPageOwner {
+class WindowManager final : private DockFrameOwner,
+                            private FloatingFrameOwner,
+                            private DockSiteOwner,
+                            private DocumentPageOwner {
  public:
   WindowManager(HWND mainWindow, const Theme& theme, PlacementStore store);
   ~WindowManager();

@@ -22,7 +22,7 @@ std::optional<std::wstring> ReadAutoloadFile(std::wstring* error) {
     return std::nullopt;
   };
   if (code != ERROR_SUCCESS)
-    return refuse(L"The hand-over file \"" + file + L"\" can't be read. " + ErrorText(code));
+    return refuse(L"The hand-over file \"" + file + L"\" can't be read. " + ErrorText(code, file));
   const auto path = ParseAutoloadContent(content);
   if (!path) return refuse(L"The hand-over file \"" + file + L"\" names no file.");
   // The plug-in writes in the code page of the process. Bytes that are no text in it name no file; a guess at another

@@ -15,7 +15,7 @@ namespace workbench {
 namespace {
 
 std::unique_ptr<DocumentView> Refuse(const std::wstring& path, DWORD code, std::wstring* error) {
-  if (error != nullptr) *error = L"\"" + path + L"\" can't be opened. " + ErrorText(code);
+  if (error != nullptr) *error = L"\"" + path + L"\" can't be opened. " + ErrorText(code, path);
   return nullptr;
 }
 

@@ -4,6 +4,8 @@
 
 #include "workbench/app/documents/path_form.h"
 
+#include "base/text/name_insert.h"
+
 namespace workbench {
 namespace {
 
@@ -80,7 +82,7 @@ DWORD ReadFileBeginning(const std::wstring& path, std::size_t limit, std::string
   return error;
 }
 
-std::wstring ErrorText(DWORD error) {
+std::wstring ErrorText(DWORD error, std::wstring_view name) {
   wchar_t* text = nullptr;
   const DWORD length = FormatMessageW(
       FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
@@ -90,6 +92,7 @@ std::wstring ErrorText(DWORD error) {
   while (!result.empty() && (result.back() == L'\n' || result.back() == L'\r' || result.back() == L' ')) {
     result.pop_back();
   }
+  result = base::InsertName(std::move(result), name);
   return result.empty() ? L"Error " + std::to_wstring(error) + L"." : result;
 }
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "workbench/app/documents/describe.h"
 
@@ -28,7 +29,7 @@ DWORD ReadFileFacts(const std::wstring& path, FileFacts* facts);
 // then has what could be read before.
 DWORD ReadFileBeginning(const std::wstring& path, std::size_t limit, std::string* content);
 
-// What Windows says of an error, without a line end.
-std::wstring ErrorText(DWORD error);
+// What Windows says of an error, without a line end. name: of the file, for the sentences that name it.
+std::wstring ErrorText(DWORD error, std::wstring_view name = {});
 
 }  // namespace workbench

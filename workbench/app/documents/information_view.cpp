@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/window/high_contrast.h"
 #include "workbench/app/documents/describe.h"
 #include "workbench/app/documents/document_icon.h"
 #include "workbench/app/documents/view_window.h"
@@ -247,24 +248,24 @@ class InformationView final : public DocumentView, private ViewWindow {
     const int margin = ScaledPixels(kMargin);
     DrawDocumentIcon(dc, margin, iconTop_, ScaledPixels(kIconSize), type_.kind,
                      Wide(UpperExtension(Utf8(facts_.name))), GetSysColor(COLOR_WINDOW));
-    SetTextColor(dc, kLabelText);
+    SetTextColor(dc, base::ContrastColor(kLabelText, COLOR_WINDOWTEXT));
     const std::wstring type = Wide(type_.description);
     TextOutW(dc, margin + ScaledPixels(kIconSize + kGap), typeTop_, type.c_str(),
              static_cast<int>(type.size()));
     for (const Row& row : rows_) TextOutW(dc, margin, row.top, row.label, lstrlenW(row.label));
     const RECT rule = {margin, ruleTop_, contentRight_, ruleTop_ + 1};
-    const UniqueBrush ruleBrush(CreateSolidBrush(kRule));
+    const UniqueBrush ruleBrush(CreateSolidBrush(base::ContrastColor(kRule, COLOR_WINDOWTEXT)));
     FillRect(dc, &rule, ruleBrush.get());
   }
 
   void PaintNote(HDC dc) const {
-    const UniqueBrush brush(CreateSolidBrush(kNoteBackground));
-    const UniqueBrush edge(CreateSolidBrush(kNoteEdge));
+    const UniqueBrush brush(CreateSolidBrush(base::ContrastColor(kNoteBackground, COLOR_INFOBK)));
+    const UniqueBrush edge(CreateSolidBrush(base::ContrastColor(kNoteEdge, COLOR_INFOTEXT)));
     FillRect(dc, &noteRect_, brush.get());
     FrameRect(dc, &noteRect_, edge.get());
     RECT text = noteRect_;
     InflateRect(&text, -ScaledPixels(kNotePadding), -ScaledPixels(kNotePadding));
-    SetTextColor(dc, kNoteText);
+    SetTextColor(dc, base::ContrastColor(kNoteText, COLOR_INFOTEXT));
     DrawTextW(dc, note_.c_str(), -1, &text, DT_WORDBREAK | DT_NOPREFIX);
   }
 

@@ -126,7 +126,7 @@ std::wstring DecodeFailure(HRESULT result, bool beginsLikePicture) {
 std::optional<LoadedPicture> LoadPicture(const std::wstring& path, std::wstring* reason) {
   std::string content;
   const DWORD error = ReadFileBeginning(path, kPictureFileLimit + 1, &content);
-  *reason = error != ERROR_SUCCESS               ? ErrorText(error)
+  *reason = error != ERROR_SUCCESS               ? ErrorText(error, path)
             : content.empty()                    ? L"The file is empty, so there is no picture to show."
             : content.size() > kPictureFileLimit ? L"The picture's file is too large to be shown here."
                                                  : L"";

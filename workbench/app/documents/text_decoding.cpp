@@ -66,7 +66,7 @@ std::u16string DecodeUtf8(std::string_view bytes, bool cutOff) {
       if (!cutOff) text.push_back(kReplacement);
       break;
     }
-    Append(&text, sequence == Sequence::kGood ? code : kReplacement);
+    Append(&text, sequence == Sequence::kGood ? code : char32_t{kReplacement});
     at += length;
   }
   return text;

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/window/high_contrast.h"
 #include "workbench/app/documents/line_index.h"
 #include "workbench/app/documents/text_decoding.h"
 #include "workbench/app/documents/view_window.h"
@@ -381,13 +382,13 @@ LRESULT TextView::OnPaint(WPARAM, LPARAM) {
 
 void TextView::PaintNote(HDC dc, const RECT& client) const {
   RECT band = {0, 0, client.right, NoteHeight()};
-  const UniqueBrush brush(CreateSolidBrush(kNoteBackground));
+  const UniqueBrush brush(CreateSolidBrush(base::ContrastColor(kNoteBackground, COLOR_INFOBK)));
   FillRect(dc, &band, brush.get());
   const std::wstring note = L"The file has " + Wide(RoundedSize(size_)) + L". The first " +
                             Wide(RoundedSize(kTextSizeLimit)) + L" of it are shown.";
   const ObjectSelection font(dc, noteFont_.get());
   SetBkMode(dc, TRANSPARENT);
-  SetTextColor(dc, kNoteText);
+  SetTextColor(dc, base::ContrastColor(kNoteText, COLOR_INFOTEXT));
   InflateRect(&band, -ScaledPixels(kMargin), 0);
   DrawTextW(dc, note.c_str(), static_cast<int>(note.size()), &band,
             DT_SINGLELINE | DT_VCENTER | DT_END_ELLIPSIS | DT_NOPREFIX);

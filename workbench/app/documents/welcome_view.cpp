@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/window/high_contrast.h"
 #include "workbench/app/documents/document_icon.h"
 #include "workbench/app/documents/document_view.h"
 #include "workbench/app/documents/view_window.h"
@@ -79,7 +80,7 @@ class WelcomeView final : public DocumentView, private ViewWindow {
     if (draw) {
       RECT target = place;
       target.bottom = measured.bottom;
-      SetTextColor(dc, color);
+      SetTextColor(dc, base::ContrastColor(color, COLOR_WINDOWTEXT));
       DrawTextW(dc, text, -1, &target, DT_WORDBREAK | DT_NOPREFIX);
     }
     return measured.bottom - measured.top;

@@ -19,7 +19,7 @@ struct DocumentFacts {
   bool operator==(const DocumentFacts&) const = default;
 };
 
-class DocumentList : private DocumentPageOwner {
+class DocumentList final : private DocumentPageOwner {
  public:
   using Opener = std::function<std::unique_ptr<DocumentView>(HWND, const std::wstring&, std::wstring*)>;
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "workbench/app/main/command_line.h"
+#include "workbench/app/main/process_setup.h"
 #include "workbench/app/main/ready_report.h"
 #include "workbench/app/main/workbench.h"
 
@@ -48,6 +49,7 @@ int RunWorkbench() {
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   try {
+    workbench::PrepareProcess();
     return RunWorkbench();
   } catch (...) {
     MessageBoxW(nullptr, L"The program has to close: an unexpected error occurred.", L"Workbench",

@@ -4,6 +4,7 @@
 
 #include <commctrl.h>
 
+#include "base/window/high_contrast.h"
 #include "src/host/plugin_protocol.h"
 
 namespace workbench {
@@ -29,6 +30,8 @@ std::span<const MainWindow::MessageHandler> MainWindow::Handlers() {
       {WM_ENDSESSION, &MainWindow::OnEndSession},
       {WM_GETMINMAXINFO, &MainWindow::OnMinMax},
       {WM_ERASEBKGND, &MainWindow::OnErase},
+      {WM_SYSCOLORCHANGE, &MainWindow::OnColorChange},
+      {WM_SETTINGCHANGE, &MainWindow::OnSettingChange},
   };
   return kHandlers;
 }
@@ -133,6 +136,16 @@ LRESULT MainWindow::OnMinMax(const Message& message) {
   auto* limits = reinterpret_cast<MINMAXINFO*>(message.second);
   limits->ptMinTrackSize = {theme_.Scale(420), theme_.Scale(300)};
   return 0;
+}
+
+LRESULT MainWindow::OnColorChange(const Message&) {
+  owner_.OnColorsChanged();
+  base::PassOnColorChange(window(), WM_SYSCOLORCHANGE, 0, 0);
+  return 0;
+}
+
+LRESULT MainWindow::OnSettingChange(const Message& message) {
+  return message.first == SPI_SETHIGHCONTRAST ? OnColorChange(message) : Default(message);
 }
 
 // Everything inside is covered by the dock site and the status line.

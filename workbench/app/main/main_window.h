@@ -20,6 +20,7 @@ class MainWindowOwner {
   virtual void OnCloseRequested() = 0;
   virtual void OnFocusArrived() = 0;
   virtual void OnSessionEnds() = 0;
+  virtual void OnColorsChanged() = 0;  // the system's; everything is painted again afterwards
 
  protected:
   ~MainWindowOwner() = default;
@@ -56,6 +57,8 @@ class MainWindow : public WindowBase<MainWindow> {
   LRESULT OnEndSession(const Message&);
   LRESULT OnMinMax(const Message&);
   LRESULT OnErase(const Message&);
+  LRESULT OnColorChange(const Message&);
+  LRESULT OnSettingChange(const Message&);
 
   MainWindowOwner& owner_;
   const Theme& theme_;

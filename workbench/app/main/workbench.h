@@ -36,6 +36,8 @@ struct WorkbenchOptions {
   std::optional<Size> size;   // of the main window; else the remembered one
   bool visible = true;
   bool recordCalls = false;  // of the host services
+  // Dispatches messages inside CreateDockedWindow and ShowManagedWindow, as a host may whose windows slide in.
+  bool dispatchWhileDocking = false;
   HostFacts facts;
   DocumentServices documents = StandardDocumentServices();
   // Shows a message of the workbench itself; a message box when empty.
@@ -107,6 +109,7 @@ class Workbench : private MainWindowOwner {
   void OnCloseRequested() override;
   void OnFocusArrived() override;
   void OnSessionEnds() override;
+  void OnColorsChanged() override { theme_.ReadColors(); }
   void ToggleWindow(size_t index);
   void AskForFile();
   void ShowHelp(const char* topic);

@@ -75,7 +75,9 @@ void Workbench::ProvideWindowManager() {
         request.method = method;
         request.position = position;
         request.image = ImageOf(bitmap);
-        return CreateDockedWindow(request, placement);
+        const std::int32_t taken = CreateDockedWindow(request, placement);
+        if (options_.dispatchWhileDocking) Pump();
+        return taken;
       });
   services_.Provide<op::SetWindowSize>(
       [this](HWND window, std::int32_t width, std::int32_t height, std::int32_t code) {
@@ -99,7 +101,10 @@ void Workbench::ProvideWindowManager() {
   });
   services_.Provide<op::GetDefaultCreationMethod>([] { return host::kMethodTabbedCollapsible; });
   services_.Provide<op::ShowManagedWindow>(
-      [this](HWND window, std::int32_t show) { windows_->Show(window, show != 0); });
+      [this](HWND window, std::int32_t show) {
+        windows_->Show(window, show != 0);
+        if (options_.dispatchWhileDocking) Pump();
+      });
 }
 
 void Workbench::ProvideDialogs() {

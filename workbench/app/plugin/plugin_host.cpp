@@ -1,6 +1,7 @@
 #include "workbench/app/plugin/plugin_host.h"
 
 #include "base/text/narrow_path.h"
+#include "workbench/app/main/format_viewers.h"
 #include "workbench/app/ui/text_conversion.h"
 
 namespace workbench {
@@ -13,6 +14,8 @@ constexpr size_t kLongestHelpLocation = 259;
 
 PluginState PluginHost::LoadLibraryAt(const std::wstring& path) {
   if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) return PluginState::Missing;
+  apartment_.emplace();
+  if (!apartment_->isOpen()) return PluginState::NoApartment;
   // The plug-in's own folder is searched for the libraries that it needs, the current folder is not.
   module_.reset(LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
   if (!module_) {
@@ -30,7 +33,7 @@ PluginState PluginHost::Load(const std::wstring& path, const std::wstring& helpL
   path_ = path;
   state_ = LoadLibraryAt(path);
   if (state_ != PluginState::Running) {
-    module_.reset();
+    FreeLibraryAndHandlers();
     return state_;
   }
   std::string help = base::NarrowPath(helpLocation).value_or(std::string());
@@ -51,8 +54,14 @@ void PluginHost::Unload() {
   if (entry_ != nullptr) Converse("shutdown", none);
   entry_ = nullptr;
   instance_ = nullptr;
-  module_.reset();
+  FreeLibraryAndHandlers();
   if (isRunning()) state_ = PluginState::NotLoaded;
+}
+
+void PluginHost::FreeLibraryAndHandlers() {
+  RemoveHandlersOf(module_.get());
+  module_.reset();
+  apartment_.reset();
 }
 
 std::uint32_t PluginHost::Say(const char* keyword, const void* value) {
@@ -77,6 +86,8 @@ std::wstring PluginHost::Problem() const {
     case PluginState::NotLoadable:
       return L"The plug-in could not be loaded (system error " + std::to_wstring(loadError_) + L"):\n" +
              path_;
+    case PluginState::NoApartment:
+      return L"The plug-in needs a COM single-threaded apartment, which this thread can't be:\n" + path_;
     case PluginState::NoEntryPoint:
       return L"This file is no plug-in (it has no entry point named " + base::WideFromNarrow(host::kEntryPointName) +
              L"):\n" + path_;

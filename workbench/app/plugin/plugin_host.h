@@ -3,6 +3,9 @@
 
 #include <windows.h>
 
+#include <objbase.h>
+
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,10 +20,27 @@ enum class PluginState {
   Missing,      // the file does not exist
   NotLoadable,  // the system refuses to load it
   NoEntryPoint,
+  NoApartment,  // this thread is no COM single-threaded apartment and can't be made one
   Refused,  // it finds this host too old
   Running,  // its instance exists
 };
 
+// COM on this thread, as a single-threaded apartment, from construction to the end. Nested ones are allowed.
+class Apartment {
+ public:
+  Apartment() : result_(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)) {}
+  ~Apartment() {
+    if (isOpen()) CoUninitialize();
+  }
+  Apartment(const Apartment&) = delete;
+  Apartment& operator=(const Apartment&) = delete;
+  bool isOpen() const { return SUCCEEDED(result_); }
+
+ private:
+  HRESULT result_;
+};
+
+// Everything on one thread: the plug-in is unloaded where it was loaded.
 class PluginHost {
  public:
   // services must live longer than this object.
@@ -32,8 +52,8 @@ class PluginHost {
   // Loads the plug-in, lets it check this host and, unless it refuses, creates its instance. helpLocation is
   // handed over with "initialize".
   PluginState Load(const std::wstring& path, const std::wstring& helpLocation);
-  // "destroy_instance" when there is an instance, "shutdown", then the library goes. Does nothing when none
-  // is loaded.
+  // "destroy_instance" when there is an instance, "shutdown"; then the file-format handlers that lie in the library are
+  // dropped, and the library goes. Does nothing when none is loaded.
   void Unload();
 
   // One call with a keyword and its value, behind the two handles that every call begins with. Gives the
@@ -49,11 +69,13 @@ class PluginHost {
 
  private:
   PluginState LoadLibraryAt(const std::wstring& path);
+  void FreeLibraryAndHandlers();
   // keywords and values without the two handles; the last value is read back.
   std::uint32_t Converse(const char* keyword, void*& value);
 
   HWND mainWindow_;
   host::HostServices* services_;
+  std::optional<Apartment> apartment_;  // around the library
   UniqueModule module_;
   host::PluginEntryPoint entry_ = nullptr;
   PluginState state_ = PluginState::NotLoaded;

@@ -2,6 +2,8 @@
 
 #include <cwchar>
 
+#include "base/window/high_contrast.h"
+
 namespace workbench {
 namespace {
 
@@ -26,6 +28,12 @@ COLORREF Mix(COLORREF first, COLORREF second, int percentOfFirst) {
              part(GetBValue(first), GetBValue(second)));
 }
 
+// In high contrast no colour is mixed: what lies between two of the system's can be read on neither.
+void UseSystemColorsAlone(ThemeColors& colors) {
+  colors.mutedText = colors.line = colors.text;
+  colors.caption = colors.hover = colors.face;
+}
+
 ThemeColors SystemColors() {
   ThemeColors colors;
   colors.face = GetSysColor(COLOR_3DFACE);
@@ -38,6 +46,7 @@ ThemeColors SystemColors() {
   colors.activeCaption = colors.accent;
   colors.activeText = GetSysColor(COLOR_HIGHLIGHTTEXT);
   colors.hover = Mix(colors.accent, colors.face, 22);
+  if (base::IsHighContrast()) UseSystemColorsAlone(colors);
   return colors;
 }
 
@@ -100,6 +109,10 @@ Theme::Theme() : colors_(SystemColors()) {
   TEXTMETRICW text = {};
   GetTextMetricsW(screen.get(), &text);
   textHeight_ = static_cast<int>(text.tmHeight);
+}
+
+void Theme::ReadColors() {
+  colors_ = SystemColors();
 }
 
 DockMetrics Theme::dockMetrics() const {

@@ -39,6 +39,8 @@ class Theme {
   int tabHeight() const { return textHeight_ + Scale(11); }
   DockMetrics dockMetrics() const;
   const ThemeColors& colors() const { return colors_; }
+  // After the system's colours have changed, or high contrast was switched.
+  void ReadColors();
 
   // Width in pixels of a text in font().
   int TextWidth(const wchar_t* text) const;

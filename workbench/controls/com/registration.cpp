@@ -4,15 +4,25 @@
 
 #include <ole2.h>
 
+#include <algorithm>
 #include <vector>
 
 #include "workbench/controls/model/path_logic.h"
+#include "workbench/controls/model/server_file.h"
 
 namespace controls {
 namespace {
 
 // The value that marks a key as written by these controls; it holds the registered file.
 constexpr wchar_t kMark[] = L"RegisteredByStandIn";
+
+std::wstring Expanded(const std::wstring& text) {
+  std::wstring expanded(ExpandEnvironmentStringsW(text.c_str(), nullptr, 0), L'\0');
+  const DWORD size =
+      ExpandEnvironmentStringsW(text.c_str(), expanded.data(), static_cast<DWORD>(expanded.size()));
+  expanded.resize(size == 0 || size > expanded.size() ? 0 : size - 1);
+  return expanded;
+}
 
 class RegistryKey {
  public:
@@ -37,6 +47,7 @@ class RegistryKey {
   bool Has(const wchar_t* name) const {
     return RegQueryValueExW(key_, name, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS;
   }
+  // Of an expandable text, what it stands for on this machine.
   std::wstring Get(const wchar_t* name) const {
     DWORD bytes = 0;
     DWORD type = 0;
@@ -48,7 +59,7 @@ class RegistryKey {
       return {};
     }
     text.resize(wcslen(text.c_str()));
-    return text;
+    return type == REG_EXPAND_SZ ? Expanded(text) : text;
   }
 
  private:
@@ -59,13 +70,19 @@ std::wstring ClassPath(const CLSID& id) {
   return L"CLSID\\" + GuidText(id);
 }
 
-bool FileExists(std::wstring path) {
-  if (path.size() > 1 && path.front() == L'"') path = path.substr(1, path.find(L'"', 1) - 1);
+bool IsFile(const std::wstring& path) {
   if (!IsAbsolutePath(path)) {
     wchar_t found[MAX_PATH];
     return SearchPathW(nullptr, path.c_str(), nullptr, MAX_PATH, found, nullptr) != 0;
   }
-  return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+// Whether the file exists that a class is registered to, in quotes and with arguments or not.
+bool FileExists(const std::wstring& server) {
+  const std::vector<std::wstring> files = ServerFileCandidates(server);
+  return std::any_of(files.begin(), files.end(), IsFile);
 }
 
 // Whether the class is somebody else's under this root: registered to a file that exists, without our mark.

@@ -96,7 +96,7 @@ HRESULT ComboView::PutFolderView(Call& call) {
   const HRESULT result = call.Object(0, object);
   if (FAILED(result)) return result;
   if (closed()) return E_UNEXPECTED;
-  if (!folderView_.Connect(object))
+  if (!folderView_.Connect(object, PeerKind::kFolderView))
     throw CallError{E_NOINTERFACE, L"The object is not a folder view of this kind."};
   folderViewObject_.reset();
   if (object) folderViewObject_ = ComRef<IUnknown>(object);
@@ -175,7 +175,7 @@ void ComboView::OnTextEntered(const std::wstring& typed) {
   const DWORD attributes = GetFileAttributesW(ExtendedPath(path).c_str());
   if (attributes == INVALID_FILE_ATTRIBUTES) {
     const DWORD error = GetLastError();
-    return Refuse(typed, FolderErrorText(error, path, SystemErrorText(error)));
+    return Refuse(typed, FolderErrorText(error, path, SystemErrorText(error, NameOfPath(path))));
   }
   if (!(attributes & FILE_ATTRIBUTE_DIRECTORY))
     return Refuse(typed, FolderErrorText(ERROR_DIRECTORY, path, L""));

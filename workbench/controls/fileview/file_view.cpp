@@ -1,6 +1,9 @@
 #include "workbench/controls/fileview/file_view.h"
 #include "workbench/controls/fileview/container_sort.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "workbench/controls/com/class_server.h"
 #include "workbench/controls/com/event_arguments.h"
 #include "workbench/controls/model/display_text.h"
@@ -21,6 +24,7 @@ struct FileView::SavedView {
   std::wstring topName;
   int topRow = 0;
   bool all = false;
+  std::vector<ItemId> order;  // of the rows before, when one of them had the focus
 };
 
 FileView::FileView() : pane_(*this), model_(*this) {
@@ -68,6 +72,7 @@ void FileView::OnPaneDestroyed() {
 void FileView::OnClose() {
   drops_.Revoke();
   dropped_.clear();
+  operations_.Close();
   itemOwner_->view = nullptr;
   followers_.AnnounceClosing();
   model_.SetWindow(nullptr);
@@ -77,6 +82,12 @@ void FileView::OnClose() {
 }
 
 // ILocationPeer
+
+STDMETHODIMP FileView::GetKind(PeerKind* kind) {
+  if (!kind) return E_POINTER;
+  *kind = PeerKind::kFileView;
+  return S_OK;
+}
 
 STDMETHODIMP FileView::TellLocation(ILocationSink* sink) {
   return Guarded([&] {
@@ -129,9 +140,8 @@ void FileView::GoUp() {
   if (!parent.empty()) Navigate(parent);
 }
 
-void FileView::OnPaneMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+void FileView::OnPaneMessage(UINT message, WPARAM wParam, LPARAM) {
   const ComRef<IOleObject> self(this);
-  if (shownMenu_ && shownMenu_->HandleMenuMessage(message, wParam, lParam)) return;
   if (message == kReaderMessage && wParam == 1) {
     const Location wanted = wanted_;
     Navigate(wanted);
@@ -139,6 +149,8 @@ void FileView::OnPaneMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     model_.OnReaderMessage();
   } else if (message == kDropMessage) {
     CarryOutDrop();
+  } else if (message == kEditAgainMessage) {
+    OnEditAgain();
   } else if (message == kWatcherMessage) {
     model_.OnWatcherMessage();
   } else if (message == WM_TIMER && wParam == kSliceTimer) {
@@ -154,6 +166,7 @@ void FileView::FolderOpened() {
   sort_.reset();
   saved_.reset();
   error_.clear();
+  selectWhenShown_.clear();
   nextSelected_ = -1;
   pane_.thumbnails().OnFolderLeft();
   {
@@ -167,7 +180,7 @@ void FileView::FolderOpened() {
 }
 
 void FileView::FolderFailed(const Location& folder, DWORD error) {
-  ShowError(FolderErrorText(error, folder.Text(), SystemErrorText(error)));
+  ShowError(FolderErrorText(error, folder.Text(), SystemErrorText(error, folder.Name())));
   // Whoever asked for the folder goes back to the one that stays.
   if (!listing().folder.empty()) followers_.Announce(listing().folder);
   FireContentChanged();
@@ -193,6 +206,7 @@ void FileView::RowsAboutToChange(bool replaced) {
     saved_->selected = rows.rows.rows();
   }
   saved_->focused = IdOfRow(pane_.FocusedRow());
+  if (saved_->focused != kNoItem && !replaced) saved_->order = rows.rows.rows();
   saved_->topRow = count > 0 ? pane_.TopRow() : 0;
   if (saved_->topRow > 0) saved_->top = IdOfRow(saved_->topRow);
   if (!replaced) return;
@@ -209,6 +223,19 @@ void FileView::RestoreByName() {
   }
   saved_->focused = saved_->focusedName.empty() ? kNoItem : store.Find(saved_->focusedName);
   saved_->top = saved_->topName.empty() ? kNoItem : store.Find(saved_->topName);
+}
+
+// The item with the focus has gone: the one after it takes over, or else the one before, so that the keys go on there.
+void FileView::FocusNear(const SavedView& saved) {
+  const auto gone = std::find(saved.order.begin(), saved.order.end(), saved.focused);
+  const auto stays = [&](ItemId id) { return model_.rows().RowOf(id) >= 0; };
+  auto next = std::find_if(gone, saved.order.end(), stays);
+  if (next == saved.order.end()) {
+    const auto before = std::find_if(std::make_reverse_iterator(gone), saved.order.rend(), stays);
+    if (before == saved.order.rend()) return;
+    next = before.base() - 1;
+  }
+  pane_.Focus(model_.rows().RowOf(*next));
 }
 
 void FileView::RowsChanged(bool replaced) {
@@ -231,6 +258,7 @@ void FileView::RowsChanged(bool replaced) {
   }
   const int focused = saved->focused != kNoItem ? rows.RowOf(saved->focused) : -1;
   if (focused >= 0) pane_.Focus(focused);
+  if (focused < 0 && !replaced) FocusNear(*saved);
   if (saved->topRow > 0) {
     const int top = saved->top != kNoItem ? rows.RowOf(saved->top) : -1;
     pane_.ScrollTo(top >= 0 ? top : saved->topRow);
@@ -260,6 +288,7 @@ void FileView::ChangesApplied() {
   if ((sort_ || model_.sortedByContainer()) && FireBeforeSort(static_cast<int>(model_.sortRule().column))) {
     BeginContainerSort(model_.sortRule());
   }
+  SelectShown();
   FireContentChanged();
   // The selected item may be one of those that went.
   if (!closed()) FireSelectionChanged();

@@ -2,12 +2,15 @@
 #pragma once
 
 #include <memory>
+#include <set>
 #include <string>
+#include <vector>
 
 #include "workbench/controls/com/ole_control.h"
 #include "workbench/controls/fileview/folder_model.h"
 #include "workbench/controls/fileview/list_pane.h"
 #include "workbench/controls/fileview/listing_item.h"
+#include "workbench/controls/operations/file_operations.h"
 #include "workbench/controls/shell/file_drop.h"
 #include "workbench/controls/shell/font_holder.h"
 #include "workbench/controls/shell/location_link.h"
@@ -37,6 +40,7 @@ class FileView : public OleControl,
   void* Interface(REFIID iid);
 
   // ILocationPeer
+  STDMETHODIMP GetKind(PeerKind* kind) override;
   STDMETHODIMP TellLocation(ILocationSink* sink) override;
   STDMETHODIMP GoTo(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) override;
   STDMETHODIMP AdviseLocation(ILocationSink* sink) override;
@@ -177,7 +181,15 @@ class FileView : public OleControl,
   void BeginRename();
   void DeleteSelection(bool permanently);
   void CopySelection(bool cut);
-  void Paste();
+  void Paste(const std::wstring& folder);
+  void CopyInto(const std::vector<std::wstring>& paths, const std::wstring& folder, bool move,
+                FileOperations::Done also);
+  void Undo();
+  void SelectArrived(const std::vector<std::wstring>& paths);
+  void SelectShown();
+  void SelectOnly(const std::vector<int>& rows);
+  void EditAgain(int row, const std::wstring& name, const std::wstring& reason);
+  void OnEditAgain();
   HRESULT Execute(long command, bool onSelection);
   bool CreateNewFolder(bool edit);
   void RunMenu(int row, POINT point);
@@ -186,11 +198,21 @@ class FileView : public OleControl,
   void CarryOutDrop();
   void UpdateStatus();
   void RestoreByName();
+  void FocusNear(const SavedView& saved);
 
   ListPane pane_;
   DropRegistration drops_;
   std::vector<DroppedFiles> dropped_;  // wait for the end of the drag
   FolderModel model_;
+  FileOperations operations_;
+  std::set<std::wstring> selectWhenShown_;  // names
+  bool selectsFirst_ = false;               // the first of them that is listed ends the selection before
+  struct RefusedName {
+    ItemId id = kNoItem;
+    std::wstring name;
+    std::wstring reason;
+  };
+  RefusedName refusedName_;
   ListPane::Options options_;
   FileViewSwitches switches_;
   ViewStyle view_ = ViewStyle::kReport;
@@ -212,7 +234,6 @@ class FileView : public OleControl,
   std::unique_ptr<ContainerSort> sort_;  // between two parts of a sort that the container decides
   bool sortTimerRuns_ = false;
   ItemMenu* menu_ = nullptr;       // while a context menu is being built
-  ItemMenu* shownMenu_ = nullptr;  // while it is shown
 };
 
 }  // namespace controls

@@ -62,19 +62,21 @@ void FileView::OpenFile(const std::wstring& path, const ITEMIDLIST* pidl) {
     ShowError(L"\u201C" + path + L"\u201D cannot be opened: its path is too long or its name is reserved.");
     return;
   }
+  const std::wstring folder = ParentOfPath(path);
   SHELLEXECUTEINFOW request = {};
   request.cbSize = sizeof(request);
   request.fMask = SEE_MASK_FLAG_NO_UI | (path.empty() ? SEE_MASK_IDLIST : 0u);
   request.hwnd = pane_.hwnd();
   request.lpFile = path.empty() ? nullptr : path.c_str();
   request.lpIDList = path.empty() ? const_cast<ITEMIDLIST*>(pidl) : nullptr;
+  request.lpDirectory = folder.empty() ? nullptr : folder.c_str();  // a program looks for its files beside this one
   request.nShow = SW_SHOWNORMAL;
   if (ShellExecuteExW(&request)) return;
   const DWORD error = GetLastError();
   const std::wstring name(NameOfPath(path));
   ShowError(error == ERROR_NO_ASSOCIATION
                 ? L"No program is set up to open \u201C" + name + L"\u201D."
-                : L"\u201C" + name + L"\u201D cannot be opened: " + SystemErrorText(error));
+                : L"\u201C" + name + L"\u201D cannot be opened: " + SystemErrorText(error, name));
 }
 
 // ListingItemView: an item's default action, its selection.
@@ -102,7 +104,8 @@ HRESULT FileView::SelectItem(const std::shared_ptr<Listing>& from, ItemId id, bo
 
 void FileView::OnSelectionChanged() {
   const ComRef<IOleObject> self(this);
-  ClearError();
+  selectWhenShown_.clear();  // the user looks elsewhere by now
+  if (!pane_.editing()) ClearError();  // a name that was refused is edited again, and the reason stays
   UpdateStatus();
   FireSelectionChanged();
 }
@@ -131,6 +134,9 @@ bool FileView::OnKey(UINT key, bool control, bool shift) {
         return SUCCEEDED(Execute(kCommandCut, true));
       case 'V':
         return SUCCEEDED(Execute(kCommandPaste, false));
+      case 'Z':
+        Undo();
+        return true;
       default:
         return false;
     }
@@ -157,71 +163,6 @@ bool FileView::OnKey(UINT key, bool control, bool shift) {
   }
 }
 
-bool FileView::MayRename(int row) {
-  const ItemId id = IdOfRow(row);
-  return id != kNoItem && options_.inPlaceRename && listing().IsChangeable();
-}
-
-void FileView::OnRenamed(int row, const std::wstring& name) {
-  const ComRef<IOleObject> self(this);
-  const ItemId id = IdOfRow(row);
-  if (id == kNoItem) return;
-  const OperationResult result = RenameFile(listing().PathOf(id), name);
-  if (!result.error.empty()) return ShowError(result.error);
-  if (!result.done) return;
-  ClearError();
-  const std::shared_ptr<Listing> rows = model_.shown();
-  model_.RenameNow(id, name);
-  if (closed() || rows != model_.shown()) return;
-  const int newRow = model_.rows().RowOf(rows->store.Find(name));
-  if (newRow < 0) return;
-  pane_.Select(newRow, true);
-  pane_.Focus(newRow);
-  pane_.EnsureVisible(newRow);
-}
-
-void FileView::BeginRename() {
-  const int focused = pane_.FocusedRow();
-  const int row = pane_.IsSelected(focused) ? focused : pane_.NextSelected(-1);
-  if (row < 0) return;
-  if (listing().folder.InArchive()) return ShowError(L"Items of an archive cannot be renamed.");
-  if (!MayRename(row)) return ShowError(L"This item cannot be renamed here.");
-  pane_.EditLabel(row);
-}
-
-std::vector<std::wstring> FileView::SelectedPaths() const {
-  std::vector<std::wstring> paths;
-  for (const int row : pane_.SelectedRows()) {
-    std::wstring path = listing().PathOf(IdOfRow(row));
-    if (!path.empty()) paths.push_back(std::move(path));
-  }
-  return paths;
-}
-
-void FileView::CopySelection(bool cut) {
-  if (listing().folder.InArchive()) return ShowError(L"Items of an archive cannot be cut or copied.");
-  const std::vector<std::wstring> paths = SelectedPaths();
-  if (paths.empty()) return;
-  if (!PutOnClipboard(pane_.hwnd(), paths, cut)) ShowError(L"The clipboard is in use by another program.");
-}
-
-void FileView::Paste() {
-  if (listing().folder.InArchive()) return ShowError(L"Files cannot be pasted into an archive.");
-  if (!listing().IsChangeable()) return ShowError(L"Files cannot be pasted here.");
-  const OperationResult result = PasteInto(GetAncestor(pane_.hwnd(), GA_ROOT), listing().folder.path());
-  if (!result.error.empty()) ShowError(result.error);
-}
-
-void FileView::DeleteSelection(bool permanently) {
-  if (listing().folder.InArchive() && pane_.SelectedCount() > 0)
-    return ShowError(L"Items of an archive cannot be deleted.");
-  const std::vector<std::wstring> paths = SelectedPaths();
-  if (paths.empty()) return;
-  if (!listing().IsChangeable()) return ShowError(L"These items cannot be deleted here.");
-  const OperationResult result = DeleteFiles(GetAncestor(pane_.hwnd(), GA_ROOT), paths, permanently);
-  if (!result.error.empty()) ShowError(result.error);
-}
-
 HRESULT FileView::Execute(long command, bool onSelection) {
   if (!pane_.list()) return E_UNEXPECTED;
   switch (command) {
@@ -230,7 +171,7 @@ HRESULT FileView::Execute(long command, bool onSelection) {
       if (onSelection) CopySelection(command == kCommandCut);
       return S_OK;
     case kCommandPaste:
-      Paste();
+      Paste(listing().folder.path());
       return S_OK;
     case kCommandDelete:
       if (onSelection) DeleteSelection(false);
@@ -241,38 +182,6 @@ HRESULT FileView::Execute(long command, bool onSelection) {
     default:
       return E_INVALIDARG;
   }
-}
-
-bool FileView::CreateNewFolder(bool edit) {
-  if (!pane_.list()) return false;
-  if (!listing().IsChangeable()) {
-    ShowError(L"A folder cannot be made here.");
-    return false;
-  }
-  std::wstring name;
-  const OperationResult result = MakeNewFolder(listing().folder.path(), name);
-  if (!result.done) {
-    ShowError(result.error);
-    return false;
-  }
-  ClearError();
-  FILETIME now;
-  GetSystemTimeAsFileTime(&now);
-  ItemFacts facts;
-  facts.attributes = kAttributeDirectory;
-  facts.modified = (static_cast<uint64_t>(now.dwHighDateTime) << 32) | now.dwLowDateTime;
-  const ItemId id = model_.AddNow(name, facts);
-  const int row = id != kNoItem && !closed() ? model_.rows().RowOf(id) : -1;
-  if (row < 0) return true;  // the container's filter may hide it
-  {
-    const ListPane::Quiet quiet(pane_);
-    pane_.SelectAll(false);
-  }
-  pane_.Select(row, true);
-  pane_.Focus(row);
-  pane_.EnsureVisible(row);
-  if (edit) pane_.EditLabel(row);
-  return true;
 }
 
 // Context menu
@@ -309,21 +218,23 @@ bool AddShellMenu(ItemMenu& menu, HWND owner, const Listing& listing, const std:
                               listing.IsChangeable());
 }
 
-void AddPlainItemMenu(ItemMenu& menu, bool changeable) {
+void AddPlainItemMenu(ItemMenu& menu, bool changeable, bool isFolder) {
   menu.AddOwn(L"&Open", "open", true, true);
   if (!changeable) return;
   menu.AddSeparator();
   menu.AddOwn(L"Cu&t", "cut");
   menu.AddOwn(L"&Copy", "copy");
+  if (isFolder) menu.AddOwn(L"&Paste", "paste", ClipboardHasFiles());
   menu.AddSeparator();
   menu.AddOwn(L"&Delete", "delete");
   menu.AddOwn(L"Rena&me", "rename");
 }
 
-void AddBackgroundMenu(ItemMenu& menu, bool changeable) {
+void AddBackgroundMenu(ItemMenu& menu, bool changeable, const std::wstring& undoName) {
   menu.AddOwn(L"R&efresh", "refresh");
-  if (!changeable) return;
   menu.AddSeparator();
+  menu.AddUndo(undoName);
+  if (!changeable) return;
   menu.AddOwn(L"&Paste", "paste", ClipboardHasFiles());
   menu.AddSeparator();
   menu.AddOwn(L"Ne&w Folder", "newfolder");
@@ -335,13 +246,16 @@ void FileView::RunMenu(int row, POINT point) {
   ItemMenu menu;
   const std::shared_ptr<Listing> rows = model_.shown();
   const bool changeable = rows->IsChangeable();
+  // Where a paste from this menu goes: into the one folder that it was opened for, or into the folder on show.
+  const std::wstring target = row >= 0 && pane_.SelectedCount() == 1 && IsDropRow(row) ? rows->PathOf(IdOfRow(row))
+                                                                                       : std::wstring();
   if (row < 0) {
-    AddBackgroundMenu(menu, changeable);
+    AddBackgroundMenu(menu, changeable, operations_.UndoName());
   } else {
     std::vector<ItemId> ids;
     for (const int selected : pane_.SelectedRows()) ids.push_back(IdOfRow(selected));
     const bool shell = switches_.shellContextMenu && AddShellMenu(menu, pane_.hwnd(), *rows, ids);
-    if (!shell) AddPlainItemMenu(menu, changeable);
+    if (!shell) AddPlainItemMenu(menu, changeable, !target.empty());
   }
   const ComRef<IDispatch> item = row >= 0 ? ItemOfRow(row) : EmptyItem();
   menu_ = &menu;
@@ -349,9 +263,7 @@ void FileView::RunMenu(int row, POINT point) {
   building.Object(item.get());
   events().Fire(kMenuBuilding, building.values(), building.count());
   menu_ = nullptr;
-  shownMenu_ = &menu;
   const ItemMenu::Choice choice = closed() ? ItemMenu::Choice() : menu.Track(pane_.hwnd(), point);
-  shownMenu_ = nullptr;
   if (choice.command == 0 || closed()) return;
   if (choice.added) {
     EventArguments<2> chosen;
@@ -359,7 +271,8 @@ void FileView::RunMenu(int row, POINT point) {
     events().Fire(kMenuCommand, chosen.values(), chosen.count());
     return;
   }
-  if (!RunOwnVerb(choice.verb)) menu.InvokeShell(pane_.hwnd(), choice.command);
+  if (choice.verb == "paste" && !target.empty()) return Paste(target);
+  if (!RunOwnVerb(choice.verb)) menu.InvokeShell(pane_.hwnd(), choice.command, rows->folder.path());
 }
 
 // Verbs that this view carries out itself, whoever offered them. False for the shell's own.
@@ -376,7 +289,8 @@ bool FileView::RunOwnVerb(const std::string& verb) {
        }},
       {"cut", [](FileView& view) { view.CopySelection(true); }},
       {"copy", [](FileView& view) { view.CopySelection(false); }},
-      {"paste", [](FileView& view) { view.Paste(); }},
+      {"paste", [](FileView& view) { view.Paste(view.listing().folder.path()); }},
+      {"undo", [](FileView& view) { view.Undo(); }},
       {"delete", [](FileView& view) { view.DeleteSelection(false); }},
       {"rename", [](FileView& view) { view.BeginRename(); }},
       {"refresh", [](FileView& view) { view.model_.Refresh(); }},

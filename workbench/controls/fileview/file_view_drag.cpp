@@ -56,9 +56,7 @@ void FileView::CarryOutDrop() {
   DropAction action = files.action;
   if (files.ask) action = AskDropAction(pane_.hwnd(), files.point, action == DropAction::kMove);
   if (action == DropAction::kNone || closed()) return;
-  const OperationResult result =
-      CopyInto(GetAncestor(pane_.hwnd(), GA_ROOT), files.paths, files.folder, action == DropAction::kMove);
-  if (!result.error.empty() && !closed()) ShowError(result.error);
+  CopyInto(files.paths, files.folder, action == DropAction::kMove, nullptr);
 }
 
 }  // namespace controls

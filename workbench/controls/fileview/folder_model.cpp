@@ -21,7 +21,7 @@ constexpr ULONGLONG kMergeEveryMs = 120;
 
 std::wstring Listing::PathOf(ItemId id) const {
   if (id < entries.size()) return entries[id].path;
-  return JoinPath(folder.path(), store.name(id));
+  return folder.InArchive() ? JoinPath(folder.path(), store.name(id)) : PathInFolder(folder.path(), store.name(id));
 }
 
 Location Listing::LocationOf(ItemId id) const {

@@ -70,6 +70,7 @@ class FolderModelEvents {
 inline constexpr UINT kReaderMessage = WM_APP + 1;
 inline constexpr UINT kWatcherMessage = WM_APP + 2;
 inline constexpr UINT kDropMessage = WM_APP + 3;
+inline constexpr UINT kEditAgainMessage = WM_APP + 4;
 inline constexpr UINT_PTR kSliceTimer = 1;
 inline constexpr UINT_PTR kSortTimer = 2;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/window/high_contrast.h"
 #include "workbench/controls/fileview/folder_model.h"
 #include "workbench/controls/shell/type_cache.h"
 
@@ -313,11 +314,6 @@ void ListPane::EnsureVisible(int row) {
   SendMessageW(list_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
 }
 
-bool ListPane::EditLabel(int row) {
-  SetFocus(list_);
-  return SendMessageW(list_, LVM_EDITLABELW, static_cast<WPARAM>(row), 0) != 0;
-}
-
 POINT ListPane::RowPoint(int row) const {
   RECT rect = {};
   rect.left = LVIR_LABEL;
@@ -351,7 +347,7 @@ void ListPane::PaintStatus(HDC context) {
   rect.top += 1;
   const HGDIOBJ old = SelectObject(context, font_ ? font_ : GetStockObject(DEFAULT_GUI_FONT));
   SetBkMode(context, TRANSPARENT);
-  SetTextColor(context, isError ? RGB(160, 0, 0) : GetSysColor(COLOR_BTNTEXT));
+  SetTextColor(context, isError ? base::ContrastColor(RGB(160, 0, 0), COLOR_BTNTEXT) : GetSysColor(COLOR_BTNTEXT));
   DrawTextW(context, text.c_str(), static_cast<int>(text.size()), &rect,
             DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX | DT_END_ELLIPSIS);
   SelectObject(context, old);

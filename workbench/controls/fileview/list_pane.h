@@ -106,6 +106,9 @@ class ListPane : public WindowBase {
   void EnsureVisible(int row);
   bool IsSelected(int row) const;
   bool EditLabel(int row);
+  bool editing() const { return SendMessageW(list_, LVM_GETEDITCONTROL, 0, 0) != 0; }
+  // Of the name that is being edited.
+  void SetEditText(const std::wstring& text);
   POINT RowPoint(int row) const;
   // The row at a point of the screen; -1 for none.
   int RowAt(POINT screen) const;
@@ -161,6 +164,7 @@ class ListPane : public WindowBase {
   LRESULT OnBeginDrag(NMHDR* header);
   LRESULT OnBeginRightDrag(NMHDR* header);
   LRESULT OnSetFocus(NMHDR* header);
+  LRESULT OnHover(NMHDR* header);
   void OnContext(LPARAM lParam);
 
   ListPaneOwner& owner_;

@@ -71,8 +71,7 @@ LRESULT ListPane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     default:
       break;
   }
-  const bool menuMessage = message == WM_INITMENUPOPUP || message == WM_DRAWITEM || message == WM_MEASUREITEM;
-  if (message == WM_TIMER || menuMessage || (message >= WM_APP && message < 0xC000)) {
+  if (message == WM_TIMER || (message >= WM_APP && message < 0xC000)) {
     owner_.OnPaneMessage(message, wParam, lParam);
     return 0;
   }
@@ -95,6 +94,7 @@ LRESULT ListPane::OnNotify(NMHDR* header) {
       {static_cast<UINT>(LVN_BEGINDRAG), &ListPane::OnBeginDrag},
       {static_cast<UINT>(LVN_BEGINRDRAG), &ListPane::OnBeginRightDrag},
       {static_cast<UINT>(NM_SETFOCUS), &ListPane::OnSetFocus},
+      {static_cast<UINT>(NM_HOVER), &ListPane::OnHover},
   };
   if (!list_ || header->hwndFrom != list_) return 0;
   for (const Notification& row : kNotifications) {
@@ -128,8 +128,10 @@ LRESULT ListPane::OnItemChanged(NMHDR* header) {
 
 LRESULT ListPane::OnFindItem(NMHDR* header) {
   const auto* find = reinterpret_cast<NMLVFINDITEMW*>(header);
-  if (!(find->lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || !find->lvfi.psz) return -1;
-  return owner_.FindRow(find->iStart, find->lvfi.psz, (find->lvfi.flags & LVFI_PARTIAL) != 0,
+  constexpr UINT kSubstring = 0x0004;  // LVFI_SUBSTRING, another word for LVFI_PARTIAL that not every header has
+  constexpr UINT kBeginning = LVFI_PARTIAL | kSubstring;
+  if (!(find->lvfi.flags & (LVFI_STRING | kBeginning)) || !find->lvfi.psz) return -1;
+  return owner_.FindRow(find->iStart, find->lvfi.psz, (find->lvfi.flags & kBeginning) != 0,
                         (find->lvfi.flags & LVFI_WRAP) != 0);
 }
 
@@ -153,6 +155,18 @@ LRESULT ListPane::OnColumnClick(NMHDR* header) {
 LRESULT ListPane::OnKeyDown(NMHDR* header) {
   const UINT key = reinterpret_cast<NMLVKEYDOWN*>(header)->wVKey;
   return owner_.OnKey(key, KeyDown(VK_CONTROL), KeyDown(VK_SHIFT)) ? 1 : 0;
+}
+
+bool ListPane::EditLabel(int row) {
+  SetFocus(list_);
+  return SendMessageW(list_, LVM_EDITLABELW, static_cast<WPARAM>(row), 0) != 0;
+}
+
+void ListPane::SetEditText(const std::wstring& text) {
+  const auto edit = reinterpret_cast<HWND>(SendMessageW(list_, LVM_GETEDITCONTROL, 0, 0));
+  if (!edit) return;
+  SetWindowTextW(edit, text.c_str());
+  SendMessageW(edit, EM_SETSEL, 0, -1);
 }
 
 LRESULT ListPane::OnBeginLabelEdit(NMHDR* header) {
@@ -216,6 +230,12 @@ LRESULT ListPane::OnBeginRightDrag(NMHDR*) {
 LRESULT ListPane::OnSetFocus(NMHDR*) {
   owner_.OnFocus();
   return 0;
+}
+
+// A container may switch on that rows get selected under a mouse that rests. What is selected here is what the user
+// clicked on, and nothing else: the next Delete must not take a file that the mouse happened to lie on.
+LRESULT ListPane::OnHover(NMHDR*) {
+  return 1;
 }
 
 int ListPane::RowAt(POINT screen) const {

@@ -8,7 +8,6 @@
 #include "workbench/controls/model/path_logic.h"
 #include "workbench/controls/shell/display_format.h"
 #include "workbench/controls/shell/file_commands.h"
-#include "workbench/controls/shell/file_drag.h"
 #include "workbench/controls/shell/item_object.h"
 
 namespace controls {
@@ -17,7 +16,6 @@ namespace {
 constexpr DISPID kFolderSelected = 1;
 constexpr DISPID kMenuBuilding = 13;
 constexpr DISPID kMenuCommand = 14;
-constexpr UINT kDropMessage = WM_APP + 10;
 
 }  // namespace
 
@@ -93,6 +91,7 @@ void FolderView::OnTreeDestroyed() {
 void FolderView::OnClose() {
   drops_.Revoke();
   dropped_.clear();
+  operations_.Close();
   fileView_.Disconnect();
   fileViewObject_.reset();
   followers_.AnnounceClosing();
@@ -100,6 +99,12 @@ void FolderView::OnClose() {
 }
 
 // ILocationPeer
+
+STDMETHODIMP FolderView::GetKind(PeerKind* kind) {
+  if (!kind) return E_POINTER;
+  *kind = PeerKind::kFolderView;
+  return S_OK;
+}
 
 STDMETHODIMP FolderView::TellLocation(ILocationSink* sink) {
   return Guarded([&] {
@@ -197,7 +202,7 @@ HRESULT FolderView::PutFileView(Call& call) {
   if (FAILED(result)) return result;
   if (closed()) return E_UNEXPECTED;
   const Location before = current_;
-  if (!fileView_.Connect(object))
+  if (!fileView_.Connect(object, PeerKind::kFileView))
     throw CallError{E_NOINTERFACE, L"The object is not a file view of this kind."};
   fileViewObject_.reset();
   if (object) fileViewObject_ = ComRef<IUnknown>(object);
@@ -236,40 +241,12 @@ HRESULT FolderView::CallNewFolder(Call&) {
 
 // What the user does
 
-void FolderView::NewFolderUnder(const Location& location) {
-  if (!location.IsFileSystem()) throw CallError{E_FAIL, L"A folder cannot be made here."};
-  std::wstring name;
-  const OperationResult made = MakeNewFolder(location.path(), name);
-  if (!made.done) throw CallError{E_FAIL, made.error};
-  pane_.EditNewFolder(Location::FromPath(JoinPath(location.path(), name)));
-}
-
-bool FolderView::MayRenameNode(const Location& location) {
-  return options_.inPlaceRename && location.IsFileSystem() && !IsRootPath(location.path());
-}
-
-bool FolderView::OnNodeRenamed(const Location& location, const std::wstring& name) {
-  const ComRef<IOleObject> self(this);
-  const OperationResult result = RenameFile(location.path(), name);
-  if (!result.error.empty()) Report(result.error);
-  if (!result.done) return false;
-  const Location renamed = Location::FromPath(JoinPath(ParentOfPath(location.path()), name));
-  pane_.RenameNode(location, renamed);
-  // Whoever is in the folder or below it goes along.
-  if (current_.IsFileSystem() && IsWithin(current_.path(), location.path())) {
-    const Location moved =
-        Location::FromPath(renamed.path() + current_.path().substr(location.path().size()));
-    if (!fileView_.GoTo(moved)) Arrive(moved);
-  }
-  return true;
-}
-
-void FolderView::Report(const std::wstring& text) {
-  MessageBoxW(GetAncestor(pane_.hwnd(), GA_ROOT), text.c_str(), L"Folders", MB_OK | MB_ICONEXCLAMATION);
-}
-
 bool FolderView::OnTreeKey(UINT key) {
   const ComRef<IOleObject> self(this);
+  if (key == 'Z' && GetKeyState(VK_CONTROL) < 0) {
+    Undo();
+    return true;
+  }
   switch (key) {
     case VK_RETURN:
       OnNodeClicked(pane_.selected());
@@ -281,7 +258,7 @@ bool FolderView::OnTreeKey(UINT key) {
       pane_.RefreshSelected();
       return true;
     case VK_DELETE:
-      RunVerb("delete", pane_.selected());
+      if (MayRenameNode(pane_.selected())) Delete(pane_.selected(), GetKeyState(VK_SHIFT) < 0);
       return true;
     default:
       return false;
@@ -297,6 +274,7 @@ void FolderView::AddMenuEntries(ItemMenu& menu, const Location& location, bool i
   menu.AddOwn(L"Cu&t", "cut", changeable);
   menu.AddOwn(L"&Copy", "copy", changeable);
   if (!isFile) menu.AddOwn(L"&Paste", "paste", ClipboardHasFiles());
+  menu.AddUndo(operations_.UndoName());
   menu.AddSeparator();
   menu.AddOwn(L"&Delete", "delete", changeable);
   menu.AddOwn(L"Rena&me", "rename", changeable);
@@ -323,28 +301,20 @@ void FolderView::OnTreeContextMenu(const Location& location, bool isFile, POINT 
   events().Fire(kMenuCommand, chosen.values(), chosen.count());
 }
 
-void FolderView::Delete(const Location& location) {
-  const OperationResult result = DeleteFiles(GetAncestor(pane_.hwnd(), GA_ROOT), {location.path()}, false);
-  if (!result.error.empty()) return Report(result.error);
-  if (!result.done || closed()) return;
-  const Location parent = location.Parent();
-  if (current_.IsFileSystem() && IsWithin(current_.path(), location.path())) OnNodeSelected(parent);
-  pane_.SelectLocation(parent);
-  pane_.RefreshSelected();
-}
-
 // The shell's default verb.
 void FolderView::OnFileOpened(const Location& location) {
   const ComRef<IOleObject> self(this);
+  const std::wstring folder = ParentOfPath(location.path());
   SHELLEXECUTEINFOW request = {};
   request.cbSize = sizeof(request);
   request.fMask = SEE_MASK_FLAG_NO_UI;
   request.hwnd = pane_.hwnd();
   request.lpFile = location.path().c_str();
+  request.lpDirectory = folder.empty() ? nullptr : folder.c_str();  // a program looks for its files beside this one
   request.nShow = SW_SHOWNORMAL;
   if (ShellExecuteExW(&request)) return;
   const DWORD error = GetLastError();
-  Report(L"\u201C" + location.Name() + L"\u201D cannot be opened: " + SystemErrorText(error));
+  Report(L"\u201C" + location.Name() + L"\u201D cannot be opened: " + SystemErrorText(error, location.Name()));
 }
 
 // Whoever was in a folder that has gone, or below it, goes to the one above.
@@ -353,66 +323,6 @@ void FolderView::OnNodeGone(const Location& location) {
   const ComRef<IOleObject> self(this);
   const Location parent = location.Parent();
   if (!fileView_.GoTo(parent)) Arrive(parent);
-}
-
-// Drag and drop
-
-void FolderView::OnTreeDrag(const Location& location, bool mayMove, bool rightButton) {
-  const ComRef<IOleObject> self(this);
-  const DWORD move = mayMove ? DROPEFFECT_MOVE : DROPEFFECT_NONE;
-  DragFiles({location.path()}, DROPEFFECT_COPY | DROPEFFECT_LINK | move, rightButton);
-}
-
-void FolderView::OnFilesDropped(DroppedFiles files) {
-  dropped_.push_back(std::move(files));
-  PostMessageW(pane_.hwnd(), kDropMessage, 0, 0);
-}
-
-void FolderView::OnTreeMessage(UINT message) {
-  if (message != kDropMessage || dropped_.empty()) return;
-  const ComRef<IOleObject> self(this);
-  const DroppedFiles files = std::move(dropped_.front());
-  dropped_.erase(dropped_.begin());
-  DropAction action = files.action;
-  if (files.ask) action = AskDropAction(pane_.hwnd(), files.point, action == DropAction::kMove);
-  if (action == DropAction::kNone || closed()) return;
-  const OperationResult result =
-      CopyInto(GetAncestor(pane_.hwnd(), GA_ROOT), files.paths, files.folder, action == DropAction::kMove);
-  if (!result.error.empty()) Report(result.error);
-}
-
-void FolderView::RunVerb(const std::string& verb, const Location& location) {
-  const HWND owner = GetAncestor(pane_.hwnd(), GA_ROOT);
-  OperationResult result;
-  if (verb == "open") {
-    pane_.SelectLocation(location);
-    OnNodeSelected(location);
-  } else if (verb == "openfile") {
-    OnFileOpened(location);
-  } else if (verb == "refresh") {
-    pane_.RefreshSelected();
-  } else if (verb == "cut" || verb == "copy") {
-    if (!PutOnClipboard(owner, {location.path()}, verb == "cut")) {
-      result.error = L"The clipboard is in use by another program.";
-    }
-  } else if (verb == "paste") {
-    result = PasteInto(owner, location.path());
-  } else if (verb == "delete" && MayRenameNode(location)) {
-    Delete(location);
-  } else if (verb == "rename") {
-    pane_.SelectLocation(location);
-    OnNodeSelected(pane_.selectedFolder());
-    pane_.EditSelected();
-  } else if (verb == "newfolder") {
-    pane_.SelectLocation(location);
-    OnNodeSelected(location);
-    try {
-      NewFolderUnder(location);
-    } catch (const CallError& error) {
-      result.error = error.text;
-    }
-  }
-  if (!result.error.empty()) Report(result.error);
 }
 
 }  // namespace controls

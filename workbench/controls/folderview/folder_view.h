@@ -5,6 +5,7 @@
 
 #include "workbench/controls/com/ole_control.h"
 #include "workbench/controls/folderview/tree_pane.h"
+#include "workbench/controls/operations/file_operations.h"
 #include "workbench/controls/shell/font_holder.h"
 #include "workbench/controls/shell/item_menu.h"
 #include "workbench/controls/shell/location_link.h"
@@ -17,6 +18,7 @@ class FolderView : public OleControl, public ILocationPeer, public TreePaneOwner
 
   // ILocationPeer: the tree passes a wish on to the file view that it is linked to and follows what comes of
   // it.
+  STDMETHODIMP GetKind(PeerKind* kind) override;
   STDMETHODIMP TellLocation(ILocationSink* sink) override;
   STDMETHODIMP GoTo(const wchar_t* path, const ITEMIDLIST* pidl, UINT archiveLength) override;
   STDMETHODIMP AdviseLocation(ILocationSink* sink) override;
@@ -82,12 +84,16 @@ class FolderView : public OleControl, public ILocationPeer, public TreePaneOwner
   void Arrive(const Location& location);
   void AddMenuEntries(ItemMenu& menu, const Location& location, bool isFile);
   void RunVerb(const std::string& verb, const Location& location);
-  void Delete(const Location& location);
+  void Delete(const Location& location, bool permanently);
+  void LeaveDeleted(const Location& location);
+  void PasteInto(const Location& location);
+  void Undo();
   void NewFolderUnder(const Location& location);
   void Report(const std::wstring& text);
   ComRef<IDispatch> ItemOf(const Location& location);
 
   TreePane pane_;
+  FileOperations operations_;
   DropRegistration drops_;
   std::vector<DroppedFiles> dropped_;  // wait for the end of the drag
   TreePane::Options options_;

@@ -237,6 +237,23 @@ bool TreePane::EditSelected() {
   return SendMessageW(tree_, TVM_GETEDITCONTROL, 0, 0) != 0;
 }
 
+void TreePane::EditAgain(const Location& location, const std::wstring& typed) {
+  editAgain_ = location;
+  editAgainText_ = typed;
+  PostMessageW(hwnd(), kTreeEditAgainMessage, 0, 0);
+}
+
+void TreePane::OnEditAgain() {
+  const HTREEITEM item = editAgain_.empty() ? nullptr : FindItem(editAgain_);
+  editAgain_ = Location();
+  if (!item) return;
+  EditLabel(item);
+  const auto edit = reinterpret_cast<HWND>(SendMessageW(tree_, TVM_GETEDITCONTROL, 0, 0));
+  if (!edit) return;
+  SetWindowTextW(edit, editAgainText_.c_str());
+  SendMessageW(edit, EM_SETSEL, 0, -1);
+}
+
 void TreePane::EditLabel(HTREEITEM item) {
   SetFocus(tree_);
   editWanted_ = true;
@@ -265,12 +282,15 @@ void TreePane::RefreshSelected() {
   SendMessageW(tree_, TVM_EXPAND, TVE_EXPAND, reinterpret_cast<LPARAM>(item));
 }
 
+HTREEITEM TreePane::FindItem(const Location& location) const {
+  const HTREEITEM caret = Caret();
+  const Node* node = NodeOf(caret);
+  if (node && node->location == location) return caret;
+  return caret ? FindChild(caret, location) : nullptr;
+}
+
 void TreePane::RenameNode(const Location& from, const Location& to) {
-  const auto item = reinterpret_cast<HTREEITEM>(SendMessageW(tree_, TVM_GETNEXTITEM, TVGN_CARET, 0));
-  HTREEITEM found = nullptr;
-  const Node* caret = NodeOf(item);
-  if (caret && caret->location == from) found = item;
-  if (!found && item) found = FindChild(item, from);
+  const HTREEITEM found = FindItem(from);
   Node* node = NodeOf(found);
   if (!node) return;
   const QuietScope quiet(quiet_);

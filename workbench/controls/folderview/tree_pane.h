@@ -47,6 +47,7 @@ class TreePaneOwner {
 
 inline constexpr UINT kTreeReaderMessage = WM_APP + 1;
 inline constexpr UINT kTreeWatcherMessage = WM_APP + 2;
+inline constexpr UINT kTreeEditAgainMessage = WM_APP + 3;
 
 // Keeps program-made selection changes from being taken for the user's.
 class QuietScope {
@@ -87,6 +88,8 @@ class TreePane : public WindowBase {
   // A folder that was just made below the selected one: its node is selected and its name edited.
   void EditNewFolder(const Location& folder);
   bool EditSelected();
+  // Edits a node's name once more, beginning with what was typed before; not from inside the present edit.
+  void EditAgain(const Location& location, const std::wstring& typed);
   // The selected folder, or the one that the selected file lies in.
   Location selectedFolder() const;
   bool SelectedIsFile() const;
@@ -152,7 +155,8 @@ class TreePane : public WindowBase {
   HTREEITEM FindChild(HTREEITEM parent, const Location& location) const;
   HTREEITEM EnsureChild(HTREEITEM parent, const Location& location);
   HTREEITEM EnsureItem(const Location& location);
-  HTREEITEM FindItem(const Location& location);
+  // The selected node or a child of it; null for others.
+  HTREEITEM FindItem(const Location& location) const;
   HTREEITEM ChildOf(HTREEITEM item) const;
   HTREEITEM NextOf(HTREEITEM item) const;
   bool ShowsItem(const ItemFacts& facts) const;
@@ -186,6 +190,7 @@ class TreePane : public WindowBase {
   void ApplyChanges(HTREEITEM item, const ChangeSet& set);
   void ApplyChange(HTREEITEM item, const ItemChange& change);
   void OnHoverTimer();
+  void OnEditAgain();
   LRESULT BeginDrag(NMHDR* header, bool rightButton);
 
   LRESULT OnNotify(NMHDR* header);
@@ -220,6 +225,8 @@ class TreePane : public WindowBase {
   bool editWanted_ = false;  // a name shall be edited, whatever the mouse did
   ULONGLONG focusedAt_ = 0;  // milliseconds of the system's run
   HTREEITEM dropItem_ = nullptr;
+  Location editAgain_;  // the node whose name was refused
+  std::wstring editAgainText_;
 };
 
 }  // namespace controls

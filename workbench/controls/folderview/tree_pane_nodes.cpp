@@ -142,7 +142,7 @@ int TreePane::Compare(const Node& node, const Child& child) {
 
 HTREEITEM TreePane::InsertChild(HTREEITEM parent, HTREEITEM after, const Child& child) {
   auto node = std::make_unique<Node>();
-  node->location = Location::FromPath(JoinPath(NodeOf(parent)->location.path(), child.name));
+  node->location = Location::FromPath(PathInFolder(NodeOf(parent)->location.path(), child.name));
   node->name = child.name;
   node->isFile = child.isFile;
   return Insert(parent, after, std::move(node), !child.isFile);

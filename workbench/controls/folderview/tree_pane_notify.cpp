@@ -54,6 +54,9 @@ LRESULT TreePane::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case kTreeWatcherMessage:
       OnWatcherMessage();
       return 0;
+    case kTreeEditAgainMessage:
+      OnEditAgain();
+      return 0;
     case WM_TIMER:
       if (wParam == kHoverTimer) OnHoverTimer();
       return 0;

@@ -1,8 +1,5 @@
 #include "workbench/controls/model/natural_compare.h"
 
-#include <algorithm>
-#include <cwctype>
-
 namespace controls {
 namespace {
 
@@ -35,18 +32,6 @@ int CompareNumbers(std::wstring_view first, size_t& i, std::wstring_view second,
 }
 
 }  // namespace
-
-wchar_t FoldCase(wchar_t character) {
-  if (character < 0x80) return character >= L'a' && character <= L'z' ? character - 0x20 : character;
-  if (character >= 0xE0 && character <= 0xFE && character != 0xF7) return character - 0x20;
-  return static_cast<wchar_t>(std::towupper(static_cast<std::wint_t>(character)));
-}
-
-bool EqualsIgnoringCase(std::wstring_view first, std::wstring_view second) {
-  return first.size() == second.size() &&
-         std::equal(first.begin(), first.end(), second.begin(),
-                    [](wchar_t a, wchar_t b) { return a == b || FoldCase(a) == FoldCase(b); });
-}
 
 int CompareNatural(std::wstring_view first, std::wstring_view second) {
   size_t i = 0;

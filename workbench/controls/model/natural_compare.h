@@ -3,13 +3,12 @@
 
 #include <string_view>
 
+#include "base/files/name_case.h"
+
 namespace controls {
 
-// Upper-case form of a character for comparisons: exact for ASCII and Latin-1, the C library's for the rest.
-wchar_t FoldCase(wchar_t character);
-
-// True when both texts are equal without regard to case.
-bool EqualsIgnoringCase(std::wstring_view first, std::wstring_view second);
+using base::EqualsIgnoringCase;
+using base::FoldCase;
 
 // Negative, zero or positive as first stands before, with or after second. "file9" stands before "file10".
 // Names that differ only in case or in leading zeros get a stable order too, so zero means equal texts.

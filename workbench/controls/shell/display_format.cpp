@@ -1,5 +1,9 @@
 #include "workbench/controls/shell/display_format.h"
 
+#include <utility>
+
+#include "base/text/name_insert.h"
+
 namespace controls {
 
 std::wstring LocalDateTime(uint64_t fileTime) {
@@ -16,7 +20,7 @@ std::wstring LocalDateTime(uint64_t fileTime) {
   return std::wstring(date) + L" " + clock;
 }
 
-std::wstring SystemErrorText(DWORD error) {
+std::wstring SystemErrorText(DWORD error, std::wstring_view name) {
   wchar_t text[512] = L"";
   const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
                                       error, 0, text, 512, nullptr);
@@ -24,7 +28,7 @@ std::wstring SystemErrorText(DWORD error) {
   while (!result.empty() && (result.back() == L'\r' || result.back() == L'\n' || result.back() == L' ')) {
     result.pop_back();
   }
-  return result;
+  return base::InsertName(std::move(result), name);
 }
 
 }  // namespace controls

@@ -1,14 +1,19 @@
-// Copying, moving, deleting and renaming files for the user.
+// The clipboard, new names and new folders. What takes longer: operations/file_operations.h.
 #pragma once
 
 #include <windows.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
-#include "workbench/controls/shell/file_transfer.h"
-
 namespace controls {
+
+inline constexpr wchar_t kClipboardInUse[] = L"The clipboard is in use by another program.";
+
+// Opens the clipboard. Other programs hold it open for moments (those that keep its history, for one), so it
+// is tried a few times, with a pause in between. False when it stays in use.
+bool OpenBusyClipboard(HWND owner, const std::function<void()>& pause);
 
 // Puts files on the clipboard, to be copied or moved by a later paste. False when the clipboard cannot be
 // had.
@@ -17,14 +22,26 @@ bool PutOnClipboard(HWND owner, const std::vector<std::wstring>& paths, bool cut
 // Whether a paste would find files.
 bool ClipboardHasFiles();
 
-// Copies or moves what is on the clipboard into folder; the system shows its own questions and progress.
-// Files that are copied into the folder they lie in get another name.
-OperationResult PasteInto(HWND owner, const std::wstring& folder);
+// The files on the clipboard, for a paste.
+struct ClipboardFiles {
+  std::vector<std::wstring> paths;
+  bool cut = false;
+  DWORD sequence = 0;  // of the clipboard's contents
+  std::wstring error;  // why there are none
+};
+ClipboardFiles FilesToPaste(HWND owner);
 
-// Deletes after the system's question; permanently or to the bin.
-OperationResult DeleteFiles(HWND owner, const std::vector<std::wstring>& paths, bool permanently);
+// Empties the clipboard after its files were moved, so that nobody moves them again. Not when it holds
+// something else by now.
+void ForgetCutFiles(HWND owner, const ClipboardFiles& files);
 
-// Gives a file or folder a new name in its folder.
+struct OperationResult {
+  bool done = false;
+  std::wstring error;        // a sentence; empty when it went well or there was nothing to do
+  bool nameRefused = false;  // another name would do
+};
+
+// Gives a file, folder or link a new name in its folder.
 OperationResult RenameFile(const std::wstring& path, const std::wstring& newName);
 
 // Makes a folder under a free name ("New folder", "New folder (2)" ...); its name.

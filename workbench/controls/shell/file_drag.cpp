@@ -53,14 +53,14 @@ class FileData : public IDataObject {
       const HRESULT offered = QueryGetData(format);
       if (offered != S_OK) return offered;
       medium->tymed = TYMED_HGLOBAL;
-      medium->hGlobal = format->cfFormat == CF_HDROP ? MakeFileListBlock(paths_) : MakeEffectBlock(effect_);
+      medium->hGlobal = MakeFileListBlock(paths_);
       return medium->hGlobal ? S_OK : E_OUTOFMEMORY;
     });
   }
   STDMETHODIMP GetDataHere(FORMATETC*, STGMEDIUM*) override { return DATA_E_FORMATETC; }
   STDMETHODIMP QueryGetData(FORMATETC* format) override {
     if (!format) return E_POINTER;
-    if (format->cfFormat != CF_HDROP && format->cfFormat != PreferredEffectFormat()) return DV_E_FORMATETC;
+    if (format->cfFormat != CF_HDROP) return DV_E_FORMATETC;
     if (format->dwAspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
     return format->tymed & TYMED_HGLOBAL ? S_OK : DV_E_TYMED;
   }
@@ -80,28 +80,25 @@ class FileData : public IDataObject {
     if (!formats) return E_POINTER;
     *formats = nullptr;
     if (direction != DATADIR_GET) return E_NOTIMPL;
-    const FORMATETC offered[] = {
-        {CF_HDROP, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL},
-        {static_cast<CLIPFORMAT>(PreferredEffectFormat()), nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL}};
-    return SHCreateStdEnumFmtEtc(2, offered, formats);
+    const FORMATETC offered = {CF_HDROP, nullptr, DVASPECT_CONTENT, -1, TYMED_HGLOBAL};
+    return SHCreateStdEnumFmtEtc(1, &offered, formats);
   }
   STDMETHODIMP DAdvise(FORMATETC*, DWORD, IAdviseSink*, DWORD*) override { return OLE_E_ADVISENOTSUPPORTED; }
   STDMETHODIMP DUnadvise(DWORD) override { return OLE_E_ADVISENOTSUPPORTED; }
   STDMETHODIMP EnumDAdvise(IEnumSTATDATA**) override { return OLE_E_ADVISENOTSUPPORTED; }
 
  protected:
-  FileData(std::vector<std::wstring> paths, DWORD effect) : paths_(std::move(paths)), effect_(effect) {}
+  explicit FileData(std::vector<std::wstring> paths) : paths_(std::move(paths)) {}
   virtual ~FileData() = default;
 
  private:
   const std::vector<std::wstring> paths_;
-  const DWORD effect_;
 };
 
 }  // namespace
 
-ComRef<IDataObject> MakeFileData(std::vector<std::wstring> paths, DWORD preferredEffect) {
-  return ComRef<IDataObject>::Attach(ComObject<FileData>::Create(std::move(paths), preferredEffect).detach());
+ComRef<IDataObject> MakeFileData(std::vector<std::wstring> paths) {
+  return ComRef<IDataObject>::Attach(ComObject<FileData>::Create(std::move(paths)).detach());
 }
 
 void DragFiles(const std::vector<std::wstring>& paths, DWORD effects, bool rightButton) {
@@ -109,8 +106,7 @@ void DragFiles(const std::vector<std::wstring>& paths, DWORD effects, bool right
   // The host may have initialised COM without OLE, which dragging needs.
   if (FAILED(OleInitialize(nullptr))) return;
   DWORD effect = DROPEFFECT_NONE;
-  DoDragDrop(MakeFileData(paths, effects & DROPEFFECT_MOVE ? DROPEFFECT_MOVE : DROPEFFECT_COPY).get(),
-             ComObject<DropSource>::Create(rightButton).get(), effects, &effect);
+  DoDragDrop(MakeFileData(paths).get(), ComObject<DropSource>::Create(rightButton).get(), effects, &effect);
   OleUninitialize();
 }
 

@@ -12,8 +12,9 @@
 
 namespace controls {
 
-// The files as other programs take them: CF_HDROP and, for those that ask, the preferred effect.
-ComRef<IDataObject> MakeFileData(std::vector<std::wstring> paths, DWORD preferredEffect);
+// The files as other programs take them: CF_HDROP. Nothing says whether they should be copied or moved: that is for
+// what is cut or copied to the clipboard, and in a drag would overrule the target's own rule.
+ComRef<IDataObject> MakeFileData(std::vector<std::wstring> paths);
 
 // Runs a drag of files until the button is released or Escape is pressed. effects: those that are allowed
 // (DROPEFFECT_...). Who receives the files copies or moves them; nothing is deleted here.

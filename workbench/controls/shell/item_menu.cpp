@@ -1,6 +1,29 @@
 #include "workbench/controls/shell/item_menu.h"
 
+#include <commctrl.h>
+#include <shellapi.h>
+
+#include "base/text/code_page.h"
+
 namespace controls {
+namespace {
+
+constexpr UINT_PTR kOwnerSubclass = 1;
+
+bool IsMenuMessage(UINT message, WPARAM wParam) {
+  switch (message) {
+    case WM_INITMENUPOPUP:
+    case WM_MENUCHAR:
+      return true;
+    case WM_DRAWITEM:
+    case WM_MEASUREITEM:
+      return wParam == 0;  // else it is about a control
+    default:
+      return false;
+  }
+}
+
+}  // namespace
 
 bool ItemMenu::AddShellEntries(HWND owner, IShellFolder& folder, UINT count, LPCITEMIDLIST* children,
                                bool rename) {
@@ -49,6 +72,11 @@ void ItemMenu::AddOwn(const wchar_t* caption, const char* verb, bool enabled, bo
   if (isDefault) SetMenuDefaultItem(menu_, command, FALSE);
 }
 
+void ItemMenu::AddUndo(const std::wstring& name) {
+  const std::wstring caption = name.empty() ? L"&Undo" : L"&Undo " + name;
+  AddOwn(caption.c_str(), "undo", !name.empty());
+}
+
 void ItemMenu::AddSeparator() {
   AppendMenuW(menu_, MF_SEPARATOR, 0, nullptr);
 }
@@ -67,8 +95,10 @@ long ItemMenu::Add(const std::wstring& caption, const std::wstring& verb) {
 
 ItemMenu::Choice ItemMenu::Track(HWND owner, POINT screen) {
   Choice choice;
+  SetWindowSubclass(owner, OwnerProcedure, kOwnerSubclass, reinterpret_cast<DWORD_PTR>(this));
   choice.command = static_cast<UINT>(
       TrackPopupMenu(menu_, TPM_RETURNCMD | TPM_RIGHTBUTTON, screen.x, screen.y, 0, owner, nullptr));
+  RemoveWindowSubclass(owner, OwnerProcedure, kOwnerSubclass);
   choice.added = choice.command >= kFirstAdded;
   if (choice.added || choice.command == 0) return choice;
   if (choice.command >= kFirstOwn) {
@@ -79,19 +109,39 @@ ItemMenu::Choice ItemMenu::Track(HWND owner, POINT screen) {
   return choice;
 }
 
-HRESULT ItemMenu::InvokeShell(HWND owner, UINT command) {
+HRESULT ItemMenu::InvokeShell(HWND owner, UINT command, const std::wstring& folder) {
   if (!shell_) return E_UNEXPECTED;
-  CMINVOKECOMMANDINFO info = {};
+  const std::string narrowFolder = base::ExactNarrow(folder).value_or("");
+  CMINVOKECOMMANDINFOEX info = {};
   info.cbSize = sizeof(info);
+  info.fMask = CMIC_MASK_UNICODE;
   info.hwnd = owner;
   info.lpVerb = MAKEINTRESOURCEA(command - kFirstShell);
+  info.lpVerbW = MAKEINTRESOURCEW(command - kFirstShell);
+  info.lpDirectory = narrowFolder.empty() ? nullptr : narrowFolder.c_str();
+  info.lpDirectoryW = folder.empty() ? nullptr : folder.c_str();
   info.nShow = SW_SHOWNORMAL;
-  return shell_->InvokeCommand(&info);
+  return shell_->InvokeCommand(reinterpret_cast<CMINVOKECOMMANDINFO*>(&info));
 }
 
-bool ItemMenu::HandleMenuMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  const ComRef<IContextMenu2> menu = shell_.As<IContextMenu2>(IID_IContextMenu2);
-  return menu && SUCCEEDED(menu->HandleMenuMsg(message, wParam, lParam));
+LRESULT CALLBACK ItemMenu::OwnerProcedure(HWND owner, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                          DWORD_PTR self) {
+  LRESULT result = 0;
+  if (IsMenuMessage(message, wParam) &&
+      reinterpret_cast<ItemMenu*>(self)->HandleMenuMessage(message, wParam, lParam, &result)) {
+    return result;
+  }
+  return DefSubclassProc(owner, message, wParam, lParam);
+}
+
+// The newest of the interfaces that the shell's menu has: only it answers keys, and says what the answer is.
+bool ItemMenu::HandleMenuMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
+  *result = message == WM_DRAWITEM || message == WM_MEASUREITEM ? TRUE : 0;
+  if (const auto newest = shell_.As<IContextMenu3>(IID_IContextMenu3)) {
+    return SUCCEEDED(newest->HandleMenuMsg2(message, wParam, lParam, result));
+  }
+  const auto menu = shell_.As<IContextMenu2>(IID_IContextMenu2);
+  return menu && message != WM_MENUCHAR && SUCCEEDED(menu->HandleMenuMsg(message, wParam, lParam));
 }
 
 }  // namespace controls

@@ -31,6 +31,8 @@ class ItemMenu {
   bool AddShellEntries(HWND owner, IShellFolder& folder, UINT count, LPCITEMIDLIST* children, bool rename);
   // An entry of the control itself; the verb is what Run gives back.
   void AddOwn(const wchar_t* caption, const char* verb, bool enabled = true, bool isDefault = false);
+  // "Undo Copy", verb "undo"; not to be chosen when there is nothing to undo (an empty name).
+  void AddUndo(const std::wstring& name);
   void AddSeparator();
   // An entry of the container: its command; 0 for a separator (verb "Separator").
   long Add(const std::wstring& caption, const std::wstring& verb);
@@ -40,13 +42,16 @@ class ItemMenu {
     std::string verb;  // of an entry of the shell or the control; may be empty
     bool added = false;
   };
+  // While the menu is open, entries of the shell with submenus, pictures and keys of their own get the messages about them
+  // that the owner is sent.
   Choice Track(HWND owner, POINT screen);
-  // Runs an entry of the shell.
-  HRESULT InvokeShell(HWND owner, UINT command);
-  // Messages that entries with submenus or pictures of their own need.
-  bool HandleMenuMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  // Runs an entry of the shell. folder: where the items are, the working folder of what is started; may be empty.
+  HRESULT InvokeShell(HWND owner, UINT command, const std::wstring& folder);
 
  private:
+  static LRESULT CALLBACK OwnerProcedure(HWND owner, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                         DWORD_PTR self);
+  bool HandleMenuMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result);
   void TidyShellEntries();
   std::string ShellVerb(UINT command) const;
 

@@ -60,9 +60,11 @@ class LocationLink::Sink : public ILocationSink {
   LocationLink* link_;
 };
 
-bool LocationLink::Connect(IUnknown* object) {
+bool LocationLink::Connect(IUnknown* object, PeerKind kind) {
   ComRef<ILocationPeer> peer;
   if (object && FAILED(object->QueryInterface(kIidLocationPeer, peer.put_void()))) return false;
+  PeerKind its = kind;
+  if (peer && (FAILED(peer->GetKind(&its)) || its != kind)) return false;
   Disconnect();
   if (!peer) return true;
   peer_ = std::move(peer);

@@ -37,9 +37,9 @@ class LocationLink {
   LocationLink(const LocationLink&) = delete;
   LocationLink& operator=(const LocationLink&) = delete;
 
-  // Follows object from now on and hears its present place at once. Null unlinks. False when the object is no
-  // control that can be followed; nothing is linked then.
-  bool Connect(IUnknown* object);
+  // Follows object from now on and hears its present place at once. Null unlinks. False when the object is no control of
+  // this kind; nothing changes then. (A control that followed one of its own kind could end up following itself.)
+  bool Connect(IUnknown* object, PeerKind kind);
   void Disconnect();
   bool connected() const { return static_cast<bool>(peer_); }
   ILocationPeer* peer() const { return peer_.get(); }

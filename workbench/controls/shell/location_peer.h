@@ -12,7 +12,7 @@ namespace controls {
 inline constexpr IID kIidLocationSink = {
     0xd25646ce, 0x28fa, 0x4f91, {0xba, 0xb5, 0x0f, 0xd6, 0xd5, 0x14, 0x4c, 0x76}};
 inline constexpr IID kIidLocationPeer = {
-    0x86ab4e8e, 0xefdf, 0x42ff, {0xa8, 0xdb, 0x08, 0xbd, 0x90, 0x91, 0x82, 0xba}};
+    0xb0d335c7, 0xd4ad, 0x4ee3, {0x83, 0x5e, 0x1d, 0x23, 0x33, 0x08, 0x0b, 0xf3}};
 
 // Told about a peer's moves. In all calls a place is a path (null or empty for a virtual folder) and an item
 // list (null when the shell has no name for the path), which belong to the caller and live for the call;
@@ -25,8 +25,11 @@ struct ILocationSink : public IUnknown {
   virtual HRESULT STDMETHODCALLTYPE PeerClosing() = 0;
 };
 
+enum class PeerKind : LONG { kFileView = 1, kFolderView = 2 };
+
 // A control that is at some place and can go elsewhere.
 struct ILocationPeer : public IUnknown {
+  virtual HRESULT STDMETHODCALLTYPE GetKind(PeerKind* kind) = 0;
   // Calls the sink's LocationChanged with the present place before it returns; not at all when there is none
   // yet.
   virtual HRESULT STDMETHODCALLTYPE TellLocation(ILocationSink* sink) = 0;

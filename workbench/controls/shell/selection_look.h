@@ -4,12 +4,17 @@
 
 #include <windows.h>
 
+#include "base/window/high_contrast.h"
+
 namespace controls {
 
-inline COLORREF InactiveSelectionTextColor() { return GetSysColor(COLOR_WINDOW); }
+inline COLORREF InactiveSelectionTextColor() {
+  return base::ContrastColor(GetSysColor(COLOR_WINDOW), COLOR_HIGHLIGHTTEXT);
+}
 
 // The ground behind that text.
 inline COLORREF InactiveSelectionColor() {
+  if (base::IsHighContrast()) return GetSysColor(COLOR_HIGHLIGHT);
   const COLORREF text = GetSysColor(COLOR_WINDOWTEXT);
   const COLORREF paper = GetSysColor(COLOR_WINDOW);
   const auto mix = [](int most, int rest) { return static_cast<BYTE>((3 * most + 2 * rest) / 5); };

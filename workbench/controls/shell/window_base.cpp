@@ -1,5 +1,6 @@
 #include "workbench/controls/shell/window_base.h"
 
+#include <map>
 #include <unordered_map>
 #include <utility>
 
@@ -8,14 +9,17 @@
 namespace controls {
 namespace {
 
-int g_classUses = 0;  // windows live on one thread of the host
-const wchar_t* g_className = nullptr;
+// Windows live on one thread of the host.
+std::map<std::wstring, int>& ClassUses() {
+  static std::map<std::wstring, int> uses;
+  return uses;
+}
 
 }  // namespace
 
 bool WindowClassUse::Acquire(const wchar_t* name, WNDPROC procedure) {
-  if (held_) return true;
-  if (g_classUses == 0) {
+  if (!name_.empty()) return true;
+  if (ClassUses()[name] == 0) {
     WNDCLASSEXW info = {};
     info.cbSize = sizeof(info);
     info.style = CS_DBLCLKS;
@@ -24,28 +28,30 @@ bool WindowClassUse::Acquire(const wchar_t* name, WNDPROC procedure) {
     info.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
     info.lpszClassName = name;
     if (RegisterClassExW(&info) == 0 && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) return false;
-    g_className = name;
   }
-  ++g_classUses;
-  held_ = true;
+  name_ = name;
+  ++ClassUses()[name_];
   return true;
 }
 
 void WindowClassUse::Release() {
-  if (!held_) return;
-  held_ = false;
-  if (--g_classUses == 0) UnregisterClassW(g_className, ModuleInstance());
+  if (name_.empty()) return;
+  if (--ClassUses()[name_] == 0) UnregisterClassW(name_.c_str(), ModuleInstance());
+  name_.clear();
 }
 
 bool WindowBase::Create(const wchar_t* className, HWND parent, const RECT& rect) {
+  return Create(className, parent, rect, {WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, WS_EX_CONTROLPARENT});
+}
+
+bool WindowBase::Create(const wchar_t* className, HWND parent, const RECT& rect, const Look& look) {
   // Also makes sure that the library of the list, the tree and the box is loaded.
-  const INITCOMMONCONTROLSEX classes = {sizeof(classes),
-                                        ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_USEREX_CLASSES};
+  const INITCOMMONCONTROLSEX classes = {
+      sizeof(classes), ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_USEREX_CLASSES | ICC_PROGRESS_CLASS};
   InitCommonControlsEx(&classes);
   if (!class_.Acquire(className, Procedure)) return false;
-  CreateWindowExW(WS_EX_CONTROLPARENT, className, L"", WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS,
-                  rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, parent, nullptr,
-                  ModuleInstance(), this);
+  CreateWindowExW(look.extended, className, look.title, look.style, rect.left, rect.top, rect.right - rect.left,
+                  rect.bottom - rect.top, parent, nullptr, ModuleInstance(), this);
   return hwnd_ != nullptr;
 }
 

@@ -6,6 +6,7 @@
 #include <commctrl.h>
 
 #include <memory>
+#include <string>
 #include <type_traits>
 
 namespace controls {
@@ -28,10 +29,10 @@ class WindowClassUse {
   void Release();
 
  private:
-  bool held_ = false;
+  std::wstring name_;  // empty while nothing is held
 };
 
-// Base of the controls' own windows. One class name a module.
+// Base of the controls' own windows.
 class WindowBase {
  public:
   WindowBase() = default;
@@ -40,7 +41,15 @@ class WindowBase {
   WindowBase& operator=(const WindowBase&) = delete;
 
   HWND hwnd() const { return hwnd_; }
+  // A child window that fills rect of its parent.
   bool Create(const wchar_t* className, HWND parent, const RECT& rect);
+  // A window with styles of its own; for one that takes messages only parent is HWND_MESSAGE. parent owns a popup.
+  struct Look {
+    DWORD style = 0;
+    DWORD extended = 0;
+    const wchar_t* title = L"";
+  };
+  bool Create(const wchar_t* className, HWND parent, const RECT& rect, const Look& look);
   void Destroy();
 
  protected:

@@ -14,6 +14,8 @@ struct Start {
 
 DWORD WINAPI Run(void* argument) {
   HMODULE module = nullptr;
+  // A thread has an error mode of its own: a drive without a disk must not put a box of the system's on the screen.
+  SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, nullptr);
   {
     const std::unique_ptr<Start> start(static_cast<Start*>(argument));
     module = start->module;
