@@ -67,13 +67,22 @@ bool IsSameObject(const std::wstring& first, const std::wstring& second) {
   return a && a == IdentityOf(second);
 }
 
-std::wstring WithLongName(const std::wstring& path) {
-  WIN32_FIND_DATAW found = {};
+std::wstring WithLongNames(std::wstring_view path) {
   // A pattern would find something else.
-  if (path.find_first_of(L"?*") != std::wstring::npos) return path;
-  const unique_find find = OwnFind(FindFirstFileW(path.c_str(), &found));
-  if (!find) return path;
-  return path.substr(0, path.find_last_of(L"\\/") + 1) + found.cFileName;
+  if (path.find_first_of(L"?*") != std::wstring_view::npos) return std::wstring(path);
+  const bool endsInSeparator = path.ends_with(L'\\');
+  std::wstring result;
+  while (!path.empty()) {
+    const std::wstring_view part = TakePart(path);
+    WIN32_FIND_DATAW found = {};
+    // All short names that stand for a long one have a tilde; no other part costs a look at the disk.
+    const bool mayBeShort = part.find(L'~') != std::wstring_view::npos;
+    const unique_find find =
+        mayBeShort ? OwnFind(FindFirstFileW((result + std::wstring(part)).c_str(), &found)) : unique_find();
+    result += find ? std::wstring_view(found.cFileName) : part;
+    if (!path.empty() || endsInSeparator) result += L'\\';
+  }
+  return result;
 }
 
 std::optional<std::string> NarrowPath(std::wstring_view path) {

@@ -13,9 +13,9 @@ namespace base {
 // is not followed. Touches the disk only when the path itself can't be expressed.
 std::optional<std::string> NarrowPath(std::wstring_view path);
 
-// The path with the long name in place of a short one at its end: what NarrowPath gave leads back to the name that people
-// see. The path as it is when nothing exists there.
-std::wstring WithLongName(const std::wstring& path);
+// The path with the long name of each part that is a short one: what NarrowPath gave leads back to the names that people
+// see. Parts that don't exist stay as they are.
+std::wstring WithLongNames(std::wstring_view path);
 
 // Whether both paths lead to one object, judged by volume and file index. False when either can't be opened.
 bool IsSameObject(const std::wstring& first, const std::wstring& second);

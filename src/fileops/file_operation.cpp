@@ -30,11 +30,10 @@ std::wstring SystemText(base::SystemError error) {
 base::TransferRequest TransferOf(const SHFILEOPSTRUCTA& request) {
   base::TransferRequest transfer;
   transfer.kind = request.wFunc == FO_MOVE ? base::TransferKind::kMove : base::TransferKind::kCopy;
-  transfer.folder = base::TidyTypedPath(base::WideFromNarrow(request.pTo));
+  transfer.folder = base::WithLongNames(base::TidyTypedPath(base::WideFromNarrow(request.pTo)));
   for (const char* at = request.pFrom; *at != '\0'; at += std::string_view(at).size() + 1) {
-    // By its long name: what the list calls by its short one, for want of letters in the code page, would arrive under
-    // that.
-    transfer.sources.push_back(base::WithLongName(base::TidyTypedPath(base::WideFromNarrow(at))));
+    // By their long names: what is called by a short one, for want of letters in the code page, would arrive under that.
+    transfer.sources.push_back(base::WithLongNames(base::TidyTypedPath(base::WideFromNarrow(at))));
   }
   return transfer;
 }

@@ -92,6 +92,17 @@ TEST(NarrowPath, FoldersOfTheWayAreShortenedToo) {
   }
 }
 
+TEST(WithLongNames, LeadsBackToTheNamesThatPeopleSee) {
+  const TempDirectory directory;
+  const std::wstring path = directory.AddFile(L"pl\u0101ne \u0434\u0438\u0440\\pl\u0101n.obj");
+  wchar_t shortForm[MAX_PATH] = L"";
+  ASSERT_NE(GetShortPathNameW(path.c_str(), shortForm, MAX_PATH), 0u);
+  EXPECT_EQ(WithLongNames(shortForm).substr(3), path.substr(3));
+  for (const wchar_t* const kept : {L"c:\\", L"", L"c:\\no~such\\plan~1.obj", L"\\\\server\\share\\a~b", L"c:\\a\\"}) {
+    EXPECT_EQ(WithLongNames(kept), kept);
+  }
+}
+
 TEST(IsSameObject, TellsFilesApartByWhatTheyAre) {
   const TempDirectory directory;
   const std::wstring one = directory.AddFile(L"one.obj");
