@@ -130,7 +130,10 @@ class ProgressTest : public testing::Test {
     EXPECT_TRUE(outcome_.report.cancelled);
     EXPECT_FALSE(outcome_.whole);
     EXPECT_EQ(CountIn(L"from"), 2);
-    EXPECT_EQ(CountIn(L"to"), 0);
+    // The file at hand may have come to its end; the next one was not begun.
+    EXPECT_LT(CountIn(L"to"), 2);
+    EXPECT_EQ(outcome_.report.done, static_cast<size_t>(CountIn(L"to")));
+    EXPECT_FALSE(Exists(L"to\\b.txt"));
     EXPECT_TRUE(boxes_.boxes().empty()) << "the user knows that it was cancelled";
   }
 

@@ -96,7 +96,7 @@ HRESULT ComboView::PutFolderView(Call& call) {
   const HRESULT result = call.Object(0, object);
   if (FAILED(result)) return result;
   if (closed()) return E_UNEXPECTED;
-  if (!folderView_.Connect(object, PeerKind::kFolderView))
+  if (!folderView_.Connect(object))
     throw CallError{E_NOINTERFACE, L"The object is not a folder view of this kind."};
   folderViewObject_.reset();
   if (object) folderViewObject_ = ComRef<IUnknown>(object);

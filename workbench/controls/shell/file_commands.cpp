@@ -119,6 +119,7 @@ OperationResult RenameFile(const std::wstring& path, const std::wstring& newName
   result.nameRefused = !result.error.empty();
   if (result.nameRefused) return result;
   base::FileSystem& files = base::MachineFileSystem();
+  files.BeginOperation();
   const base::SystemError error = files.Rename(path, target);  // replaces nothing
   if (error == base::kAlreadyExists || error == base::kFileExists) {
     result.error = L"There is already an item named \u201C" + newName + L"\u201D in this folder.";

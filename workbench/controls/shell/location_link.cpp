@@ -60,11 +60,20 @@ class LocationLink::Sink : public ILocationSink {
   LocationLink* link_;
 };
 
+bool LocationLink::IsKind(ILocationPeer& peer, PeerKind kind) {
+  PeerKind its = kind;
+  return SUCCEEDED(peer.GetKind(&its)) && its == kind;
+}
+
 bool LocationLink::Connect(IUnknown* object, PeerKind kind) {
   ComRef<ILocationPeer> peer;
   if (object && FAILED(object->QueryInterface(kIidLocationPeer, peer.put_void()))) return false;
-  PeerKind its = kind;
-  if (peer && (FAILED(peer->GetKind(&its)) || its != kind)) return false;
+  return (!peer || IsKind(*peer.get(), kind)) && Connect(object);
+}
+
+bool LocationLink::Connect(IUnknown* object) {
+  ComRef<ILocationPeer> peer;
+  if (object && FAILED(object->QueryInterface(kIidLocationPeer, peer.put_void()))) return false;
   Disconnect();
   if (!peer) return true;
   peer_ = std::move(peer);

@@ -40,6 +40,8 @@ class LocationLink {
   // Follows object from now on and hears its present place at once. Null unlinks. False when the object is no control of
   // this kind; nothing changes then. (A control that followed one of its own kind could end up following itself.)
   bool Connect(IUnknown* object, PeerKind kind);
+  // The same for a control that nobody can follow: any peer will do.
+  bool Connect(IUnknown* object);
   void Disconnect();
   bool connected() const { return static_cast<bool>(peer_); }
   ILocationPeer* peer() const { return peer_.get(); }
@@ -48,6 +50,7 @@ class LocationLink {
 
  private:
   class Sink;
+  static bool IsKind(ILocationPeer& peer, PeerKind kind);
   Moved moved_;
   ComRef<ILocationPeer> peer_;
   ComRef<ILocationSink> sinkReference_;
