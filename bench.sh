@@ -8,6 +8,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 . tools/wine-env.sh
 
 tools/install-dependencies.sh
+tools/install-bench-references.sh
 
 jobs=$(nproc)
 for preset in native-release windows-release; do
@@ -27,7 +28,12 @@ wanted() {
 for program in build/native-release/bin/bench_*; do
   [ -x "$program" ] || continue
   name=${program##*/bench_}
-  wanted "$name" "$@" && "$program"
+  wanted "$name" "$@" || continue
+  if [ "$name" = models ] && [ -d /usr/share/assimp/models ]; then
+    "$program" /usr/share/assimp/models
+  else
+    "$program"
+  fi
 done
 
 finish() {

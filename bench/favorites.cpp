@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "base/text/letter_case.h"
 #include "bench/measure.h"
 #include "src/favorites/favorites_file.h"
 #include "src/favorites/halvo_tree_view.h"
@@ -147,7 +148,7 @@ class FavoritesBench {
 
  private:
   static void LoadListOnly(const std::string& file) {
-    FavoriteList list(FoldCodePageLetters);
+    FavoriteList list(base::LowerCaseNarrow);
     list.BeginLoading();
     ReadFavoritesFile(file, SystemFileCalls(), list,
                       [&](std::unique_ptr<FavoriteRecord> record, FavoriteRecord* parent) {

@@ -15,6 +15,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/text/letter_case.h"
 #include "bench/measure.h"
 #include "src/history/history_list.h"
 #include "src/history/history_platform.h"
@@ -222,7 +223,7 @@ class HistoryBench {
     MemoryFile memory(count);
     NoShell platform;
     return bench::BestSeconds(10, [&] {
-      HistoryList list(platform, FoldCodePageCase);
+      HistoryList list(platform, base::LowerCaseNarrow);
       list.Load(memory);
       list.Sort(kSortNewestFirst);
       bench::Keep(list.size());

@@ -57,24 +57,33 @@ function(explorer_unit_tests area)
   set_tests_properties(${target} PROPERTIES TIMEOUT 1800 FAIL_REGULAR_EXPRESSION "${EXPLORER_CRASH_PATTERN}" LABELS unit)
 endfunction()
 
-# explorer_integration_tests(AREA SOURCES ... [LINKS ...] [SECONDS n])
+# explorer_integration_tests(AREA SOURCES ... [LINKS ...] [SECONDS n] [BOTH_CODE_PAGES])
 # Windows tests under Wine: one program, and one CTest test, an area. Each test case cleans up behind itself: the next
-# one runs in the same process. SECONDS: about how long a long one takes, so that it starts early.
+# one runs in the same process. SECONDS: about how long a long one takes, so that it starts early. BOTH_CODE_PAGES: a
+# test program speaks the 8-bit code page of the system, as an old host does; the same tests run once more in a program
+# whose code page is UTF-8, as that of the workbench is.
 function(explorer_integration_tests area)
   if(NOT WIN32)
     return()
   endif()
-  cmake_parse_arguments(ARG "" "SECONDS" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "BOTH_CODE_PAGES" "SECONDS" "SOURCES;LINKS" ${ARGN})
   set(target integration_${area})
   add_executable(${target} ${ARG_SOURCES})
-  explorer_binary_defaults(${target})
-  target_link_libraries(${target} PRIVATE ${ARG_LINKS} test_support gmock gtest)
   explorer_use_test_headers(${target} integration_test_headers)
+  explorer_integration_program(${target} "${ARG_LINKS}" "${ARG_SECONDS}")
+  if(ARG_BOTH_CODE_PAGES)
+    add_executable(${target}_utf8 $<TARGET_OBJECTS:${target}> ${PROJECT_SOURCE_DIR}/tests/support/utf8_process.rc)
+    explorer_integration_program(${target}_utf8 "${ARG_LINKS}" "${ARG_SECONDS}")
+  endif()
+endfunction()
+function(explorer_integration_program target links seconds)
+  explorer_binary_defaults(${target})
+  target_link_libraries(${target} PRIVATE ${links} test_support gmock gtest)
   add_test(NAME ${target} COMMAND ${target} WORKING_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
   # It may have to wait for a display; a program that hangs ends itself, or is ended by run-in-wine.sh.
   set_tests_properties(${target} PROPERTIES TIMEOUT 7200 FAIL_REGULAR_EXPRESSION "${EXPLORER_CRASH_PATTERN}"
     LABELS integration ENVIRONMENT EXPLORER_IS_TEST=1)
-  if(ARG_SECONDS)
-    set_tests_properties(${target} PROPERTIES COST ${ARG_SECONDS})
+  if(seconds)
+    set_tests_properties(${target} PROPERTIES COST ${seconds})
   endif()
 endfunction()

@@ -5,17 +5,9 @@
 #include "src/explorer/explorer_window.h"
 #include "src/shellhost/file_view.h"
 #include "src/shellhost/folder_view.h"
+#include "src/shellhost/refused_path.h"
 
 namespace file_explorer {
-namespace {
-
-std::string PathOf(const ShellItem& item) {
-  if (!item || item.HasAttributes(SFGAO_FILESYSTEM) == 0) return {};
-  return item.GetFullPath().value_or(std::string());
-}
-
-}  // namespace
-
 void AddToFavorites(ExplorerState& state, bool fromFolderTree, const std::string& explicitPath) {
   const DialogTurn turn;
   if (!turn || !state.favoritesPane) return;
@@ -26,9 +18,13 @@ void AddToFavorites(ExplorerState& state, bool fromFolderTree, const std::string
   AddFavoriteSources sources;
   sources.explicitPath = explicitPath;
   sources.fromFolderTree = fromFolderTree;
-  sources.folderTreePath = [folderView] { return PathOf(GetSelectedFolder(folderView)); };
+  sources.folderTreePath = [folderView, &state] {
+    return PathOrRefusal(state.MainWindow(), GetSelectedFolder(folderView));
+  };
   sources.fileViewSelectionCount = [fileView] { return static_cast<int>(GetSelectedCount(fileView)); };
-  sources.fileViewPath = [fileView] { return PathOf(GetFirstSelectedItem(fileView)); };
+  sources.fileViewPath = [fileView, &state] {
+    return PathOrRefusal(state.MainWindow(), GetFirstSelectedItem(fileView));
+  };
   sources.fileViewItemIsVirtual = [fileView] {
     const ShellItem item = GetFirstSelectedItem(fileView);
     return item && item.HasAttributes(SFGAO_FILESYSTEM) == 0;

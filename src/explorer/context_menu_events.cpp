@@ -1,5 +1,6 @@
 #include "src/explorer/context_menu_events.h"
 
+#include <optional>
 #include <string>
 
 #include "src/explorer/add_favorite_command.h"
@@ -9,14 +10,18 @@
 #include "src/host/plugin_protocol.h"
 #include "src/shellhost/file_view.h"
 #include "src/shellhost/folder_view.h"
+#include "src/shellhost/refused_path.h"
 
 namespace file_explorer {
 namespace {
 
-// A virtual folder's text is its name, which is no path to give away.
-std::string FileSystemPath(IDispatch* object, const char* path) {
-  if (path == nullptr || ShellItem(object).HasAttributes(SFGAO_FILESYSTEM) == 0) return {};
-  return path;
+// A virtual folder's text is its name, which is no path to give away. Nothing for a folder that was refused.
+std::optional<std::string> FileSystemPath(const ExplorerState& state, IDispatch* object, const char* path) {
+  const ShellItem item(object);
+  if (item.HasAttributes(SFGAO_FILESYSTEM) == 0) return std::string();
+  if (path != nullptr) return path;
+  if (RefuseInexpressible(state.MainWindow(), item)) return std::nullopt;
+  return std::string();
 }
 
 void ShowImportOptions(const ExplorerState& state, const MenuItems& items) {
@@ -54,8 +59,6 @@ void RunFolderViewItem(ExplorerWindow& window, const std::string& path, MenuComm
       AddToFavorites(state, true, path);
       break;
     case MenuCommand::kImportOptions:
-      ShowImportOptions(state, state.folderViewMenu);
-      break;
     case MenuCommand::kNone:
       break;
   }
@@ -88,7 +91,11 @@ std::int64_t HandleFolderViewMenuEvent(ExplorerWindow& window, ControlEvent code
   }
   const MenuCommand chosen = code == ControlEvent::kMenuCommand ? items.Find(command) : MenuCommand::kNone;
   if (chosen == MenuCommand::kNone) return 0;
-  RunFolderViewItem(window, FileSystemPath(object, path), chosen);
+  if (chosen == MenuCommand::kImportOptions) {
+    ShowImportOptions(window.state(), items);
+  } else if (const auto folder = FileSystemPath(window.state(), object, path)) {
+    RunFolderViewItem(window, *folder, chosen);
+  }
   return 1;
 }
 

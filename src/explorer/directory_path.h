@@ -9,8 +9,13 @@ namespace file_explorer {
 // other path counts from the host's working directory. An empty path is relative.
 bool IsAbsolutePath(std::string_view path);
 
-// The part of a path behind its last separator or drive colon: a pointer into path.
-const char* NameOfPath(const char* path);
+// In the code pages with two-byte characters the second byte can have the value of a backslash: whether a byte begins
+// such a character.
+using LeadByteTest = bool (*)(unsigned char byte);
+
+// The part of a path after its last separator or drive colon: a pointer into path. Without a test (null) every byte is a
+// character of its own, which is also right for UTF-8.
+const char* NameOfPath(const char* path, LeadByteTest isLeadByte = nullptr);
 
 // What relative paths count from when the host has no working directory.
 inline constexpr char kFallbackWorkingDirectory[] = "c:";

@@ -27,7 +27,7 @@ namespace {
 
 constexpr char kWindowClass[] = "HalvoFileViewClass";
 constexpr char kDisplayModeKey[] = "curr_fileview_display_mode";
-constexpr char kInitialText[] = "Initializing File View Contents...";
+constexpr wchar_t kInitialText[] = L"Initializing File View Contents...";
 constexpr COLORREF kBitmapTransparentColor = RGB(0xC0, 0xC0, 0xC0);
 
 bool classRegistered = false;
@@ -279,7 +279,7 @@ LRESULT ExplorerWindow::OnEraseBackground(HWND window, WPARAM wParam, LPARAM) {
   const HGDIOBJ oldFont = font != nullptr ? SelectObject(dc, font) : nullptr;
   const COLORREF oldColor = SetTextColor(dc, base::ContrastColor(RGB(0, 0, 0), COLOR_WINDOWTEXT));
   const int oldMode = SetBkMode(dc, TRANSPARENT);
-  DrawTextA(dc, kInitialText, -1, &client, DT_SINGLELINE | DT_CENTER | DT_VCENTER);
+  DrawTextW(dc, kInitialText, -1, &client, DT_SINGLELINE | DT_CENTER | DT_VCENTER);
   SetBkMode(dc, oldMode);
   SetTextColor(dc, oldColor);
   if (oldFont != nullptr) SelectObject(dc, oldFont);

@@ -15,6 +15,7 @@
 #include "src/settings/directory_links.h"
 #include "src/settings/shell_link.h"
 #include "src/shellhost/file_view.h"
+#include "src/shellhost/refused_path.h"
 #include "src/shellhost/shell_item.h"
 
 namespace file_explorer {
@@ -44,21 +45,29 @@ bool MasksHide(const ExplorerWindow& window, const char* path) {
   const ExplorerSettings& settings = state.settings;
   const FileMasks masks = {settings.fileInclusionList.get(), settings.fileExclusionList.get(),
                            settings.fileExtensionFilteringMethod};
-  return path != nullptr && !state.fileFilter.ShouldShowFile(state.services, masks, NameOfPath(path));
+  constexpr auto isLeadByte = [](unsigned char byte) { return IsDBCSLeadByte(byte) != FALSE; };
+  return path != nullptr && !state.fileFilter.ShouldShowFile(state.services, masks, NameOfPath(path, isLeadByte));
 }
 
 // The default action of an item that is about to be shown leaves it out of the view.
 void LeaveOut(IDispatch* item) { ShellItem(item).InvokeDefault(); }
 
+// False when the item has no path at all.
+bool LoadOrRefuse(const Event& event) {
+  ExplorerState& state = event.window.state();
+  if (event.path == nullptr) return RefuseInexpressible(state.MainWindow(), ShellItem(event.object));
+  LoadFile(state, event.path);
+  return true;
+}
+
 std::int64_t OnClicked(const Event& event, bool*) {
   // Not marked as handled: the defaults follow.
-  if (event.path != nullptr && LoadsOnSingleClick(event.window)) LoadFile(event.window.state(), event.path);
+  if (LoadsOnSingleClick(event.window)) LoadOrRefuse(event);
   return 0;
 }
 
 std::int64_t OnDoubleClicked(const Event& event, bool* handled) {
-  if (event.path == nullptr || LoadsOnSingleClick(event.window)) return 0;
-  LoadFile(event.window.state(), event.path);
+  if (LoadsOnSingleClick(event.window) || !LoadOrRefuse(event)) return 0;
   *handled = true;
   return 1;  // the control must not open the file as well
 }

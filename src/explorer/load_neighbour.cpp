@@ -10,6 +10,7 @@
 #include "src/explorer/explorer_state.h"
 #include "src/explorer/explorer_window.h"
 #include "src/shellhost/file_view.h"
+#include "src/shellhost/refused_path.h"
 
 namespace file_explorer {
 namespace {
@@ -48,10 +49,16 @@ void LoadNeighbourFile(ExplorerWindow& window, Neighbour direction) {
   const int to = FindNeighbourFile(static_cast<int>(GetItemCount(fileView)), from, direction,
                                    [&](int row) { return IsLoadable(ItemInRow(fileView, row)); });
   if (to < 0) return;
-  const std::string path = ItemInRow(fileView, to).GetFullPath().value_or(std::string());
-  if (path.empty()) return;
+  const ShellItem item = ItemInRow(fileView, to);
+  const auto path = item.GetFullPath();
+  if (item.GetWidePath().empty()) return;
+  // Also to a file that is refused: the next step then leads on from there.
   MoveSelection(list, from, to);
-  LoadFile(window.state(), path.c_str());
+  if (path) {
+    LoadFile(window.state(), path->c_str());
+  } else {
+    RefuseInexpressible(window.state().MainWindow(), item);
+  }
 }
 
 }  // namespace file_explorer

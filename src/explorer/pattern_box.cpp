@@ -47,7 +47,8 @@ bool PatternBox::Create(HINSTANCE instance, ExplorerWindow& owner, HWND toolbar)
                            (toolbarHeight - text.cy - 4) / 2, text.cx, text.cy + 4, toolbar, nullptr, instance,
                            nullptr);
   const int editLeft = labelLeft + text.cx + kGap;
-  edit_ = CreateWindowExA(WS_EX_CLIENTEDGE, "EDIT", "", WS_CHILD | WS_VISIBLE | WS_TABSTOP | ES_AUTOHSCROLL, editLeft,
+  // A wide window: in an 8-bit one typed letters that the code page lacks would be bent into others.
+  edit_ = CreateWindowExW(WS_EX_CLIENTEDGE, L"EDIT", L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | ES_AUTOHSCROLL, editLeft,
                           kEditTop, kEditWidth, toolbarHeight - 6, toolbar,
                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(kSelectEditId)), instance, nullptr);
   if (edit_ == nullptr) return false;
@@ -55,7 +56,7 @@ bool PatternBox::Create(HINSTANCE instance, ExplorerWindow& owner, HWND toolbar)
   if (label_ != nullptr) SendMessageA(label_, WM_SETFONT, font, TRUE);
   SetPropA(edit_, kBoxProperty, this);
   previousProcedure_ = reinterpret_cast<WNDPROC>(
-      SetWindowLongPtrA(edit_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PatternBox::EditProcedure)));
+      SetWindowLongPtrW(edit_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&PatternBox::EditProcedure)));
   CreateBalloon(instance, owner.window());
   return true;
 }
@@ -80,7 +81,7 @@ void PatternBox::CreateBalloon(HINSTANCE instance, HWND ownerWindow) {
 void PatternBox::Destroy() {
   if (balloon_ != nullptr && IsWindow(balloon_)) DestroyWindow(balloon_);
   if (edit_ != nullptr && IsWindow(edit_)) {
-    SetWindowLongPtrA(edit_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousProcedure_));
+    SetWindowLongPtrW(edit_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previousProcedure_));
     RemovePropA(edit_, kBoxProperty);
   }
   if (toolbar_ != nullptr && IsWindow(toolbar_)) {
@@ -110,12 +111,12 @@ bool PatternBox::LeadsOut(const PatternBox& box, UINT message, WPARAM key) {
 
 LRESULT CALLBACK PatternBox::EditProcedure(HWND edit, UINT message, WPARAM wParam, LPARAM lParam) {
   auto* const box = static_cast<PatternBox*>(GetPropA(edit, kBoxProperty));
-  if (box == nullptr) return DefWindowProcA(edit, message, wParam, lParam);
+  if (box == nullptr) return DefWindowProcW(edit, message, wParam, lParam);
   const base::Hold hold(box->owner_);  // the box is a part of its owner
   if (LeadsOut(*box, message, wParam)) return 0;
   // Enter redoes the selection like every character; the one-line box itself would only beep at it.
   const bool isEnter = message == WM_CHAR && wParam == VK_RETURN;
-  const LRESULT result = isEnter ? 0 : CallWindowProcA(box->previousProcedure_, edit, message, wParam, lParam);
+  const LRESULT result = isEnter ? 0 : CallWindowProcW(box->previousProcedure_, edit, message, wParam, lParam);
   if (message != WM_CHAR) return result;
   try {
     const ModuleContext context;

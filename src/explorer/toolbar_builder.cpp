@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "base/text/code_page.h"
+
 namespace file_explorer {
 namespace {
 
@@ -59,7 +61,8 @@ SIZE MeasureText(HWND window, const char* text) {
   const HDC dc = GetDC(window);
   const HFONT font = reinterpret_cast<HFONT>(SendMessageA(window, WM_GETFONT, 0, 0));
   const HGDIOBJ oldFont = font != nullptr ? SelectObject(dc, font) : nullptr;
-  GetTextExtentPoint32A(dc, text, static_cast<int>(std::strlen(text)), &size);
+  const std::wstring wide = base::WideFromNarrow(text);
+  GetTextExtentPoint32W(dc, wide.c_str(), static_cast<int>(wide.size()), &size);
   if (oldFont != nullptr) SelectObject(dc, oldFont);
   ReleaseDC(window, dc);
   return size;

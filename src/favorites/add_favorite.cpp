@@ -10,6 +10,10 @@ Result Ask(const std::function<Result()>& source) {
   return source ? source() : Result();
 }
 
+std::optional<std::string> AskPath(const std::function<std::optional<std::string>()>& source) {
+  return source ? source() : std::string();
+}
+
 AddFavoriteChoice Take(std::string path) {
   if (path.size() >= kFavoritePathSize) path.resize(kFavoritePathSize - 1);
   return {std::move(path), nullptr, nullptr};
@@ -20,16 +24,15 @@ AddFavoriteChoice Take(std::string path) {
 AddFavoriteChoice ChooseFavoritePath(const AddFavoriteSources& sources) {
   if (!sources.explicitPath.empty()) return Take(sources.explicitPath);
   if (sources.fromFolderTree) {
-    std::string path = Ask(sources.folderTreePath);
-    if (!path.empty()) return Take(std::move(path));
+    const auto path = AskPath(sources.folderTreePath);
+    if (!path) return {};
+    if (!path->empty()) return Take(*path);
   }
   if (Ask(sources.fileViewSelectionCount) > 1) return {std::string(), kSelectOnlyOneText, "Error"};
-  std::string path = Ask(sources.fileViewPath);
-  if (!path.empty()) return Take(std::move(path));
-  if (!Ask(sources.fileViewItemIsVirtual)) {
-    path = Ask(sources.folderTreePath);
-    if (!path.empty()) return Take(std::move(path));
-  }
+  auto path = AskPath(sources.fileViewPath);
+  if (path && path->empty() && !Ask(sources.fileViewItemIsVirtual)) path = AskPath(sources.folderTreePath);
+  if (!path) return {};
+  if (!path->empty()) return Take(*path);
   return {std::string(), kVirtualItemText, "Warning"};
 }
 

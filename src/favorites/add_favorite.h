@@ -2,17 +2,19 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace file_explorer {
 
-// What the command asks the explorer. Functions may be empty; then there is nothing of that kind.
+// What the command asks the explorer. Functions may be empty; then there is nothing of that kind. A path that is nothing
+// at all (rather than empty) can't be expressed: the user has been told, and the command ends.
 struct AddFavoriteSources {
   std::string explicitPath;     // file-system path of an item that was named explicitly; empty: none
   bool fromFolderTree = false;  // the folder tree's selection goes before the file view's
-  std::function<std::string()> folderTreePath;  // path of the folder tree's selected folder; empty: none
+  std::function<std::optional<std::string>()> folderTreePath;  // path of the folder tree's selected folder; empty: none
   std::function<int()> fileViewSelectionCount;  // number of items selected in the file view
-  std::function<std::string()> fileViewPath;    // path of the file view's selected item; empty: none
+  std::function<std::optional<std::string>()> fileViewPath;    // path of the file view's selected item; empty: none
   std::function<bool()> fileViewItemIsVirtual;  // whether that item is inside an archive or the like
 };
 
@@ -30,7 +32,7 @@ inline constexpr size_t kFavoritePathSize = 2048;
 
 struct AddFavoriteChoice {
   std::string path;               // empty: refused
-  const char* message = nullptr;  // the refusal's text
+  const char* message = nullptr;  // the refusal's text; none when the user has been told already
   const char* caption = nullptr;  // and its caption
 };
 AddFavoriteChoice ChooseFavoritePath(const AddFavoriteSources& sources);

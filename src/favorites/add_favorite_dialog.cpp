@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "base/text/code_page.h"
 #include "src/favorites/favorites_commands.h"
 #include "src/framework/module_context.h"
 #include "src/host/vc64_imp.h"
@@ -16,7 +17,7 @@ constexpr int kNameEdit = 103;
 constexpr int kTree = 104;
 constexpr int kNoteText = 105;
 constexpr int kDeleteButton = 106;
-constexpr int kNameSize = 512;  // bytes, with the terminator
+constexpr int kNameSize = 512;  // characters, with the terminator
 constexpr DWORD kDialogTreeStyle = WS_CHILD | WS_VISIBLE | WS_TABSTOP | TVS_HASBUTTONS | TVS_HASLINES |
                                    TVS_EDITLABELS | TVS_SHOWSELALWAYS | TVS_TRACKSELECT;
 
@@ -104,11 +105,17 @@ class DialogWindow {
     return TRUE;
   }
 
+  // A letter that the code page lacks is shown as "?", not as another letter.
+  std::string TypedName() const {
+    wchar_t typed[kNameSize] = L"";
+    GetDlgItemTextW(window_, kNameEdit, typed, kNameSize);
+    std::string name = base::DisplayNarrow(typed);
+    return Import_IO_Strip_Whitespace(name.data());
+  }
+
   void OnOk() {
-    char name[kNameSize] = "";
-    GetDlgItemTextA(window_, kNameEdit, name, kNameSize);
-    Import_IO_Strip_Whitespace(name);
-    if (name[0] == '\0') {
+    const std::string name = TypedName();
+    if (name.empty()) {
       MessageBoxA(window_, "Please enter a valid 'Name' string.", "Error", MB_OK);
       SetFocus(GetDlgItem(window_, kNameEdit));
       return;

@@ -125,7 +125,7 @@ void FavoritesPane::AddFavorite(HWND owner, const AddFavoriteSources& sources) {
   const AddFavoriteChoice choice = ChooseFavoritePath(sources);
   if (alive.expired()) return;  // what was asked for the path has ended the explorer
   if (choice.path.empty()) {
-    MessageBoxA(owner, choice.message, choice.caption, MB_OK);
+    if (choice.message != nullptr) MessageBoxA(owner, choice.message, choice.caption, MB_OK);
     return;
   }
   if (tree_->list().HasPath(choice.path)) {

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "base/text/letter_case.h"
 #include "src/host/vc64_imp.h"
 #include "src/host/vc64_tx.h"
 
@@ -17,35 +18,16 @@ constexpr int kImageWidth = 16;
 constexpr int kImageHeight = 15;
 constexpr COLORREF kMaskColor = RGB(251, 195, 0);
 
-std::wstring Widen(std::string_view text) {
-  const int length = static_cast<int>(text.size());
-  std::wstring wide(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0)),
-                    L'\0');
-  MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), static_cast<int>(wide.size()));
-  return wide;
-}
-
 std::string BackupName(const std::string& path) {
   if (path.size() >= kTxPathSize) return std::string();
+  const std::string lower = base::LowerCaseNarrow(path);
   char backup[kTxPathSize];
-  std::memcpy(backup, path.c_str(), path.size() + 1);
-  CharLowerBuffA(backup, static_cast<DWORD>(path.size()));
+  if (lower.size() >= sizeof(backup)) return std::string();
+  std::memcpy(backup, lower.c_str(), lower.size() + 1);
   return Tx_Check_File_Extension(backup, sizeof(backup), kBackupExtension) ? backup : std::string();
 }
 
 }  // namespace
-
-std::string FoldCodePageLetters(std::string_view text) {
-  std::wstring wide = Widen(text);
-  if (wide.empty()) return std::string(text);
-  const int length = static_cast<int>(wide.size());
-  CharLowerBuffW(wide.data(), static_cast<DWORD>(length));
-  const int size = WideCharToMultiByte(CP_ACP, 0, wide.data(), length, nullptr, 0, nullptr, nullptr);
-  if (size <= 0) return std::string(text);
-  std::string folded(static_cast<size_t>(size), '\0');
-  WideCharToMultiByte(CP_ACP, 0, wide.data(), length, folded.data(), size, nullptr, nullptr);
-  return folded;
-}
 
 const FavoritesFileCalls& SystemFileCalls() {
   static const FavoritesFileCalls calls = {

@@ -13,9 +13,6 @@
 
 namespace file_explorer {
 
-// Lower case by the rules of all of Unicode, in the code page's bytes.
-std::string FoldCodePageLetters(std::string_view text);
-
 // The file calls of the C library and the host.
 const FavoritesFileCalls& SystemFileCalls();
 

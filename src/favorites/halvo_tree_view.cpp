@@ -9,6 +9,7 @@
 
 #include "base/files/system_recovery_calls.h"
 #include "base/text/code_page.h"
+#include "base/text/letter_case.h"
 #include "src/favorites/check_marks.h"
 #include "src/favorites/favorites_platform.h"
 #include "src/favorites/favorites_store.h"
@@ -28,7 +29,7 @@ static_assert(offsetof(NMTREEVIEWA, ptDrag) == offsetof(NMTREEVIEWW, ptDrag));
 std::string EditedText(const NMHDR& notification) {
   if (notification.code == static_cast<UINT>(TVN_ENDLABELEDITW)) {
     const wchar_t* const text = reinterpret_cast<const NMTVDISPINFOW&>(notification).item.pszText;
-    return text != nullptr ? base::ExactNarrow(text).value_or("") : "";
+    return text != nullptr ? base::DisplayNarrow(text) : "";
   }
   const char* const text = reinterpret_cast<const NMTVDISPINFOA&>(notification).item.pszText;
   return text != nullptr ? text : "";
@@ -66,7 +67,7 @@ CHalvoTreeView::CHalvoTreeView(HINSTANCE instance, HWND parent, HWND placeholder
       placeholder_(placeholder),
       controlId_(controlId),
       style_(style),
-      list_(FoldCodePageLetters) {}
+      list_(base::LowerCaseNarrow) {}
 
 CHalvoTreeView::~CHalvoTreeView() {
   StopDragging();
@@ -375,7 +376,9 @@ bool CHalvoTreeView::OnEndLabelEdit(NMHDR* notification, LRESULT* result) {
   FavoriteRecord* const record = tree_.RecordOf(info->item.hItem);
   const std::string text = EditedText(*notification);
   if (record == nullptr || text.empty()) return true;
-  SetDisplayName(*record, text);
+  // From the editor, where there is one: the notification's own text may have letters that were bent.
+  const std::wstring typed = edit != nullptr ? tree_.LabelText() : std::wstring();
+  SetDisplayName(*record, typed.empty() ? text : base::DisplayNarrow(typed));
   Report(*record, record->parent, FavoriteChange::kRenamed);
   *result = TRUE;
   return true;

@@ -83,6 +83,14 @@ void TreeControl::Select(HTREEITEM item) const {
   Send(TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(item));
 }
 
+std::wstring TreeControl::LabelText() const {
+  const HWND edit = LabelEdit();
+  if (edit == nullptr) return {};
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(edit)) + 1, L'\0');
+  text.resize(static_cast<size_t>(GetWindowTextW(edit, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
+
 void TreeControl::EditLabel(HTREEITEM item) const {
   SetFocus(window_);  // the control edits only with the focus
   Send(TVM_EDITLABELA, 0, reinterpret_cast<LPARAM>(item));

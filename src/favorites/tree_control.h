@@ -33,6 +33,7 @@ class TreeControl {
   void Select(HTREEITEM item) const;
   void EditLabel(HTREEITEM item) const;
   HWND LabelEdit() const;
+  std::wstring LabelText() const;  // what the label's editor shows; empty without one
 
   // The item at a point of the client area, or null; flags (may be null) gets the TVHT_ flags.
   HTREEITEM ItemAt(POINT point, UINT* flags = nullptr) const;

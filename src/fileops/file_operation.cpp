@@ -7,6 +7,7 @@
 #include "base/files/paths.h"
 #include "base/files/transfer.h"
 #include "base/text/code_page.h"
+#include "base/text/narrow_path.h"
 #include "src/fileops/operation_words.h"
 
 namespace file_explorer {
@@ -29,9 +30,10 @@ std::wstring SystemText(base::SystemError error) {
 base::TransferRequest TransferOf(const SHFILEOPSTRUCTA& request) {
   base::TransferRequest transfer;
   transfer.kind = request.wFunc == FO_MOVE ? base::TransferKind::kMove : base::TransferKind::kCopy;
-  transfer.folder = base::TidyTypedPath(base::WideFromNarrow(request.pTo));
+  transfer.folder = base::WithLongNames(base::TidyTypedPath(base::WideFromNarrow(request.pTo)));
   for (const char* at = request.pFrom; *at != '\0'; at += std::string_view(at).size() + 1) {
-    transfer.sources.push_back(base::TidyTypedPath(base::WideFromNarrow(at)));
+    // By their long names: what is called by a short one, for want of letters in the code page, would arrive under that.
+    transfer.sources.push_back(base::WithLongNames(base::TidyTypedPath(base::WideFromNarrow(at))));
   }
   return transfer;
 }

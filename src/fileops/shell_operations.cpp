@@ -1,16 +1,19 @@
 #include "src/fileops/shell_operations.h"
 
-#include <algorithm>
 #include <array>
+#include <cwchar>
 #include <string>
 #include <utility>
 
+#include "base/text/code_page.h"
 #include "base/text/name_insert.h"
+#include "base/text/narrow_path.h"
 #include "src/fileops/progress_title.h"
 #include "src/framework/com/com_ptr.h"
 #include "src/framework/unique_handle.h"
 #include "src/host/vc64_tx.h"
 #include "src/shellhost/file_view.h"
+#include "src/shellhost/refused_path.h"
 
 namespace file_explorer {
 namespace {
@@ -28,7 +31,7 @@ using unique_local_text = UniqueHandle<LocalTextTraits>;
 // none.
 struct ChosenFolder {
   LPARAM list = 0;  // only compared; null when the folder has no path
-  std::array<char, kPathBufferSize> path = {};
+  std::wstring path;
 };
 ChosenFolder lastChosen;
 
@@ -39,15 +42,9 @@ int CALLBACK OnBrowserEvent(HWND browser, UINT message, LPARAM, LPARAM data) {
   // Once more by its path when the browser shows: not every browser finds a list in folders that it has just
   // read.
   if (data == lastChosen.list) {
-    PostMessageA(browser, BFFM_SETSELECTIONA, TRUE, reinterpret_cast<LPARAM>(lastChosen.path.data()));
+    PostMessageA(browser, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(lastChosen.path.c_str()));
   }
   return 0;
-}
-
-// Empty for an item that is on no file system: a virtual one, or one inside an archive.
-std::string FileSystemPath(const ShellItem& item) {
-  if (item.HasAttributes(SFGAO_FILESYSTEM) == 0) return {};
-  return item.GetFullPath().value_or(std::string());
 }
 
 }  // namespace
@@ -77,13 +74,28 @@ bool ShellOperations::CopyOrMove(bool move, int count, SourceList sources) {
   if (chosen == nullptr) return false;
 
   const unique_pidl replaced(std::exchange(lastDestination_, chosen));
-  // Two zeros end it, whatever its length.
-  std::array<char, kPathBufferSize + 1> destination = {};
-  const bool hasPath = functions_.pathFromList(chosen, destination.data()) != FALSE;
-  lastChosen.list = hasPath ? reinterpret_cast<LPARAM>(chosen) : 0;
-  std::copy_n(destination.begin(), kPathBufferSize, lastChosen.path.begin());
-  if (hasPath) RunOperation(move, count, sources, destination.data());
+  if (auto destination = DestinationOf(chosen)) {
+    *destination += '\0';  // and the text's own: two zeros end it
+    RunOperation(move, count, sources, destination->c_str());
+  }
   return true;
+}
+
+std::optional<std::string> ShellOperations::DestinationOf(PCIDLIST_ABSOLUTE chosen) {
+  std::wstring path(kPathBufferSize, L'\0');
+  const bool hasPath = functions_.pathFromList(chosen, path.data(), kPathBufferSize, GPFIDL_DEFAULT) != FALSE;
+  path.resize(hasPath ? std::wcslen(path.c_str()) : 0);
+  lastChosen.list = hasPath ? reinterpret_cast<LPARAM>(chosen) : 0;
+  lastChosen.path = path;
+  if (!hasPath) return std::nullopt;
+  const auto destination = base::NarrowPath(path);
+  if (!destination) {
+    RefusePath(GetForegroundWindow(), path);
+  } else if (destination->size() >= kPathBufferSize) {
+    ReportShellError(ERROR_FILENAME_EXCED_RANGE);
+    return std::nullopt;
+  }
+  return destination;
 }
 
 void ShellOperations::RunOperation(bool move, int count, const SourceList& sources, const char* destination) {
@@ -101,14 +113,13 @@ void ShellOperations::RunOperation(bool move, int count, const SourceList& sourc
   if (result != 0 && error != ERROR_SUCCESS) ReportShellError(error);
 }
 
-bool ShellOperations::AppendSource(SourceList* sources, const char* path) {
+bool ShellOperations::AppendSource(SourceList* sources, const std::string& path) {
   if (!IsLiteralPath(path)) {
-    ReportShellError(ERROR_INVALID_NAME);
+    RefusePath(GetForegroundWindow(), base::WideFromNarrow(path), kHasWildcard);
     return false;
   }
   if (sources->Append(path)) return true;
-  ReportShellError(std::string_view(path).size() >= kPathBufferSize ? ERROR_FILENAME_EXCED_RANGE
-                                                                    : ERROR_NOT_ENOUGH_MEMORY);
+  ReportShellError(path.size() >= kPathBufferSize ? ERROR_FILENAME_EXCED_RANGE : ERROR_NOT_ENOUGH_MEMORY);
   return false;
 }
 
@@ -118,7 +129,8 @@ bool ShellOperations::CopyOrMoveSelection(ShellControlHost* fileView, bool move)
   if (count <= 0) return false;
   SourceList sources(HostListMemory());
   for (ShellItem item = GetFirstSelectedItem(fileView); item; item = GetNextSelectedItem(fileView)) {
-    if (!AppendSource(&sources, FileSystemPath(item).c_str())) return false;
+    const auto path = PathOrRefusal(GetForegroundWindow(), item);
+    if (!path || !AppendSource(&sources, *path)) return false;
   }
   return CopyOrMove(move, static_cast<int>(count), std::move(sources));
 }

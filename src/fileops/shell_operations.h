@@ -8,6 +8,9 @@
 #include <shellapi.h>
 #include <shlobj.h>
 
+#include <optional>
+#include <string>
+
 #include "src/fileops/file_operation.h"
 #include "src/fileops/source_list.h"
 #include "src/shellhost/shell_control_host.h"
@@ -18,7 +21,9 @@ namespace file_explorer {
 struct ShellFunctions {
   HRESULT(WINAPI* getMalloc)(IMalloc** allocator) = &SHGetMalloc;
   PIDLIST_ABSOLUTE(WINAPI* browse)(BROWSEINFOA* request) = &SHBrowseForFolderA;
-  BOOL(WINAPI* pathFromList)(PCIDLIST_ABSOLUTE list, LPSTR path) = &SHGetPathFromIDListA;
+  // The wide form of the call: the path is narrowed by our own rules, which bend no letter.
+  BOOL(WINAPI* pathFromList)
+  (PCIDLIST_ABSOLUTE list, LPWSTR path, DWORD size, GPFIDL_FLAGS options) = &SHGetPathFromIDListEx;
   int(WINAPI* operate)(SHFILEOPSTRUCTA* request) = &RunFileOperation;
 };
 
@@ -48,7 +53,10 @@ class ShellOperations {
   PCIDLIST_ABSOLUTE lastDestination() const { return lastDestination_; }
 
  private:
-  bool AppendSource(SourceList* sources, const char* path);
+  // Nothing for a folder on no file system, and for one whose path can't be expressed: the user is told of
+  // that.
+  std::optional<std::string> DestinationOf(PCIDLIST_ABSOLUTE chosen);
+  static bool AppendSource(SourceList* sources, const std::string& path);
   void RunOperation(bool move, int count, const SourceList& sources, const char* destination);
 
   ShellFunctions functions_;

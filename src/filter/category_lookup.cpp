@@ -1,5 +1,6 @@
 #include "src/filter/category_lookup.h"
 
+#include "base/text/letter_case.h"
 #include "src/filter/file_category.h"
 #include "src/framework/unique_handle.h"
 #include "src/host/vc64_tx.h"
@@ -14,11 +15,6 @@ constexpr int kHandlerLimit = 65535;
 TxToken ClassifyingList() {
   static const TxToken kToken = Tx_Inquire_Token("import_and_viewer");
   return kToken;
-}
-
-std::string LowerCase(std::string text) {
-  CharLowerBuffA(text.data(), static_cast<DWORD>(text.size()));
-  return text;
 }
 
 // The GUIDs of the importers, in plug-in order.
@@ -50,7 +46,7 @@ bool TakesName(const char* handlerGuid, const std::string& name) {
   Tx_Inquire_FileFormatHandler(handlerGuid, Tx_Inquire_Token("filetypes"), &extensions,
                                Tx_Inquire_Token("enabled"), &enabled, 0);
   if (extensions == nullptr || enabled != Tx_Inquire_Token("on")) return false;
-  return Tx_Compare_Multiple_File_Extensions(name.c_str(), LowerCase(extensions).c_str()) != 0;
+  return Tx_Compare_Multiple_File_Extensions(name.c_str(), base::LowerCaseNarrow(extensions).c_str()) != 0;
 }
 
 }  // namespace
@@ -78,7 +74,7 @@ std::optional<COLORREF> CategoryColorFor(const char* fileName) {
 bool FindImportHandler(const char* fileName, std::string* guid) {
   guid->clear();
   if (fileName == nullptr) return false;
-  const std::string name = LowerCase(fileName);
+  const std::string name = base::LowerCaseNarrow(fileName);
   for (const char* const handlerGuid : ImporterList()) {
     if (handlerGuid == nullptr || !TakesName(handlerGuid, name)) continue;
     *guid = handlerGuid;

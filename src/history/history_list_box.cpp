@@ -28,7 +28,7 @@ HistoryListBox::HistoryListBox(HINSTANCE instance, HWND parent, int controlId) {
   RECT area = {};
   GetClientRect(parent, &area);
   // The text is not shown; it is what a screen reader calls the list.
-  window_.reset(CreateWindowExA(WS_EX_CLIENTEDGE, "ListBox", "History", kStyle, 0, 0, area.right, area.bottom,
+  window_.reset(CreateWindowExW(WS_EX_CLIENTEDGE, L"ListBox", L"History", kStyle, 0, 0, area.right, area.bottom,
                                 parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)), instance,
                                 nullptr));
   if (!window_) return;
@@ -36,16 +36,16 @@ HistoryListBox::HistoryListBox(HINSTANCE instance, HWND parent, int controlId) {
   // Replaced by hand: filling the list sends two messages a row, and the way through a list of subclasses
   // costs more than the list box itself.
   previous_ = reinterpret_cast<WNDPROC>(
-      SetWindowLongPtrA(window_.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
+      SetWindowLongPtrW(window_.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
 }
 
 // Most messages, those of filling and painting above all, pass straight through.
 LRESULT CALLBACK HistoryListBox::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   auto* const box = reinterpret_cast<HistoryListBox*>(GetWindowLongPtrA(window, GWLP_USERDATA));
-  if (box == nullptr) return DefWindowProcA(window, message, wParam, lParam);
+  if (box == nullptr) return DefWindowProcW(window, message, wParam, lParam);
   const WNDPROC previous = box->previous_;
   if (message == WM_NCDESTROY) {
-    SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previous));
+    SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previous));
     SetWindowLongPtrA(window, GWLP_USERDATA, 0);
     box->window_.release();  // the parent may destroy its children before the view goes
   } else if (message == WM_KEYDOWN || message == WM_CHAR || message == WM_GETDLGCODE || message == WM_PAINT ||
@@ -58,7 +58,12 @@ LRESULT CALLBACK HistoryListBox::Procedure(HWND window, UINT message, WPARAM wPa
       // The system's frames must not see an exception; the list box goes on by itself.
     }
   }
-  return CallWindowProcA(previous, window, message, wParam, lParam);
+  const bool mayScroll = message == WM_HSCROLL || message == WM_MOUSEHWHEEL || message == WM_KEYDOWN;
+  const int place = mayScroll ? GetScrollPos(window, SB_HORZ) : 0;
+  const LRESULT result = CallWindowProcW(previous, window, message, wParam, lParam);
+  // The list box moves what it shows; but how a path is shortened depends on where it begins.
+  if (mayScroll && GetScrollPos(window, SB_HORZ) != place) InvalidateRect(window, nullptr, FALSE);
+  return result;
 }
 
 void HistoryListBox::AskForLater() {
@@ -66,7 +71,7 @@ void HistoryListBox::AskForLater() {
 }
 
 LRESULT HistoryListBox::CallPrevious(UINT message, WPARAM wParam, LPARAM lParam) const {
-  return CallWindowProcA(previous_, window_.get(), message, wParam, lParam);
+  return CallWindowProcW(previous_, window_.get(), message, wParam, lParam);
 }
 
 bool HistoryListBox::HandleMessage(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* result) {
@@ -107,7 +112,7 @@ bool HistoryListBox::OnKeyDown(WPARAM key) {
 // A letter leads to the next row whose name begins with it.
 bool HistoryListBox::OnCharacter(WPARAM letter) {
   if (letter <= ' ') return letter == '\r';  // Enter came as a key already
-  const char prefix[] = {static_cast<char>(letter), '\0'};
+  const wchar_t prefix[] = {static_cast<wchar_t>(letter), L'\0'};
   MoveTo(static_cast<int>(
       Send(LB_FINDSTRING, static_cast<WPARAM>(Send(LB_GETCURSEL)), reinterpret_cast<LPARAM>(prefix))));
   return true;
@@ -132,7 +137,7 @@ int HistoryListBox::RowsOnPage() const {
 }
 
 LRESULT HistoryListBox::Send(UINT message, WPARAM wParam, LPARAM lParam) const {
-  return SendMessageA(window_.get(), message, wParam, lParam);
+  return SendMessageW(window_.get(), message, wParam, lParam);
 }
 
 }  // namespace file_explorer

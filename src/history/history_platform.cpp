@@ -11,6 +11,9 @@
 #include <utility>
 
 #include "base/reach/drive_reach.h"
+#include "base/text/code_page.h"
+#include "base/text/letter_case.h"
+#include "base/text/narrow_path.h"
 #include "src/framework/unique_handle.h"
 #include "src/host/vc64_imp.h"
 #include "src/host/vc64_tx.h"
@@ -32,32 +35,12 @@ ComPtr<IShellFolder> Desktop() {
   return desktop;
 }
 
-std::wstring Widen(std::string_view text) {
-  const int length = static_cast<int>(text.size());
-  std::wstring wide(static_cast<size_t>(MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0)),
-                    L'\0');
-  MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), static_cast<int>(wide.size()));
-  return wide;
-}
-
-// Empty when the code page cannot express the text: another path would be worse than none.
-std::string Narrow(std::wstring_view wide) {
-  const bool isUtf8 = GetACP() == CP_UTF8;  // there the call refuses the flag and the output
-  const DWORD flags = isUtf8 ? 0 : WC_NO_BEST_FIT_CHARS;
-  BOOL isLossy = FALSE;
-  BOOL* const lossy = isUtf8 ? nullptr : &isLossy;
-  const int length = static_cast<int>(wide.size());
-  const int size = WideCharToMultiByte(CP_ACP, flags, wide.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string text(static_cast<size_t>(size > 0 ? size : 0), '\0');
-  WideCharToMultiByte(CP_ACP, flags, wide.data(), length, text.data(), size, nullptr, lossy);
-  return isLossy ? std::string() : text;
-}
-
 std::string BackupPath(const std::string& path) {
   if (path.size() >= kTxPathSize) return std::string();
+  const std::string lower = base::LowerCaseNarrow(path);
   char backup[kTxPathSize];
-  std::memcpy(backup, path.c_str(), path.size() + 1);
-  CharLowerBuffA(backup, static_cast<DWORD>(path.size()));
+  if (lower.size() >= sizeof(backup)) return std::string();
+  std::memcpy(backup, lower.c_str(), lower.size() + 1);
   return Tx_Check_File_Extension(backup, sizeof(backup), kBackupExtension) ? backup : std::string();
 }
 
@@ -65,10 +48,10 @@ std::string BackupPath(const std::string& path) {
 
 ItemId ShellHistoryPlatform::ParseItem(const std::string& name) {
   const ComPtr<IShellFolder> desktop = Desktop();
-  std::wstring wide = Widen(name);
+  auto wide = base::ExactWide(name);
   unique_pidl pidl;
-  if (!desktop || wide.empty() ||
-      FAILED(desktop->ParseDisplayName(nullptr, nullptr, wide.data(), nullptr, pidl.put(), nullptr)) ||
+  if (!desktop || !wide || wide->empty() ||
+      FAILED(desktop->ParseDisplayName(nullptr, nullptr, wide->data(), nullptr, pidl.put(), nullptr)) ||
       !pidl) {
     return ItemId();
   }
@@ -85,7 +68,7 @@ std::string ShellHistoryPlatform::ParsingName(const ItemId& item) {
   wchar_t* text = nullptr;
   if (FAILED(StrRetToStrW(&name, pidl, &text)) || text == nullptr) return std::string();
   const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> owner(text, &CoTaskMemFree);
-  return Narrow(text);
+  return base::NarrowPath(text).value_or(std::string());
 }
 
 bool ShellHistoryPlatform::MayHang(const std::string& name) {
@@ -103,14 +86,6 @@ HistoryTime ShellHistoryPlatform::Now() {
   SYSTEMTIME now = {};
   GetSystemTime(&now);
   return std::bit_cast<HistoryTime>(now);
-}
-
-std::string FoldCodePageCase(std::string_view text) {
-  std::wstring wide = Widen(text);
-  if (wide.empty()) return std::string(text);
-  CharLowerBuffW(wide.data(), static_cast<DWORD>(wide.size()));
-  std::string folded = Narrow(wide);
-  return folded.empty() ? std::string(text) : folded;
 }
 
 bool ToLocalTime(const HistoryTime& utc, HistoryTime* local) {

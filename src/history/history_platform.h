@@ -20,9 +20,6 @@ class ShellHistoryPlatform final : public HistoryPlatform {
   HistoryTime Now() override;
 };
 
-// Lower case by the rules of all of Unicode, in the code page's bytes.
-std::string FoldCodePageCase(std::string_view text);
-
 // The moment in the user's time zone; false, with *local unchanged, when it is no date.
 bool ToLocalTime(const HistoryTime& utc, HistoryTime* local);
 

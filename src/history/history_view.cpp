@@ -10,6 +10,8 @@
 
 #include "base/files/system_recovery_calls.h"
 #include "base/flow/steps.h"
+#include "base/text/code_page.h"
+#include "base/text/letter_case.h"
 #include "src/history/history_list_box.h"
 #include "src/history/history_platform.h"
 #include "src/history/history_store.h"
@@ -40,12 +42,13 @@ void WriteNumber(const std::string& profile, const char* key, int value) {
 }
 
 unique_hfont CreateRowFont(HDC dc) {
-  LOGFONTA font = {};
+  LOGFONTW font = {};
   font.lfHeight = -MulDiv(kFontPoints, GetDeviceCaps(dc, LOGPIXELSY), kPointsPerInch);
   font.lfWeight = FW_NORMAL;
   font.lfPitchAndFamily = VARIABLE_PITCH | FF_SWISS;
-  lstrcpynA(font.lfFaceName, "MS Sans Serif", LF_FACESIZE);
-  return unique_hfont(CreateFontIndirectA(&font));
+  font.lfCharSet = DEFAULT_CHARSET;  // not that of western Europe alone
+  lstrcpynW(font.lfFaceName, L"MS Sans Serif", LF_FACESIZE);
+  return unique_hfont(CreateFontIndirectW(&font));
 }
 
 }  // namespace
@@ -55,8 +58,8 @@ class CHistoryView::NameMeasure {
  public:
   NameMeasure(HWND window, HFONT font)
       : window_(window), dc_(GetDC(window)), previous_(SelectObject(dc_, font)) {
-    TEXTMETRICA metrics = {};
-    GetTextMetricsA(dc_, &metrics);
+    TEXTMETRICW metrics = {};
+    GetTextMetricsW(dc_, &metrics);
     averageWidth_ = metrics.tmAveCharWidth;
   }
   ~NameMeasure() {
@@ -68,7 +71,8 @@ class CHistoryView::NameMeasure {
 
   int ExtentOf(const HistoryEntry& entry, bool showIcons) const {
     SIZE size = {};
-    GetTextExtentPoint32A(dc_, entry.displayName.c_str(), static_cast<int>(entry.displayName.size()), &size);
+    const std::wstring name = base::WideFromNarrow(entry.displayName);
+    GetTextExtentPoint32W(dc_, name.c_str(), static_cast<int>(name.size()), &size);
     return RowExtent(size.cx, averageWidth_, showIcons);
   }
 
@@ -92,7 +96,7 @@ CHistoryView::CHistoryView(int controlId, HistoryServices services)
     : controlId_(controlId),
       services_(std::move(services)),
       platform_(std::make_unique<ShellHistoryPlatform>()),
-      history_(std::make_unique<HistoryList>(*platform_, FoldCodePageCase)),
+      history_(std::make_unique<HistoryList>(*platform_, base::LowerCaseNarrow)),
       pictures_(std::make_unique<RowPictures>(services_.preview, services_.clock)) {}
 
 CHistoryView::~CHistoryView() { TakeDown(); }
@@ -232,8 +236,9 @@ void CHistoryView::Refill() {
 }
 
 void CHistoryView::InsertRow(int index, const HistoryEntry& entry) {
-  const LRESULT row = SendMessageA(window(), LB_INSERTSTRING, static_cast<WPARAM>(index),
-                                   reinterpret_cast<LPARAM>(entry.displayName.c_str()));
+  const std::wstring name = base::WideFromNarrow(entry.displayName);
+  const LRESULT row =
+      SendMessageW(window(), LB_INSERTSTRING, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(name.c_str()));
   if (row >= 0) {
     SendMessageA(window(), LB_SETITEMDATA, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&entry));
   }
@@ -299,18 +304,10 @@ void CHistoryView::OnSelectionChanged() {
 
 void CHistoryView::OnDrawItem(const DRAWITEMSTRUCT& item) const {
   if (item.itemID == static_cast<UINT>(-1)) return;
-  const int row = static_cast<int>(item.itemID);
-  std::string text;
-  const LRESULT length = SendMessageA(window(), LB_GETTEXTLEN, static_cast<WPARAM>(row), 0);
-  if (length > 0) {
-    text.resize(static_cast<size_t>(length) + 1);
-    SendMessageA(window(), LB_GETTEXT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(text.data()));
-    text.resize(static_cast<size_t>(length));
-  }
   // A copy: looking an icon up runs code of the shell's, which may change the list.
-  const HistoryEntry* const listed = EntryOfRow(row);
+  const HistoryEntry* const listed = EntryOfRow(static_cast<int>(item.itemID));
   const auto entry = listed != nullptr ? std::optional(*listed) : std::nullopt;
-  if (!PaintHistoryRow(item, entry ? &*entry : nullptr, text, showIcons_, font_.get(), *pictures_)) {
+  if (!PaintHistoryRow(item, entry ? &*entry : nullptr, showIcons_, font_.get(), *pictures_)) {
     listBox_->AskForLater();
   }
 }

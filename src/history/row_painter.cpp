@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "base/text/code_page.h"
+#include "base/text/display_name.h"
 #include "src/history/history_platform.h"
 #include "src/history/path_compaction.h"
 #include "src/history/row_layout.h"
@@ -25,15 +27,15 @@ class Selection {
   HGDIOBJ previous_;
 };
 
-int TextWidth(HDC dc, std::string_view text) {
+int TextWidth(HDC dc, std::wstring_view text) {
   SIZE size = {};
-  GetTextExtentPoint32A(dc, text.data(), static_cast<int>(text.size()), &size);
+  GetTextExtentPoint32W(dc, text.data(), static_cast<int>(text.size()), &size);
   return size.cx;
 }
 
 int TextHeight(HDC dc) {
-  TEXTMETRICA metrics = {};
-  GetTextMetricsA(dc, &metrics);
+  TEXTMETRICW metrics = {};
+  GetTextMetricsW(dc, &metrics);
   return metrics.tmHeight;
 }
 
@@ -89,38 +91,45 @@ std::string LastAccessLine(const HistoryEntry* entry) {
   return entry != nullptr && ToLocalTime(entry->lastAccess, &local) ? LastAccessText(local) : std::string();
 }
 
-void DrawTallTexts(const DRAWITEMSTRUCT& item, int left, const HistoryEntry* entry, const std::string& path) {
+void DrawTallTexts(const DRAWITEMSTRUCT& item, int left, const HistoryEntry* entry,
+                   const std::wstring& path) {
   const int rowHeight = item.rcItem.bottom - item.rcItem.top;
   const TallRowLines lines = LinesOfTallRow(item.rcItem.top, rowHeight, TextHeight(item.hDC));
   const UINT previousAlignment = SetTextAlign(item.hDC, TA_LEFT | TA_BOTTOM);
-  const auto drawLine = [&](int bottom, const std::string& text) {
-    ExtTextOutA(item.hDC, left, bottom, ETO_CLIPPED, &item.rcItem, text.c_str(),
+  const auto drawLine = [&](int bottom, const std::wstring& text) {
+    ExtTextOutW(item.hDC, left, bottom, ETO_CLIPPED, &item.rcItem, text.c_str(),
                 static_cast<UINT>(text.size()), nullptr);
   };
   drawLine(lines.path, path);
-  drawLine(lines.time, LastAccessLine(entry));
-  drawLine(lines.third, std::string());  // room that is kept free
+  drawLine(lines.time, base::WideFromNarrow(LastAccessLine(entry)));
+  drawLine(lines.third, std::wstring());  // room that is kept free
   SetTextAlign(item.hDC, previousAlignment);
 }
 
-void DrawCompactText(const DRAWITEMSTRUCT& item, int left, const std::string& path) {
+void DrawCompactText(const DRAWITEMSTRUCT& item, int left, const std::wstring& path) {
   RECT room = item.rcItem;
   room.left = left;
-  DrawTextA(item.hDC, path.c_str(), static_cast<int>(path.size()), &room,
+  DrawTextW(item.hDC, path.c_str(), static_cast<int>(path.size()), &room,
             DT_SINGLELINE | DT_VCENTER | DT_LEFT | DT_NOPREFIX);
+}
+
+// An entry without a path is called by its name.
+std::string PathOf(const HistoryEntry* entry) {
+  if (entry == nullptr) return std::string();
+  return entry->fullPath.empty() ? entry->displayName : entry->fullPath;
 }
 
 }  // namespace
 
-bool PaintHistoryRow(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, const std::string& rowText,
-                     bool showIcons, HFONT font, RowPictures& pictures) {
+bool PaintHistoryRow(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, bool showIcons, HFONT font,
+                     RowPictures& pictures) {
   const HDC dc = item.hDC;
   const bool isSelected = (item.itemState & ODS_SELECTED) != 0;
   const COLORREF textColor = GetSysColor(isSelected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT);
   const int background = isSelected ? COLOR_HIGHLIGHT : COLOR_WINDOW;
   FillRect(dc, &item.rcItem, GetSysColorBrush(background));
 
-  const std::string& path = entry != nullptr && !entry->fullPath.empty() ? entry->fullPath : rowText;
+  const std::string path = PathOf(entry);
   const Selection selectedFont(dc, font);
   int textLeft = item.rcItem.left + TextIndent(LOWORD(GetDialogBaseUnits()));
   bool isComplete = true;
@@ -133,8 +142,10 @@ bool PaintHistoryRow(const DRAWITEMSTRUCT& item, const HistoryEntry* entry, cons
     textLeft += icon.size.cx + 2;
   }
 
-  const std::string shown = CompactPath(path, item.rcItem.right - textLeft,
-                                        [dc](std::string_view text) { return TextWidth(dc, text); });
+  // Converted here: the 8-bit calls of GDI take bytes in a code page of their own.
+  const std::wstring shown =
+      CompactPath(base::HarmlessText(base::WideFromNarrow(path)), item.rcItem.right - textLeft,
+                  [dc](std::wstring_view text) { return TextWidth(dc, text); });
   const COLORREF previousColor = SetTextColor(dc, textColor);
   const int previousMode = SetBkMode(dc, TRANSPARENT);
   if (showIcons) {

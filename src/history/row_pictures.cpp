@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/reach/drive_reach.h"
+#include "base/text/letter_case.h"
 #include "src/history/history_platform.h"
 #include "src/history/row_layout.h"
 #include "src/preview/file_preview.h"
@@ -31,7 +32,7 @@ RowPictures::Icon LookUp(const char* path, DWORD flags) {
 std::string IconKey(const std::string& path) {
   const size_t dot = path.find_last_of("\\/:.");
   if (dot == std::string::npos || path[dot] != '.') return std::string();
-  return FoldCodePageCase(std::string_view(path).substr(dot));
+  return base::LowerCaseNarrow(std::string_view(path).substr(dot));
 }
 
 std::optional<preview::Preview> MakeThumbnail(const HistoryEntry& entry, int pixels) {
@@ -64,7 +65,7 @@ RowThumbnails::Source SourceOf(RowPictures::Maker maker, std::function<std::uint
 }  // namespace
 
 RowPictures::RowPictures(Maker maker, std::function<std::uint64_t()> clock)
-    : thumbnails_(SourceOf(std::move(maker), std::move(clock)), FoldCodePageCase) {}
+    : thumbnails_(SourceOf(std::move(maker), std::move(clock)), base::LowerCaseNarrow) {}
 
 SIZE RowPictures::SmallIconSize() {
   const Icon icon = LookUp("C:\\", SHGFI_SMALLICON);

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "base/text/code_page.h"
+#include "base/text/display_name.h"
 #include "src/framework/command_ids.h"
 #include "src/framework/module_context.h"
 #include "src/host/plugin_protocol.h"
@@ -14,7 +16,6 @@
 namespace file_explorer {
 namespace {
 
-constexpr DWORD kModulePathSize = 300;
 
 // What a walk remembers from one pair to the next, and nothing beyond the call.
 struct Walk {
@@ -43,14 +44,13 @@ void SetParentWindow(Walk& walk, void** value) { walk.parentWindow = static_cast
 void SetServices(Walk& walk, void** value) { walk.services = static_cast<host::HostServices*>(*value); }
 
 void RefuseHost(Walk& walk) {
-  std::array<char, kModulePathSize> path = {};
-  GetModuleFileNameA(ModuleInstance(), path.data(), kModulePathSize);
-  std::array<char, 1024> text = {};
+  const std::string path = base::DisplayNarrow(base::HarmlessText(ModulePath()));
+  std::array<char, 2048> text = {};
   std::snprintf(text.data(), text.size(),
                 "The system-level plug-in named '%s' requires a newer version of software (v4.1.6 or newer).\n\n"
                 "Please visit the support page at www.halvo.example/support or write to support@halvo.example to "
                 "obtain an upgrade.",
-                path.data());
+                path.c_str());
   MessageBoxA(walk.parentWindow, text.data(), "Wrong Version of Software", MB_OK);
   walk.status = host::kStatusHostTooOld;
 }

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/text/narrow_path.h"
 #include "src/explorer/explorer_window.h"
 #include "src/framework/module_context.h"
 #include "src/host/vc64_imp.h"
@@ -10,7 +11,7 @@ namespace file_explorer {
 namespace {
 
 constexpr char kVersionKey[] = "SOFTWARE\\Halvo Software, Inc.\\Halvo-File-Explorer-Dll";
-constexpr DWORD kModulePathSize = 300;
+constexpr DWORD kModulePathSize = 300 + 1;  // characters, with the terminator
 
 CMainApp* mainApp = nullptr;
 CMainApp theApp;
@@ -18,13 +19,20 @@ CMainApp theApp;
 constexpr CWinApp::MessageMapEntry kEntries[] = {{0, nullptr}};
 
 void WriteVersionToRegistry() {
-  std::array<char, kModulePathSize> path = {};
-  if (GetModuleFileNameA(ModuleInstance(), path.data(), kModulePathSize) == 0) return;
-  const unique_host_text version(Import_IO_GetVersionStringfromExeOrDLL(path.data()));
+  const auto path = base::NarrowPath(ModulePath());
+  if (!path || path->empty()) return;
+  const unique_host_text version(Import_IO_GetVersionStringfromExeOrDLL(path->c_str()));
   if (version && version.get()[0] != '\0') Import_IO_Write_Key(kVersionKey, "Version", version.get());
 }
 
 }  // namespace
+
+std::wstring ModulePath() {
+  std::array<wchar_t, kModulePathSize> path = {};
+  GetModuleFileNameW(ModuleInstance(), path.data(), kModulePathSize);
+  path.back() = L'\0';
+  return path.data();
+}
 
 CMainApp* MainApp() { return mainApp; }
 

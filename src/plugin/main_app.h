@@ -49,4 +49,7 @@ class CMainApp : public CWinApp {
 // The module's application object, set by InitInstance; only exported functions and C callbacks use it.
 CMainApp* MainApp();
 
+// The module's own full path; of one that is longer than 300 characters the first 300.
+std::wstring ModulePath();
+
 }  // namespace file_explorer

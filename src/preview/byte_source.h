@@ -35,11 +35,8 @@ class ByteSource {
   bool Read(Number* value) {
     if (left() < sizeof(Number)) return false;
     Number result = 0;
-    for (std::size_t i = 0; i < sizeof(Number); ++i) {
-      const std::size_t place = bigEndian_ ? i : sizeof(Number) - 1 - i;
-      result =
-          static_cast<Number>((std::uint64_t{result} << 8) | static_cast<unsigned char>(bytes_[at_ + place]));
-    }
+    std::memcpy(&result, bytes_.data() + at_, sizeof(Number));
+    if (bigEndian_ != (std::endian::native == std::endian::big)) result = Turned(result);
     at_ += sizeof(Number);
     *value = result;
     return true;
@@ -58,6 +55,15 @@ class ByteSource {
   }
 
  private:
+  // With its bytes in the other order.
+  template <typename Number>
+  static Number Turned(Number value) {
+    if constexpr (sizeof(Number) == 2) return __builtin_bswap16(value);
+    if constexpr (sizeof(Number) == 4) return __builtin_bswap32(value);
+    if constexpr (sizeof(Number) == 8) return __builtin_bswap64(value);
+    return value;
+  }
+
   std::string_view bytes_;
   std::size_t at_ = 0;
   bool bigEndian_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "base/text/code_page.h"
 #include "src/preview/file_content.h"
 #include "src/preview/file_kind.h"
 #include "src/preview/model_readers.h"
@@ -68,11 +69,7 @@ std::optional<Preview> MakePreview(const wchar_t* path, LPCITEMIDLIST item, int 
 std::optional<Preview> MakePreview(const char* path, LPCITEMIDLIST item, int size,
                                    const PreviewLimits& limits) {
   if (path == nullptr) return MakePreview(static_cast<const wchar_t*>(nullptr), item, size, limits);
-  std::wstring wide(
-      static_cast<std::size_t>(std::max(0, MultiByteToWideChar(CP_ACP, 0, path, -1, nullptr, 0))), L'\0');
-  if (wide.empty()) return std::nullopt;
-  MultiByteToWideChar(CP_ACP, 0, path, -1, wide.data(), static_cast<int>(wide.size()));
-  return MakePreview(wide.c_str(), item, size, limits);
+  return MakePreview(base::WideFromNarrow(path).c_str(), item, size, limits);
 }
 
 }  // namespace file_explorer::preview

@@ -15,10 +15,8 @@ std::uint32_t Channel(double share) {
 
 // Numbers of a line up to its end or a comment. False when a word is no number or there are too many.
 bool ReadNumbers(TextSource& text, std::array<double, 8>& numbers, std::size_t* count) {
-  *count = 0;
-  for (std::string_view word = text.Word(); !word.empty() && word.front() != '#'; word = text.Word()) {
-    if (*count == numbers.size() || !ReadNumber(word, &numbers[*count])) return false;
-    ++*count;
+  for (*count = 0; !text.AtContentEnd(); ++*count) {
+    if (*count == numbers.size() || !text.Number(&numbers[*count])) return false;
   }
   return true;
 }
@@ -39,9 +37,9 @@ bool ReadPoint(TextSource& text, MeshBuilder& mesh) {
 // Faces count points from 1, or back from the last one.
 bool ReadFace(TextSource& text, MeshBuilder& mesh) {
   mesh.BeginFace();
-  for (std::string_view word = text.Word(); !word.empty() && word.front() != '#'; word = text.Word()) {
+  while (!text.AtContentEnd()) {
     long long number = 0;
-    if (!ReadWhole(word.substr(0, word.find('/')), &number) || number == 0) return false;
+    if (!text.Whole(&number) || number == 0) return false;
     const long long index = number > 0 ? number - 1 : static_cast<long long>(mesh.pointCount()) + number;
     if (index < 0 || !mesh.AddCorner(static_cast<std::uint64_t>(index))) return false;
   }
@@ -61,7 +59,7 @@ std::optional<Mesh> ReadObj(std::string_view file, const MeshLimits& limits, Wor
     text.NextLine();
     if (!budget.Spend(1 + (text.at() - start) / 16)) return std::nullopt;
   }
-  return mesh.Finish(UpAxis::kY);
+  return mesh.Finish(UpAxis::kY, PointsAlone::kCloud);
 }
 
 }  // namespace file_explorer::preview

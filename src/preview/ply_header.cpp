@@ -1,6 +1,7 @@
 #include "src/preview/ply_header.h"
 
 #include <algorithm>
+#include <span>
 
 #include "src/preview/text_source.h"
 
@@ -26,20 +27,37 @@ constexpr TypeName kTypes[] = {
 
 struct RoleName {
   std::string_view name;
-  PlyElement::Kind kind;
-  bool isList;
   PlyRole role;
 };
-constexpr RoleName kRoles[] = {
-    {"x", PlyElement::Kind::kPoints, false, PlyRole::kX},
-    {"y", PlyElement::Kind::kPoints, false, PlyRole::kY},
-    {"z", PlyElement::Kind::kPoints, false, PlyRole::kZ},
-    {"red", PlyElement::Kind::kPoints, false, PlyRole::kRed},
-    {"green", PlyElement::Kind::kPoints, false, PlyRole::kGreen},
-    {"blue", PlyElement::Kind::kPoints, false, PlyRole::kBlue},
-    {"vertex_indices", PlyElement::Kind::kFaces, true, PlyRole::kCorners},
-    {"vertex_index", PlyElement::Kind::kFaces, true, PlyRole::kCorners},
+constexpr RoleName kPlaces[] = {{"x", PlyRole::kX}, {"y", PlyRole::kY}, {"z", PlyRole::kZ}};
+constexpr RoleName kColors[] = {
+    {"red", PlyRole::kRed},         {"green", PlyRole::kGreen},         {"blue", PlyRole::kBlue},
+    {"diffuse_red", PlyRole::kRed}, {"diffuse_green", PlyRole::kGreen}, {"diffuse_blue", PlyRole::kBlue},
 };
+constexpr RoleName kLists[] = {{"vertex_indices", PlyRole::kCorners}, {"vertex_index", PlyRole::kCorners}};
+
+struct KindName {
+  std::string_view name;
+  PlyElement::Kind kind;
+};
+constexpr KindName kKinds[] = {{"vertex", PlyElement::Kind::kPoints},
+                               {"face", PlyElement::Kind::kFaces},
+                               {"tristrips", PlyElement::Kind::kStrips}};
+
+PlyRole Find(std::span<const RoleName> names, std::string_view name) {
+  for (const RoleName& known : names) {
+    if (known.name == name) return known.role;
+  }
+  return PlyRole::kOther;
+}
+
+PlyRole RoleOf(PlyElement::Kind kind, bool isList, std::string_view name) {
+  const bool isPoint = kind == PlyElement::Kind::kPoints;
+  if (kind == PlyElement::Kind::kOther || (isPoint && isList)) return PlyRole::kOther;
+  if (isList) return Find(kLists, name);
+  const PlyRole color = kind == PlyElement::Kind::kStrips ? PlyRole::kOther : Find(kColors, name);
+  return isPoint && color == PlyRole::kOther ? Find(kPlaces, name) : color;
+}
 
 struct EncodingName {
   std::string_view name;
@@ -68,8 +86,9 @@ bool ReadFormat(TextSource& text, PlyHeader* header) {
 bool ReadElement(TextSource& text, PlyHeader* header) {
   PlyElement element;
   const std::string_view name = text.Word();
-  if (name == "vertex") element.kind = PlyElement::Kind::kPoints;
-  if (name == "face") element.kind = PlyElement::Kind::kFaces;
+  for (const KindName& known : kKinds) {
+    if (known.name == name) element.kind = known.kind;
+  }
   long long count = 0;
   if (!ReadWhole(text.Word(), &count) || count < 0 || header->elements.size() == kMostElements) return false;
   element.count = static_cast<std::uint64_t>(count);
@@ -91,11 +110,7 @@ bool ReadProperty(TextSource& text, PlyHeader* header) {
   const std::string_view name = text.Word();
   if (!type || name.empty() || element.properties.size() == kMostProperties) return false;
   property.type = *type;
-  for (const RoleName& known : kRoles) {
-    if (known.name == name && known.kind == element.kind && known.isList == property.lengthType.has_value()) {
-      property.role = known.role;
-    }
-  }
+  property.role = RoleOf(element.kind, property.lengthType.has_value(), name);
   element.properties.push_back(property);
   return true;
 }
@@ -108,6 +123,11 @@ constexpr Keyword kKeywords[] = {
     {"format", ReadFormat}, {"element", ReadElement}, {"property", ReadProperty}};
 
 }  // namespace
+
+std::size_t SizeOf(PlyType type) {
+  constexpr std::size_t kSizes[] = {1, 1, 2, 2, 4, 4, 4, 8};
+  return kSizes[static_cast<std::size_t>(type)];
+}
 
 std::optional<PlyHeader> ReadPlyHeader(std::string_view file) {
   TextSource text(file.substr(0, kLongestHeader));

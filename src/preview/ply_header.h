@@ -1,6 +1,7 @@
 // The header of a polygon file: what elements its body has, and how their values are stored.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -9,6 +10,8 @@
 namespace file_explorer::preview {
 
 enum class PlyType { kInt8, kUint8, kInt16, kUint16, kInt32, kUint32, kFloat, kDouble };
+
+std::size_t SizeOf(PlyType type);  // in bytes
 
 constexpr bool IsWhole(PlyType type) {
   return type != PlyType::kFloat && type != PlyType::kDouble;
@@ -24,7 +27,7 @@ struct PlyProperty {
 };
 
 struct PlyElement {
-  enum class Kind { kOther, kPoints, kFaces };
+  enum class Kind { kOther, kPoints, kFaces, kStrips };
   Kind kind = Kind::kOther;
   std::uint64_t count = 0;  // as stated; nothing says that there are so many
   std::vector<PlyProperty> properties;

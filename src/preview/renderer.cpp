@@ -5,62 +5,16 @@
 #include <limits>
 #include <vector>
 
+#include "src/preview/cloud_renderer.h"
 #include "src/preview/corner_normals.h"
+#include "src/preview/projection.h"
 #include "src/preview/shading.h"
 #include "src/preview/vector_math.h"
 
 namespace file_explorer::preview {
 namespace {
 
-constexpr float kFilledShare = 0.9f;
-constexpr float kEyeDistance = 5.5f;  // from the middle; the surface reaches at most 1.73 from there
 constexpr std::uint32_t kNothing = 0xFFFFFFFFu;
-
-// The eye's own axes: right, up, and towards the eye.
-struct Eye {
-  Point right;
-  Point up;
-  Point towards;
-
-  static Eye ThreeQuarter() {
-    constexpr float kTurn = 0.56f;  // radians to the right
-    constexpr float kLift = 0.42f;  // radians above the ground
-    Eye eye;
-    eye.towards = {std::sin(kTurn) * std::cos(kLift), std::sin(kLift), std::cos(kTurn) * std::cos(kLift)};
-    eye.right = Unit(Cross({0, 1, 0}, eye.towards));
-    eye.up = Cross(eye.towards, eye.right);
-    return eye;
-  }
-  Point Seen(const Point& point) const { return {Dot(point, right), Dot(point, up), Dot(point, towards)}; }
-};
-
-// Points as they lie in the picture: x and y in samples, z grows towards the eye and is straight in x and y.
-std::vector<Point> Project(const Mesh& mesh, const Eye& eye, int samples) {
-  std::vector<Point> points;
-  points.reserve(mesh.points.size());
-  for (const Point& point : mesh.points) {
-    const Point seen = eye.Seen(point);
-    const float near = 1 / (kEyeDistance - seen.z);
-    points.push_back({seen.x * near, -seen.y * near, near});
-  }
-  Point low = {1e9f, 1e9f, 0};
-  Point high = {-1e9f, -1e9f, 0};
-  for (const Triangle& triangle : mesh.triangles) {
-    for (const std::uint32_t corner : triangle) {
-      const Point& point = points[corner];
-      low = {std::min(low.x, point.x), std::min(low.y, point.y), 0};
-      high = {std::max(high.x, point.x), std::max(high.y, point.y), 0};
-    }
-  }
-  const float extent = std::max(high.x - low.x, high.y - low.y);
-  const float scale = extent > 0 ? kFilledShare * static_cast<float>(samples) / extent : 0;
-  const float middle = static_cast<float>(samples) / 2;
-  for (Point& point : points) {
-    point.x = (point.x - (low.x + high.x) / 2) * scale + middle;
-    point.y = (point.y - (low.y + high.y) / 2) * scale + middle;
-  }
-  return points;
-}
 
 // Where a sample lies in a triangle: the shares of its corners.
 struct Shares {
@@ -182,12 +136,16 @@ class Surface {
     const Shares at = Corners(points_, triangle).At(x, y);
     const Point* const normals = &normals_[std::size_t{number} * 3];
     const Point normal = Unit(eye_.Seen(normals[0] * at.a + normals[1] * at.b + normals[2] * at.c));
-    return Shade(Material(triangle, at), normal);
+    return Shade(Material(number, at), normal);
   }
 
  private:
-  Color Material(const Triangle& triangle, const Shares& at) const {
+  Color Material(std::uint32_t number, const Shares& at) const {
+    if (!mesh_.triangleColors.empty() && mesh_.triangleColors[number] != kNoColor) {
+      return ColorFrom(mesh_.triangleColors[number]);
+    }
     if (mesh_.colors.empty()) return kWarmGrey;
+    const Triangle& triangle = mesh_.triangles[number];
     const Color a = ColorFrom(mesh_.colors[triangle[0]]);
     const Color b = ColorFrom(mesh_.colors[triangle[1]]);
     const Color c = ColorFrom(mesh_.colors[triangle[2]]);
@@ -218,13 +176,14 @@ std::uint32_t PixelOf(const NearestTriangles& nearest, const Surface& surface, i
 }  // namespace
 
 std::optional<Picture> RenderMesh(const Mesh& mesh, int size, WorkBudget& budget) {
-  if (size < kSmallestRendering || size > kLargestRendering || mesh.triangles.empty()) return std::nullopt;
+  if (size < kSmallestRendering || size > kLargestRendering) return std::nullopt;
   const int edge = size <= 96 ? 4 : 3;  // samples along a pixel
   const int samples = size * edge;
   if (!budget.Spend(mesh.points.size() + mesh.triangles.size())) return std::nullopt;
 
   const Eye eye = Eye::ThreeQuarter();
   const std::vector<Point> points = Project(mesh, eye, samples);
+  if (mesh.triangles.empty()) return RenderCloud(mesh, points, size, edge, budget);
   NearestTriangles nearest(samples);
   for (std::size_t i = 0; i < mesh.triangles.size(); ++i) {
     if (!nearest.Add(Corners(points, mesh.triangles[i]), static_cast<std::uint32_t>(i), budget)) {
@@ -238,7 +197,8 @@ std::optional<Picture> RenderMesh(const Mesh& mesh, int size, WorkBudget& budget
   picture.pixels.reserve(static_cast<std::size_t>(size) * static_cast<std::size_t>(size));
   bool isEmpty = true;
   for (int y = 0; y < samples; y += edge) {
-    if (!budget.Spend(static_cast<std::uint64_t>(samples) * static_cast<std::uint64_t>(edge))) return std::nullopt;
+    if (!budget.Spend(static_cast<std::uint64_t>(samples) * static_cast<std::uint64_t>(edge)))
+      return std::nullopt;
     for (int x = 0; x < samples; x += edge) {
       picture.pixels.push_back(PixelOf(nearest, surface, x, y, edge));
       isEmpty = isEmpty && picture.pixels.back() == 0;

@@ -1,8 +1,11 @@
 // Triangles one by one, with every corner written out: 50 bytes each behind a header, or as text.
+#include <algorithm>
+#include <array>
 #include <cstdint>
 
 #include "src/preview/byte_source.h"
 #include "src/preview/model_readers.h"
+#include "src/preview/point_bytes.h"
 #include "src/preview/text_source.h"
 
 namespace file_explorer::preview {
@@ -11,6 +14,8 @@ namespace {
 constexpr std::size_t kHeaderSize = 84;  // a title of 80 bytes and the number of triangles
 constexpr std::uint64_t kTriangleSize = 50;
 constexpr std::size_t kNormalSize = 12;
+constexpr std::size_t kTextTriangle = 180;  // bytes; most programs write more
+constexpr std::uint32_t kBatch = 128;       // triangles handed on at once
 
 bool StatedTriangles(std::string_view file, std::uint32_t* count) {
   ByteSource bytes(file);
@@ -27,22 +32,19 @@ bool HasBinaryLength(std::string_view file) {
   return StatedTriangles(file, &count) && kHeaderSize + kTriangleSize * count == file.size();
 }
 
+// A normal comes first; often zero or wrong, so it is worked out anew. Two bytes of attributes end each
+// triangle.
 bool ReadBinary(std::string_view file, MeshBuilder& mesh) {
   std::uint32_t count = 0;
   if (!StatedTriangles(file, &count) || kTriangleSize * count > file.size() - kHeaderSize) return false;
-  ByteSource bytes(file);
-  bytes.Skip(kHeaderSize);
-  for (std::uint32_t i = 0; i < count; ++i) {
-    bytes.Skip(kNormalSize);  // often zero or wrong, so it is worked out anew
-    mesh.BeginFace();
-    for (int corner = 0; corner < 3; ++corner) {
-      float x = 0, y = 0, z = 0;
-      if (!bytes.Read(&x) || !bytes.Read(&y) || !bytes.Read(&z)) return false;
-      if (!mesh.AddPoint(double{x}, double{y}, double{z}) || !mesh.AddCorner(mesh.pointCount() - 1))
-        return false;
-    }
-    std::uint16_t attributes = 0;
-    if (!bytes.Read(&attributes)) return false;
+  mesh.Expect(std::size_t{count} * 3, count);
+  std::array<Point, 3 * kBatch> corners;
+  const char* at = file.data() + kHeaderSize + kNormalSize;
+  for (std::uint32_t left = count; left != 0;) {
+    const std::uint32_t batch = std::min(left, kBatch);
+    for (std::uint32_t i = 0; i < batch; ++i, at += kTriangleSize) ReadPoints(at, 3, &corners[3 * i]);
+    if (!mesh.AddTriangles(corners.data(), batch)) return false;
+    left -= batch;
   }
   return true;
 }
@@ -50,13 +52,15 @@ bool ReadBinary(std::string_view file, MeshBuilder& mesh) {
 bool ReadVertex(TextSource& text, MeshBuilder& mesh) {
   double numbers[3] = {};
   for (double& number : numbers) {
-    if (!ReadNumber(text.WordOfText(), &number)) return false;
+    if (text.AtLineEnd() && !text.NextLineWithWords()) return false;
+    if (!text.Number(&number)) return false;
   }
   return mesh.AddPoint(numbers[0], numbers[1], numbers[2]) && mesh.AddCorner(mesh.pointCount() - 1);
 }
 
 bool ReadText(std::string_view file, MeshBuilder& mesh, WorkBudget& budget) {
   TextSource text(file);
+  mesh.Expect(3 * (file.size() / kTextTriangle), file.size() / kTextTriangle, true);
   bool inLoop = false;
   while (!text.AtEnd()) {
     const std::size_t start = text.at();

@@ -4,8 +4,8 @@
 #include <wrl/client.h>
 
 #include <cwchar>
+#include <memory>
 #include <string>
-#include <vector>
 
 #include "base/reach/drive_reach.h"
 #include "base/text/code_page.h"
@@ -22,24 +22,6 @@ ComPtr<IShellFolder> Desktop() {
   ComPtr<IShellFolder> desktop;
   SHGetDesktopFolder(desktop.GetAddressOf());
   return desktop;
-}
-
-// Text of a STRRET, whatever form the folder chose; the folder's own memory is released.
-std::string TakeText(STRRET* value, LPCITEMIDLIST list) {
-  if (value->uType == STRRET_WSTR) {
-    std::string text;
-    const int size = WideCharToMultiByte(CP_ACP, 0, value->pOleStr, -1, nullptr, 0, nullptr, nullptr);
-    if (size > 1) {
-      text.resize(static_cast<size_t>(size));
-      WideCharToMultiByte(CP_ACP, 0, value->pOleStr, -1, text.data(), size, nullptr, nullptr);
-      text.pop_back();
-    }
-    CoTaskMemFree(value->pOleStr);
-    return text;
-  }
-  if (value->uType == STRRET_CSTR) return value->cStr;
-  if (value->uType == STRRET_OFFSET) return reinterpret_cast<const char*>(list) + value->uOffset;
-  return {};
 }
 
 constexpr DWORD kPathSize = 32768;  // characters, with the terminator
@@ -113,14 +95,13 @@ unique_pidl ParsePath(const std::string& path) {
   unique_pidl list;
   const ComPtr<IShellFolder> desktop = Desktop();
   if (!desktop || path.empty()) return list;
-  const int size = MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, nullptr, 0);
-  if (size <= 1) return list;
-  std::vector<wchar_t> wide(static_cast<size_t>(size));
-  MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, wide.data(), size);
-  for (wchar_t& character : wide) {
+  auto wide = base::ExactWide(path);
+  if (!wide) return list;
+  for (wchar_t& character : *wide) {
     if (character == L'/') character = L'\\';  // the desktop folder takes backslashes only
   }
-  if (FAILED(desktop->ParseDisplayName(nullptr, nullptr, wide.data(), nullptr, list.put(), nullptr))) list.reset();
+  if (FAILED(desktop->ParseDisplayName(nullptr, nullptr, wide->data(), nullptr, list.put(), nullptr)))
+    list.reset();
   return list;
 }
 
@@ -131,13 +112,20 @@ unique_pidl ResolveDirectoryLink(const std::string& linkPath) {
   return list;
 }
 
-unique_pidl ClonePidl(LPCITEMIDLIST list) { return unique_pidl(list == nullptr ? nullptr : ILClone(list)); }
+unique_pidl ClonePidl(LPCITEMIDLIST list) {
+  return unique_pidl(list == nullptr ? nullptr : ILClone(list));
+}
 
 std::string ParsingName(LPCITEMIDLIST list) {
   const ComPtr<IShellFolder> desktop = Desktop();
   STRRET value = {};
-  if (!desktop || list == nullptr || FAILED(desktop->GetDisplayNameOf(list, SHGDN_FORPARSING, &value))) return {};
-  return TakeText(&value, list);
+  wchar_t* text = nullptr;
+  if (!desktop || list == nullptr || FAILED(desktop->GetDisplayNameOf(list, SHGDN_FORPARSING, &value)) ||
+      FAILED(StrRetToStrW(&value, list, &text))) {
+    return {};
+  }
+  const std::unique_ptr<wchar_t, decltype(&CoTaskMemFree)> owner(text, &CoTaskMemFree);
+  return base::DisplayNarrow(text);
 }
 
 }  // namespace file_explorer

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "base/text/code_page.h"
 #include "src/framework/module_context.h"
 #include "src/host/vc64_imp.h"
 #include "src/settings/directory_links.h"
@@ -13,35 +14,30 @@
 namespace file_explorer {
 namespace {
 
-constexpr char kTitle[] = "Please select the new home directory";
+constexpr wchar_t kTitle[] = L"Please select the new home directory";
 constexpr DWORD kPathSize = 32768;  // characters, with the terminator
 
 // The folder's full path; empty when it is on no file system.
-std::string FileSystemPath(LPCITEMIDLIST folder) {
-  const auto wide = std::make_unique<wchar_t[]>(kPathSize);
-  if (!SHGetPathFromIDListEx(folder, wide.get(), kPathSize, GPFIDL_DEFAULT)) return {};
-  const int size = WideCharToMultiByte(CP_ACP, 0, wide.get(), -1, nullptr, 0, nullptr, nullptr);
-  if (size <= 1) return {};
-  std::string path(static_cast<size_t>(size), '\0');
-  WideCharToMultiByte(CP_ACP, 0, wide.get(), -1, path.data(), size, nullptr, nullptr);
-  path.pop_back();
-  return path;
+std::wstring FileSystemPath(LPCITEMIDLIST folder) {
+  const auto path = std::make_unique<wchar_t[]>(kPathSize);
+  if (!SHGetPathFromIDListEx(folder, path.get(), kPathSize, GPFIDL_DEFAULT)) return {};
+  return path.get();
 }
 
 // By path where there is one: a list that was made earlier need not be the one by which the browser finds the
 // folder now, since lists carry dates too.
 void Preselect(HWND dialog, LPCITEMIDLIST home) {
   if (home == nullptr) return;
-  const std::string path = FileSystemPath(home);
+  const std::wstring path = FileSystemPath(home);
   const bool byPath = !path.empty();
-  SendMessageA(dialog, BFFM_SETSELECTIONA, byPath,
+  SendMessageA(dialog, BFFM_SETSELECTIONW, byPath,
                byPath ? reinterpret_cast<LPARAM>(path.c_str()) : reinterpret_cast<LPARAM>(home));
 }
 
 // The line above the tree says which folder is selected.
 void ShowSelectedPath(HWND dialog, LPCITEMIDLIST folder) {
-  const std::string path = FileSystemPath(folder);
-  SendMessageA(dialog, BFFM_SETSTATUSTEXTA, 0, reinterpret_cast<LPARAM>(path.c_str()));
+  const std::wstring path = FileSystemPath(folder);
+  SendMessageA(dialog, BFFM_SETSTATUSTEXTW, 0, reinterpret_cast<LPARAM>(path.c_str()));
 }
 
 int CALLBACK OnBrowseEvent(HWND dialog, UINT event, LPARAM value, LPARAM home) {
@@ -55,15 +51,17 @@ int CALLBACK OnBrowseEvent(HWND dialog, UINT event, LPARAM value, LPARAM home) {
   return 0;
 }
 
-void SetHomeName(ExplorerSettings* settings, const char* name) {
-  settings->homeDirectoryName.reset(*name == '\0' ? nullptr : Import_IO_Copy_String(name));
+// Only shown: the folder itself is found by its list.
+void SetHomeName(ExplorerSettings* settings, const std::wstring& name) {
+  settings->homeDirectoryName.reset(name.empty() ? nullptr
+                                                 : Import_IO_Copy_String(base::DisplayNarrow(name).c_str()));
 }
 
 }  // namespace
 
 bool ChooseHomeDirectory(HWND owner, ExplorerSettings* settings) {
-  char name[MAX_PATH] = "";
-  BROWSEINFOA request = {};
+  wchar_t name[MAX_PATH] = L"";
+  BROWSEINFOW request = {};
   request.hwndOwner = owner;
   request.pszDisplayName = name;
   request.lpszTitle = kTitle;
@@ -71,12 +69,12 @@ bool ChooseHomeDirectory(HWND owner, ExplorerSettings* settings) {
   request.lpfn = OnBrowseEvent;
   // The present list stays in use until the dialog is closed: it is replaced below.
   request.lParam = reinterpret_cast<LPARAM>(settings->homeDirectory.get());
-  unique_pidl chosen(SHBrowseForFolderA(&request));
+  unique_pidl chosen(SHBrowseForFolderW(&request));
   if (!chosen) return false;
   SetHomeName(settings, name);
   settings->homeDirectory = std::move(chosen);
-  const std::string path = FileSystemPath(settings->homeDirectory.get());
-  if (!path.empty()) SetHomeName(settings, path.c_str());
+  const std::wstring path = FileSystemPath(settings->homeDirectory.get());
+  if (!path.empty()) SetHomeName(settings, path);
   return true;
 }
 

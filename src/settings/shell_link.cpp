@@ -2,23 +2,16 @@
 
 #include <wrl/client.h>
 
+#include "base/text/code_page.h"
+
 namespace file_explorer {
 namespace {
 
 using Microsoft::WRL::ComPtr;
 
-std::wstring Widen(const std::string& text) {
-  const int size = MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, nullptr, 0);
-  if (size <= 1) return {};
-  std::wstring result(static_cast<size_t>(size), L'\0');
-  MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, result.data(), size);
-  result.pop_back();
-  return result;
-}
-
 // Link files are opened by full path: a bare name counts from the current directory.
 std::wstring FullPath(const std::string& path) {
-  const std::wstring wide = Widen(path);
+  const std::wstring wide = base::WideFromNarrow(path);
   wchar_t full[2048];
   const DWORD length = GetFullPathNameW(wide.c_str(), 2048, full, nullptr);
   return length > 0 && length < 2048 ? std::wstring(full, length) : wide;

@@ -1,5 +1,6 @@
 #include "src/shellhost/control_container.h"
 
+#include "base/text/code_page.h"
 #include "src/framework/com/com_guard.h"
 #include "src/framework/com/com_text.h"
 
@@ -10,7 +11,7 @@ std::string ClassIdText(const CLSID& classId) {
   wchar_t* text = nullptr;
   if (FAILED(StringFromCLSID(classId, &text))) return {};
   const UniqueTaskMemory<wchar_t> owner(text);
-  return NarrowText(text);
+  return base::DisplayNarrow(text);
 }
 
 void ReportMissingControl(const char* displayName, const char* fileName, const CLSID& classId) {
@@ -38,7 +39,7 @@ ComPtr<IUnknown> CreateHostedControl(const char* displayName, const char* fileNa
   const ComPtr<CComObject<CControlSite>> site = NewSite();
   if (!site) return nullptr;
   CLSID classId = CLSID_NULL;
-  CLSIDFromString(WideText(classIdText).c_str(), &classId);
+  CLSIDFromString(base::WideFromNarrow(classIdText).c_str(), &classId);
   if (FAILED(site->Create(classId, properties, ""))) {
     ReportMissingControl(displayName, fileName, classId);
     return nullptr;

@@ -92,7 +92,7 @@ std::int64_t CurrentFolderNumber(ShellControlHost* host) {
 void OnFolderChanged(const EventCall& call, const EventArguments& arguments) {
   const auto text = arguments.Text(0);
   if (arguments.count() != 1 || !text || !*text) return;
-  call(ControlEvent::kFolderChanged, nullptr, CurrentFolderNumber(call.host), 0, NarrowBstr(*text));
+  call(ControlEvent::kFolderChanged, nullptr, CurrentFolderNumber(call.host), 0, DisplayBstr(*text));
 }
 
 void OnSelectionChanged(const EventCall& call, const EventArguments& arguments) {
@@ -118,7 +118,7 @@ void OnFileMenuCommand(const EventCall& call, const EventArguments& arguments) {
   IDispatch* const item = arguments.Object(0);
   const auto command = arguments.Number(1);
   if (arguments.count() != 2 || !item || !command) return;
-  call(ControlEvent::kMenuCommand, item, *command, 0, TextOf(item, &ShellItem::GetName));
+  call(ControlEvent::kMenuCommand, item, *command, 0, TextOf(item, &ShellItem::GetNameAsPath));
 }
 
 void OnFileMenuOpening(const EventCall& call, const EventArguments& arguments) {
@@ -141,7 +141,7 @@ void OnSorting(const EventCall& call, const EventArguments& arguments) {
   LONG* const answer = arguments.NumberReference(2);
   if (arguments.count() != 3 || !text || !column || !answer) return;
   *answer = kSortByControl;  // stands also when the callback throws
-  const std::int64_t handled = call(ControlEvent::kSorting, nullptr, *column, 0, NarrowBstr(*text));
+  const std::int64_t handled = call(ControlEvent::kSorting, nullptr, *column, 0, DisplayBstr(*text));
   *answer = handled ? kSortByComparison : kSortByControl;
 }
 
@@ -182,7 +182,7 @@ void OnFolderMenuCommand(const EventCall& call, const EventArguments& arguments)
   if (arguments.count() != 2 || !item || !command) return;
   const auto text = TextOf(item, &ShellItem::GetFolderText);
   call(ControlEvent::kMenuCommand, item, *command, text ? AsNumber(text->c_str()) : 0,
-       TextOf(item, &ShellItem::GetName));
+       TextOf(item, &ShellItem::GetNameAsPath));
 }
 
 constexpr std::array kFolderViewEvents = {

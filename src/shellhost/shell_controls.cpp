@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "base/flow/steps.h"
+#include "base/text/code_page.h"
 #include "src/framework/com/com_guard.h"
 #include "src/framework/com/com_text.h"
 #include "src/shellhost/control_access.h"
@@ -143,7 +144,7 @@ void CreateShellControl(ShellControlHost& host, const ShellControlClass& control
   wchar_t* text = nullptr;
   if (FAILED(StringFromCLSID(*controlClass.classId, &text))) return;
   const UniqueTaskMemory<wchar_t> classIdText(text);
-  host.site = CreateHostedControl(controlClass.displayName, controlClass.fileName, NarrowText(text).c_str(),
+  host.site = CreateHostedControl(controlClass.displayName, controlClass.fileName, base::DisplayNarrow(text).c_str(),
                                   properties);
   if (!host.site) return;
   host.parentWindow = parentWindow;

@@ -1,5 +1,6 @@
 #include "src/shellhost/shell_item.h"
 
+#include "base/text/narrow_path.h"
 #include "src/framework/com/com_text.h"
 #include "src/shellhost/control_access.h"
 #include "src/shellhost/control_contract.h"
@@ -36,22 +37,37 @@ void ShellItem::InvokeDefault() const {
   if (object_) CallMethod(object_.Get(), item_id::kDefaultAction);
 }
 
-std::optional<std::string> ShellItem::GetText(DISPID id) const {
+UniqueBstr ShellItem::GetText(DISPID id) const {
   UniqueBstr text;
   if (object_) _com_dispatch_propget(object_.Get(), id, VT_BSTR, text.put());
-  return NarrowBstr(text.get());
+  return text;
+}
+
+std::optional<std::string> ShellItem::GetPath(DISPID id) const {
+  const UniqueBstr text = GetText(id);
+  const auto path = TextOfBstr(text.get());
+  return path ? base::NarrowPath(*path) : std::nullopt;
 }
 
 std::optional<std::string> ShellItem::GetName() const {
-  return GetText(item_id::kName);
+  return DisplayBstr(GetText(item_id::kName).get());
+}
+
+std::optional<std::string> ShellItem::GetNameAsPath() const {
+  return GetPath(item_id::kName);
 }
 
 std::optional<std::string> ShellItem::GetFullPath() const {
-  return GetText(item_id::kFullPath);
+  return GetPath(item_id::kFullPath);
+}
+
+std::wstring ShellItem::GetWidePath() const {
+  const UniqueBstr text = GetText(item_id::kFullPath);
+  return std::wstring(TextOfBstr(text.get()).value_or(std::wstring_view()));
 }
 
 std::optional<std::string> ShellItem::GetFolderText() const {
-  return GetText(item_id::kFolderText);
+  return DisplayBstr(GetText(item_id::kFolderText).get());
 }
 
 bool ShellItem::IsSelected() const {

@@ -35,10 +35,16 @@ class ShellItem {
   // The shell's default action; called during ControlEvent::kAskDefaultAction it leaves the item out of the
   // view.
   void InvokeDefault() const;
-  // Paths in the ANSI code page. Nothing for a null or over-long text.
+  // The path by which the item is matched, sorted and shown, in the ANSI code page with "?" for what that
+  // lacks: not to open anything by. Nothing for a null or over-long text.
   std::optional<std::string> GetName() const;
+  // The item's path for 8-bit calls, by its short (8.3) name where the code page lacks a letter. Nothing also
+  // when the path can't be expressed; then the user is told (refused_path.h).
+  std::optional<std::string> GetNameAsPath() const;
   std::optional<std::string> GetFullPath() const;
-  // Of a folder of the folder view.
+  // The path as the control gives it; empty when it gives none.
+  std::wstring GetWidePath() const;
+  // Of a folder of the folder view; to be shown.
   std::optional<std::string> GetFolderText() const;
   // Of an item of the file view.
   bool IsSelected() const;
@@ -47,7 +53,8 @@ class ShellItem {
   ShellItem GetParent() const;
 
  private:
-  std::optional<std::string> GetText(DISPID id) const;
+  UniqueBstr GetText(DISPID id) const;
+  std::optional<std::string> GetPath(DISPID id) const;
 
   ComPtr<IDispatch> object_;
 };

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "base/text/utf8.h"
 #include "tests/support/machine_below.h"
 
 namespace test_support {
@@ -14,25 +15,17 @@ namespace {
 constexpr int kMostFrames = 64;
 constexpr int kMostChildren = 200;  // of one window
 
-std::string Utf8(const wchar_t* text) {
-  const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
-  std::string result(size > 0 ? static_cast<size_t>(size) : 1, '\0');
-  WideCharToMultiByte(CP_UTF8, 0, text, -1, result.data(), size, nullptr, nullptr);
-  result.pop_back();
-  return result;
-}
-
 // GetWindowText would send a message, and the thread may not answer any.
 std::string TextWithoutAsking(HWND window) {
   std::array<wchar_t, 512> text = {};
   InternalGetWindowText(window, text.data(), static_cast<int>(text.size()));
-  return Utf8(text.data());
+  return base::Utf8FromWide(text.data());
 }
 
 std::string ClassOf(HWND window) {
   std::array<wchar_t, 128> name = {};
   GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-  return Utf8(name.data());
+  return base::Utf8FromWide(name.data());
 }
 
 struct Children {
@@ -113,7 +106,7 @@ std::string DescribeAddress(DWORD64 address) {
   char offset[32];
   std::snprintf(offset, sizeof offset, " + 0x%llx",
                 static_cast<unsigned long long>(address - reinterpret_cast<DWORD64>(module)));
-  return (module ? Utf8(name.substr(name.rfind(L'\\') + 1).c_str()) : std::string("?")) + offset;
+  return (module ? base::Utf8FromWide(name.substr(name.rfind(L'\\') + 1).c_str()) : std::string("?")) + offset;
 }
 
 // False at the end of the stack.

@@ -3,16 +3,20 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/text/code_page.h"
+
 namespace test_support {
 namespace {
 
 constexpr int kTextControl = 0xFFFF;
 
-std::string TextOf(HWND window) {
-  std::string text(static_cast<size_t>(GetWindowTextLengthA(window)) + 1, '\0');
-  text.resize(static_cast<size_t>(GetWindowTextA(window, text.data(), static_cast<int>(text.size()))));
+std::wstring WideTextOf(HWND window) {
+  std::wstring text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
   return text;
 }
+
+std::string TextOf(HWND window) { return base::DisplayNarrow(WideTextOf(window)); }
 
 bool HasClass(HWND window, const char* name) {
   char buffer[64] = "";
@@ -62,7 +66,8 @@ MessageBoxContents ReadMessageBox(HWND window) {
   std::sort(contents.buttons.begin(), contents.buttons.end());
   MessageBoxContents box;
   box.caption = TextOf(window);
-  box.text = TextOf(GetDlgItem(window, kTextControl));
+  box.wideText = WideTextOf(GetDlgItem(window, kTextControl));
+  box.text = base::DisplayNarrow(box.wideText);
   box.icon = contents.icon ? IconKind(contents.icon) : 0;
   box.owner = GetWindow(window, GW_OWNER);
   for (const auto& button : contents.buttons) box.buttons.push_back(button.second);

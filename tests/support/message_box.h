@@ -11,6 +11,7 @@ namespace test_support {
 struct MessageBoxContents {
   std::string caption;
   std::string text;
+  std::wstring wideText;     // the same with every letter
   std::vector<int> buttons;  // IDOK, IDYES, ..., from left to right
   UINT icon = 0;             // MB_ICONERROR, MB_ICONQUESTION, MB_ICONEXCLAMATION, MB_ICONINFORMATION or 0
   HWND owner = nullptr;

@@ -53,7 +53,7 @@ std::string Describe(const VARIANT& value) {
     case VT_R8:
       return "double";
     case VT_BSTR:
-      return "text " + file_explorer::NarrowBstr(value.bstrVal).value_or("");
+      return "text " + file_explorer::DisplayBstr(value.bstrVal).value_or("");
     case VT_DISPATCH:
       return value.pdispVal ? "object" : "null object";
     default:

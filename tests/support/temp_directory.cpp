@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+#include "base/text/code_page.h"
+
 namespace test_support {
 namespace {
 
@@ -64,9 +66,9 @@ std::string TempDirectory::narrow() const { return Join(std::string_view()); }
 std::wstring TempDirectory::Join(std::wstring_view name) const { return path_ + L"\\" + std::wstring(name); }
 
 std::string TempDirectory::Join(std::string_view name) const {
-  const int size = WideCharToMultiByte(CP_ACP, 0, path_.c_str(), -1, nullptr, 0, nullptr, nullptr);
-  std::string result(static_cast<size_t>(size > 0 ? size - 1 : 0), '\0');
-  WideCharToMultiByte(CP_ACP, 0, path_.c_str(), -1, result.data(), size, nullptr, nullptr);
+  auto narrow = base::ExactNarrow(path_);
+  if (!narrow) throw std::runtime_error("the temporary folder can't be expressed in the code page");
+  std::string result = *std::move(narrow);
   if (!name.empty()) result.append("\\").append(name);
   return result;
 }

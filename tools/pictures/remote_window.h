@@ -9,6 +9,8 @@
 #include <optional>
 #include <string>
 
+#include "base/text/utf8.h"
+
 namespace remote_window {
 
 inline constexpr UINT kAnswerTime = 5000;  // milliseconds
@@ -16,10 +18,7 @@ inline constexpr int kTextSize = 512;      // characters, with the end
 
 // In one line: tabs and line ends become blanks.
 inline std::string Utf8(const std::wstring& text) {
-  const int length = static_cast<int>(text.size());
-  const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string utf8(static_cast<size_t>(size), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, text.data(), length, utf8.data(), size, nullptr, nullptr);
+  std::string utf8 = base::Utf8FromWide(text);
   for (char& byte : utf8) {
     if (byte == '\t' || byte == '\n' || byte == '\r') byte = ' ';
   }

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "base/text/code_page.h"
+#include "base/text/narrow_path.h"
 #include "src/host/vc64_imp.h"
 #include "workbench/imp/host_text.h"
 
@@ -15,41 +17,6 @@ constexpr char kOverrideVariable[] = "HALVO_APPLICATION_DIRECTORY";
 constexpr wchar_t kBelowApplicationData[] = L"\\Halvo\\UserData";
 constexpr DWORD kLongPathSize = 32768;
 
-std::wstring WideText(const char* text) {
-  const int size = MultiByteToWideChar(CP_ACP, 0, text, -1, nullptr, 0);
-  if (size <= 1) return {};
-  std::wstring wide(static_cast<size_t>(size), L'\0');
-  MultiByteToWideChar(CP_ACP, 0, text, -1, wide.data(), size);
-  wide.resize(static_cast<size_t>(size) - 1);
-  return wide;
-}
-
-// The text in the ANSI code page; empty when it can't be written in it.
-std::string NarrowText(const std::wstring& text) {
-  const UINT codePage = GetACP();
-  // UTF-8 can write everything and takes neither of the two arguments that report a loss.
-  BOOL lost = FALSE;
-  BOOL* const report = codePage == CP_UTF8 ? nullptr : &lost;
-  const DWORD flags = codePage == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS;
-  const int size = WideCharToMultiByte(codePage, flags, text.c_str(), -1, nullptr, 0, nullptr, report);
-  if (size <= 1 || lost) return {};
-  std::string narrow(static_cast<size_t>(size), '\0');
-  WideCharToMultiByte(codePage, flags, text.c_str(), -1, narrow.data(), size, nullptr, nullptr);
-  narrow.resize(static_cast<size_t>(size) - 1);
-  return narrow;
-}
-
-// The path in 8-bit text, through its short form when the long one can't be written in the code page.
-std::string NarrowPath(const std::wstring& path) {
-  std::string narrow = NarrowText(path);
-  if (!narrow.empty()) return narrow;
-  std::wstring shortPath(kLongPathSize, L'\0');
-  const DWORD length = GetShortPathNameW(path.c_str(), shortPath.data(), kLongPathSize);
-  if (length == 0 || length >= kLongPathSize) return {};
-  shortPath.resize(length);
-  return NarrowText(shortPath);
-}
-
 std::wstring FullPath(const std::wstring& path) {
   std::wstring full(kLongPathSize, L'\0');
   const DWORD length = GetFullPathNameW(path.c_str(), kLongPathSize, full.data(), nullptr);
@@ -58,11 +25,22 @@ std::wstring FullPath(const std::wstring& path) {
   return full;
 }
 
+// Where the environment of the host or of the process says; read wide from the latter, since the directory need not
+// exist yet and so has no short name that 8-bit text could carry.
+std::wstring OverridePath() {
+  if (const char* const place = Tx_Inquire_Environment(kOverrideVariable)) return base::WideFromNarrow(place);
+  std::wstring value(kLongPathSize, L'\0');
+  const std::wstring name = base::WideFromNarrow(kOverrideVariable);
+  const DWORD length = GetEnvironmentVariableW(name.c_str(), value.data(), kLongPathSize);
+  value.resize(length < kLongPathSize ? length : 0);
+  return value;
+}
+
 // Below %APPDATA%, or where the environment says; absolute, without a separator at its end.
 std::wstring DirectoryPath() {
   std::wstring path;
-  if (const char* place = Tx_Inquire_Environment(kOverrideVariable)) {
-    path = FullPath(WideText(place));
+  if (const std::wstring place = OverridePath(); !place.empty()) {
+    path = FullPath(place);
   } else {
     wchar_t applicationData[MAX_PATH];
     if (FAILED(SHGetFolderPathW(nullptr, CSIDL_APPDATA | CSIDL_FLAG_CREATE, nullptr, 0, applicationData)))
@@ -99,7 +77,7 @@ char* Import_IO_GetHalvoApplicationDirectoryForCurrentUser(HWND) {
   return Guarded(static_cast<char*>(nullptr), []() -> char* {
     const std::wstring path = DirectoryPath();
     if (path.empty() || !MakeDirectories(path)) return nullptr;
-    const std::string narrow = NarrowPath(path);
-    return narrow.empty() || narrow.size() >= kTxPathSize ? nullptr : CopyToHostMemory(narrow);
+    const auto narrow = base::NarrowPath(path);
+    return !narrow || narrow->empty() || narrow->size() >= kTxPathSize ? nullptr : CopyToHostMemory(*narrow);
   });
 }

@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+#include "base/text/code_page.h"
+#include "base/text/narrow_path.h"
 #include "workbench/tx/guid_text.h"
 #include "workbench/tx/library.h"
 
@@ -49,16 +51,28 @@ ThreadText& InquiredText() {
   return text;
 }
 
-std::string ProcessVariable(const char* name) {
-  std::string value(256, '\0');
+std::wstring WideProcessVariable(const std::wstring& name) {
+  std::wstring value(256, L'\0');
   for (;;) {
-    const DWORD length = GetEnvironmentVariableA(name, value.data(), static_cast<DWORD>(value.size()));
+    const DWORD length = GetEnvironmentVariableW(name.c_str(), value.data(), static_cast<DWORD>(value.size()));
     if (length < value.size()) {
       value.resize(length);
       return value;
     }
     value.resize(length);  // it was too small: length is the size that is needed
   }
+}
+
+// Read wide: the 8-bit call cuts values with letters beyond ASCII on some platforms. A value that the code page can't
+// express goes by its short path when it is the path of something; else it counts as not set, since a part of it or a
+// letter in another's place would mean something else.
+std::string ProcessVariable(const char* name) {
+  const auto wideName = base::ExactWide(name);
+  if (!wideName) return {};
+  const std::wstring value = WideProcessVariable(*wideName);
+  if (auto exact = base::ExactNarrow(value)) return *std::move(exact);
+  const bool isPath = value.starts_with(L"\\\\") || value.find(L":\\") == 1;
+  return isPath ? base::NarrowPath(value).value_or(std::string()) : std::string();
 }
 
 std::string Variable(const char* name) {

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "base/text/code_page.h"
 #include "workbench/tx/extension_list.h"
 #include "workbench/tx/library.h"
 #include "workbench/tx/path_text.h"
@@ -34,11 +35,7 @@ bool IsTerminated(const char* text, size_t size) {
 
 // The path in the form that has no length limit; relative ones are made absolute.
 std::wstring LongPath(const char* path) {
-  const int size = MultiByteToWideChar(CP_ACP, 0, path, -1, nullptr, 0);
-  if (size <= 1) return {};
-  std::wstring wide(static_cast<size_t>(size), L'\0');
-  MultiByteToWideChar(CP_ACP, 0, path, -1, wide.data(), size);
-  wide.resize(static_cast<size_t>(size) - 1);
+  std::wstring wide = base::WideFromNarrow(path);
   if (wide.size() < MAX_PATH) return wide;
   std::wstring full(32768, L'\0');
   const DWORD length = GetFullPathNameW(wide.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr);

@@ -11,7 +11,7 @@ std::string ComErrorText(const char* title, const _com_error& error) {
   if (!details) return text;
   UniqueBstr description;
   details->GetDescription(description.put());
-  return text + " " + NarrowBstr(description.get()).value_or("");
+  return text + " " + DisplayBstr(description.get()).value_or("");
 }
 
 void ReportComError(const char* title, const _com_error& error) {

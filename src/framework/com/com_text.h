@@ -12,14 +12,12 @@ namespace file_explorer {
 // Longest text, in UTF-16 units, that is handed on as 8-bit text.
 inline constexpr UINT kLongestNarrowedText = 0x3FFFFFFE;
 
-// In the ANSI code page; what it doesn't have becomes its replacement character.
-std::string NarrowText(std::wstring_view text);
-// Nothing for a null text and for one longer than kLongestNarrowedText.
-std::optional<std::string> NarrowBstr(BSTR text);
-// From the ANSI code page; null counts as empty.
-std::wstring WideText(const char* text);
+// Nothing for a null text and for one longer than kLongestNarrowedText. The view holds as long as the text.
+std::optional<std::wstring_view> TextOfBstr(BSTR text);
+// The same in the ANSI code page, "?" for what that lacks: to be shown, sorted and matched, never to name a file.
+std::optional<std::string> DisplayBstr(BSTR text);
 // Throw std::bad_alloc when memory is short.
 UniqueBstr MakeBstr(std::wstring_view text);
-UniqueBstr MakeBstr(const char* text);
+UniqueBstr MakeBstr(const char* text);  // null counts as empty
 
 }  // namespace file_explorer

@@ -84,9 +84,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const auto& entry : list.entries()) {
     Require(entry->displayName.ends_with(HistoryExtension(entry->displayName)));
     LastAccessText(entry->lastAccess);
-    const auto measure = [](std::string_view text) { return static_cast<int>(text.size()); };
+    const auto measure = [](std::wstring_view text) { return static_cast<int>(text.size()); };
     for (const int room : {-1, 5, 20}) {
-      const std::string shown = CompactPath(entry->fullPath, room, measure);
+      const std::wstring path(entry->fullPath.begin(), entry->fullPath.end());
+      const std::wstring shown = CompactPath(path, room, measure);
       Require(shown.empty() || entry->fullPath.back() == shown.back());
     }
   }

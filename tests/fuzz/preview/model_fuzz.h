@@ -20,16 +20,23 @@ inline void Check(bool holds) {
   if (!holds) std::abort();
 }
 
+inline void CheckPoint(const preview::Point& point) {
+  for (const float value : {point.x, point.y, point.z})
+    Check(std::isfinite(value) && std::fabs(value) <= 1.001f);
+}
+
 inline void CheckMesh(const preview::Mesh& mesh, const preview::MeshLimits& limits) {
-  Check(!mesh.triangles.empty() && mesh.triangles.size() <= limits.triangles &&
-        mesh.points.size() <= limits.points);
+  Check(!mesh.points.empty() && mesh.triangles.size() <= limits.triangles);
+  Check(mesh.points.size() * sizeof(preview::Point) <= limits.bytes);
   Check(mesh.colors.empty() || mesh.colors.size() == mesh.points.size());
+  Check(mesh.triangleColors.empty() || mesh.triangleColors.size() == mesh.triangles.size());
+  if (mesh.triangles.empty()) {
+    for (const preview::Point& point : mesh.points) CheckPoint(point);
+  }
   for (const preview::Triangle& triangle : mesh.triangles) {
     for (const std::uint32_t corner : triangle) {
       Check(corner < mesh.points.size());
-      const preview::Point& point = mesh.points[corner];
-      for (const float value : {point.x, point.y, point.z})
-        Check(std::isfinite(value) && std::fabs(value) <= 1.001f);
+      CheckPoint(mesh.points[corner]);
     }
   }
 }
@@ -43,7 +50,7 @@ inline void CheckPicture(const preview::Picture& picture, int size) {
 }
 
 inline void FuzzReader(preview::ModelReader reader, const std::uint8_t* data, std::size_t size) {
-  constexpr preview::MeshLimits kLimits = {5000, 5000};
+  constexpr preview::MeshLimits kLimits = {200'000, 5000};
   constexpr std::uint64_t kSteps = 400'000;  // the same on every machine
   constexpr int kPictureSize = 12;
   const std::string_view file(reinterpret_cast<const char*>(data), size);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include "base/text/code_page.h"
 #include "tests/support/temp_directory.h"
 
 namespace document_tests {
@@ -35,13 +36,22 @@ TEST_F(AutoloadFile, NamesTheFileToOpen) {
   EXPECT_EQ(error, L"");
 }
 
-TEST_F(AutoloadFile, MayNameAFileInUtf8) {
-  Write("c:\\sc\xC3\xA8ne \xE3\x83\xA2.obj");
-  EXPECT_EQ(workbench::ReadAutoloadFile(nullptr), L"c:\\sc\u00E8ne \u30E2.obj");
+// Never in another one: with code page 1252 these bytes are a file of another name, though they are UTF-8 too.
+TEST_F(AutoloadFile, NamesAFileInTheCodePageOfTheProcess) {
+  const std::string path = "c:\\sc\xC3\xA8ne.obj";
+  Write(path);
+  EXPECT_EQ(workbench::ReadAutoloadFile(nullptr), base::WideFromNarrow(path));
+  EXPECT_EQ(base::WideFromNarrow(path) == L"c:\\sc\u00E8ne.obj", GetACP() == CP_UTF8);
 }
 
-TEST_F(AutoloadFile, MayNameAFileInTheProcesssCodePage) {
-  Write("c:\\gr\xFC\xDF.obj");  // no UTF-8
+TEST_F(AutoloadFile, BytesThatAreNoTextNameNoFile) {
+  Write("c:\\gr\xFC\xDF.obj");
+  if (GetACP() == CP_UTF8) {
+    std::wstring error;
+    EXPECT_EQ(workbench::ReadAutoloadFile(&error), std::nullopt);
+    EXPECT_NE(error.find(L"code page"), std::wstring::npos);
+    return;
+  }
   const auto path = workbench::ReadAutoloadFile(nullptr);
   ASSERT_TRUE(path.has_value());
   EXPECT_EQ(path->substr(0, 5), L"c:\\gr");

@@ -16,6 +16,7 @@
 #include <string_view>
 
 #include "base/handles/unique_handle.h"
+#include "base/text/letter_case.h"
 #include "src/favorites/favorites_file.h"
 #include "src/favorites/favorites_platform.h"
 #include "src/favorites/favorites_store.h"
@@ -103,7 +104,7 @@ void Save(const FavoriteList& list, FavoriteRecord* first, const std::string& fi
 }
 
 int Race(const std::string& file, const std::string& name, const char* event) {
-  FavoriteList list(FoldCodePageLetters);
+  FavoriteList list(base::LowerCaseNarrow);
   for (int i = 0; i < kRaceEntries; ++i) list.Add(Reference(name + std::to_string(i)), nullptr);
   const base::unique_file go(OpenEventA(SYNCHRONIZE, FALSE, event));
   const base::unique_file ready(
@@ -122,7 +123,7 @@ int main(int argc, char** argv) {
   const std::string file = std::string(argv[1]) + "\\favorites.dat";
   const std::string_view how = argv[2];
   if (how == "race") return argc > 4 ? Race(file, argv[3], argv[4]) : 2;
-  FavoriteList list(FoldCodePageLetters);
+  FavoriteList list(base::LowerCaseNarrow);
   Steps steps(argv[1], argv[2], argv[3]);
   steps.Count(how == "load");
   Load(list, file, steps);

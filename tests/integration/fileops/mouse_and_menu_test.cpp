@@ -67,6 +67,9 @@ TEST_F(MouseAndMenuTest, PasteFromAFoldersMenuGoesIntoThatFolder) {
   EXPECT_TRUE(WaitUntil(pasted));
   Finish();
   EXPECT_FALSE(Exists(Path("a - Copy.txt"))) << "not beside it";
+  // The test's folder could not be removed with it.
+  DeleteFileW((folder + L"\\a.txt").c_str());
+  RemoveDirectoryW(folder.c_str());
 }
 
 // Keeps the clipboard open from another thread, as another program would.

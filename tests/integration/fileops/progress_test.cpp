@@ -40,6 +40,9 @@ class SlowFiles : public base::FileSystem {
     return real_.CopyBytes(source, target, progress);
   }
 
+  base::SystemError Spell(const std::wstring& path, std::wstring* exact) override {
+    return real_.Spell(path, exact);
+  }
   base::SystemError Status(const std::wstring& path, base::FileStatus* status) override {
     return real_.Status(path, status);
   }

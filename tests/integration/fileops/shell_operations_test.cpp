@@ -20,6 +20,7 @@ struct Script {
   HRESULT allocator = S_OK;
   bool cancel = false;
   bool pathKnown = true;
+  std::wstring path = L"c:\\target";
   int result = 0;
   DWORD lastError = 0;
   bool aborted = false;
@@ -59,8 +60,8 @@ PIDLIST_ABSOLUTE WINAPI Browse(BROWSEINFOA* request) {
   SHGetSpecialFolderLocation(nullptr, CSIDL_DESKTOP, &list);
   return list;
 }
-BOOL WINAPI PathFromList(PCIDLIST_ABSOLUTE, LPSTR path) {
-  lstrcpyA(path, "c:\\target");
+BOOL WINAPI PathFromList(PCIDLIST_ABSOLUTE, LPWSTR path, DWORD size, GPFIDL_FLAGS) {
+  lstrcpynW(path, script.path.c_str(), static_cast<int>(size));
   return script.pathKnown;
 }
 int WINAPI Operate(SHFILEOPSTRUCTA* request) {
@@ -193,6 +194,31 @@ TEST_F(ShellOperationsTest, AChosenFolderWithoutAPathEndsTheOperationQuietly) {
   EXPECT_TRUE(record.operations.empty());
   EXPECT_NE(operations_.lastDestination(), nullptr) << "and is remembered";
   EXPECT_TRUE(boxes_.boxes().empty());
+}
+
+// With code page 1252 a folder of that name without the macron would be taken.
+TEST_F(ShellOperationsTest, ADestinationThatCantBeExpressedIsRefusedByName) {
+  script.path = L"c:\\no such t\u0101rget";
+  EXPECT_TRUE(operations_.CopyOrMove(true, 1, Sources({"c:\\a"}))) << "a destination was chosen";
+  if (GetACP() == CP_UTF8) {
+    EXPECT_THAT(record.to, ElementsAre(std::string("c:\\no such t\xC4\x81rget\0\0", 20)));
+    return;
+  }
+  EXPECT_TRUE(record.operations.empty());
+  ASSERT_EQ(boxes_.boxes().size(), 1U);
+  EXPECT_EQ(boxes_.boxes()[0].caption, "Error");
+  EXPECT_THAT(boxes_.boxes()[0].text, testing::HasSubstr("c:\\no such t"));
+}
+
+TEST_F(ShellOperationsTest, ADestinationThatIsTooLongIsReported) {
+  script.path = L"c:\\" + std::wstring(kPathBufferSize - 5, L'x');
+  EXPECT_TRUE(operations_.CopyOrMove(false, 1, Sources({"c:\\a"})));
+  EXPECT_EQ(record.operations.size(), 1U);
+  if (GetACP() != CP_UTF8) return;
+  script.path = L"c:\\" + std::wstring(kPathBufferSize / 2, L'\u0101');
+  EXPECT_TRUE(operations_.CopyOrMove(false, 1, Sources({"c:\\a"})));
+  EXPECT_EQ(record.operations.size(), 1U);
+  EXPECT_EQ(boxes_.boxes().size(), 1U);
 }
 
 TEST_F(ShellOperationsTest, AFailureIsReportedWithTheSystemsText) {

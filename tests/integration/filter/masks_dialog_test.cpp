@@ -77,6 +77,37 @@ TEST_F(MasksDialogTest, ShowsTheListsWithTheirHistory) {
   });
 }
 
+// The 8-bit message for a list box's text ends the program on some platforms from about 520 characters on.
+TEST_F(MasksDialogTest, ListsAndHistoryEntriesOfAnyLengthAreStored) {
+  for (const size_t length : {600u, 5000u}) {
+    const std::string entry(length, 'x');
+    const std::string current(600, 'y');
+    StoreLists((current + "|" + entry).c_str(), ("||" + entry).c_str());
+    Open([](HWND dialog) { Press(dialog, IDOK); });
+    EXPECT_EQ(TextOf(inclusion), current + "|" + entry) << length;
+    EXPECT_EQ(TextOf(exclusion), "||" + entry) << length;
+  }
+}
+
+// Bent, the pattern would stand for other files than the user's; as "?" for any.
+TEST_F(MasksDialogTest, APatternWithALetterThatTheCodePageLacksIsRefused) {
+  MessageBoxRecorder boxes;
+  StoreLists("*.3ds", "");
+  Open([](HWND dialog) {
+    SetWindowTextW(GetDlgItem(dialog, 1000), L"a*, pl\u0101n.obj");
+    Press(dialog, IDOK);
+    EXPECT_TRUE(GetACP() == CP_UTF8 || IsWindow(dialog));
+  });
+  if (GetACP() == CP_UTF8) {
+    EXPECT_TRUE(boxes.boxes().empty());
+    return;
+  }
+  ASSERT_EQ(boxes.boxes().size(), 1u);
+  EXPECT_EQ(boxes.boxes()[0].caption, "Pattern Error");
+  EXPECT_THAT(boxes.boxes()[0].text, testing::HasSubstr("'pl?n.obj' has a letter"));
+  EXPECT_EQ(TextOf(inclusion), "*.3ds");
+}
+
 TEST_F(MasksDialogTest, ShowsTheFolderOptions) {
   showFolders = 0;
   Open([](HWND dialog) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/text/letter_case.h"
 #include "tests/integration/history/history_test_folder.h"
 
 namespace file_explorer {
@@ -33,7 +34,7 @@ class HistoryPlatformTest : public testing::Test {
 
   HistoryTestFolder folder;
   ShellHistoryPlatform platform;
-  HistoryList list{platform, FoldCodePageCase};
+  HistoryList list{platform, base::LowerCaseNarrow};
 };
 
 TEST_F(HistoryPlatformTest, TheFileIsInTheUsersDirectoryOfTheHost) {
@@ -92,7 +93,7 @@ TEST_F(HistoryPlatformTest, OddPathsComeBackAndNoneEndsTheList) {
   EXPECT_EQ(list.entries()[1]->displayName, "\\\\server\\share\\");
   EXPECT_EQ(list.entries()[2]->displayName, "C:\\");
   Save();
-  HistoryList loaded(platform, FoldCodePageCase);
+  HistoryList loaded(platform, base::LowerCaseNarrow);
   ASSERT_TRUE(Load(loaded));
   ASSERT_EQ(loaded.size(), paths.size());
   for (size_t i = 0; i < paths.size(); ++i) {
@@ -167,7 +168,7 @@ TEST_F(HistoryPlatformTest, AnExistingFilesItemIsKeptAsItsParsingName) {
   char value[2048] = "";
   GetPrivateProfileStringA("HistoryList", "p0", "", value, sizeof(value), folder.history().c_str());
   EXPECT_EQ(lstrcmpiA(value, folder.Path("model.obj").c_str()), 0) << value;
-  HistoryList reloaded(platform, FoldCodePageCase);
+  HistoryList reloaded(platform, base::LowerCaseNarrow);
   ASSERT_TRUE(Load(reloaded));
   EXPECT_EQ(lstrcmpiA(reloaded.entries()[0]->itemName.c_str(), folder.Path("model.obj").c_str()), 0);
 }
@@ -197,8 +198,8 @@ TEST_F(HistoryPlatformTest, AShorterListLeavesNothingOfALongerOne) {
 }
 
 TEST_F(HistoryPlatformTest, IdentityKnowsTheCodePagesLetters) {
-  EXPECT_EQ(FoldCodePageCase("C:\\\xC4\xD6\xDC"), FoldCodePageCase("c:\\\xE4\xF6\xFC"));
-  EXPECT_NE(FoldCodePageCase("a"), FoldCodePageCase("b"));
+  EXPECT_EQ(base::LowerCaseNarrow("C:\\\xC4\xD6\xDC"), base::LowerCaseNarrow("c:\\\xE4\xF6\xFC"));
+  EXPECT_NE(base::LowerCaseNarrow("a"), base::LowerCaseNarrow("b"));
 }
 
 TEST_F(HistoryPlatformTest, LocalTimeOfADateThatDoesNotExistIsRefused) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/text/code_page.h"
 #include "src/history/history_platform.h"
 #include "src/history/row_layout.h"
 #include "src/history/row_thumbnails.h"
@@ -160,6 +161,54 @@ TEST_F(RowDrawingTest, APathThatIsTooLongIsCompactedToTheRow) {
   FillRect(drawn.dc(), &whole, GetSysColorBrush(COLOR_WINDOW));
   DrawRow(drawn, place, 0);
   EXPECT_EQ(drawn.From(icon + 3), expected.From(icon + 3));
+}
+
+// Letters beyond ASCII are drawn as what they are in the process's code page, not in one of GDI's.
+TEST_F(RowDrawingTest, LettersBeyondAsciiAreDrawnAsWhatTheyAre) {
+  const int icon = GetSystemMetrics(SM_CXSMICON);
+  const RECT place = {0, 10, kCanvasWidth, 10 + icon + 2};
+  const std::wstring path = GetACP() == CP_UTF8 ? L"X:\\pl\u0101n \u0441\u0442\u0430\u043D.xyz" : L"X:\\caf\u00E9 \u20AC.xyz";
+  view->ClearHistory();
+  Add(base::ExactNarrow(path).value().c_str());
+  const Canvas drawn(kCanvasWidth, kCanvasHeight);
+  DrawRow(drawn, place, 0);
+  const Canvas expected(kCanvasWidth, kCanvasHeight);
+  DrawExpected(expected, place, false, [&](HDC dc) {
+    RECT room = place;
+    room.left += icon + 2 + Indent();
+    DrawTextW(dc, path.c_str(), -1, &room, DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX);
+  });
+  EXPECT_EQ(drawn.From(icon + 3), expected.From(icon + 3));
+}
+
+TEST_F(RowDrawingTest, ANameOfAnyLengthIsDrawn) {
+  const RECT place = {0, 10, kCanvasWidth, 10 + 18};
+  for (const size_t length : {600u, 5000u}) {
+    folder.Put("history.dat", "[HistoryList]\r\nNumEntries=1\r\nd0=" + std::string(length, 'n') + "\r\n");
+    view.reset();
+    folder.Put("history.dat", "[HistoryList]\r\nNumEntries=1\r\nd0=" + std::string(length, 'n') + "\r\n");
+    Create();
+    ASSERT_EQ(Send(LB_GETCOUNT), 1);
+    const Canvas drawn(kCanvasWidth, kCanvasHeight);
+    DrawRow(drawn, place, 0);
+    const Canvas empty(kCanvasWidth, kCanvasHeight);
+    EXPECT_NE(drawn.From(60), empty.From(60));
+  }
+}
+
+// How a path is shortened depends on where its row begins: what the list box moved would be wrong.
+TEST_F(HistoryRowsTest, ScrollingSidewaysPaintsTheRowsAnew) {
+  Create();
+  Add(("X:\\folder\\" + std::string(200, 'w') + ".xyz").c_str());
+  Show();
+  ValidateRect(view->window(), nullptr);
+  Send(WM_HSCROLL, MAKEWPARAM(SB_LINERIGHT, 0));
+  ASSERT_GT(GetScrollPos(view->window(), SB_HORZ), 0);
+  RECT area = {};
+  RECT stale = {};
+  GetClientRect(view->window(), &area);
+  EXPECT_TRUE(GetUpdateRect(view->window(), &stale, FALSE));
+  EXPECT_TRUE(EqualRect(&stale, &area));
 }
 
 TEST_F(RowDrawingTest, TheRowWithTheFocusHasItsRectangle) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/files/system_recovery_calls.h"
+#include "base/text/letter_case.h"
 #include "src/history/history_list.h"
 #include "src/history/history_platform.h"
 #include "src/history/history_store.h"
@@ -54,7 +55,7 @@ class HistorySaveStepsTest : public testing::Test {
   // The names that a program which starts now finds.
   Names Load(const char* name = "history.dat") const {
     ShellHistoryPlatform platform;
-    HistoryList list(platform, FoldCodePageCase);
+    HistoryList list(platform, base::LowerCaseNarrow);
     base::SystemRecoveryCalls calls;
     base::SaveRecovery recovery(folder.Path(name), calls);
     ProfileHistoryFile file(folder.Path(name));
@@ -85,7 +86,7 @@ class HistorySaveStepsTest : public testing::Test {
   // Without recovery.
   size_t CountOnDisk() const {
     ShellHistoryPlatform platform;
-    HistoryList list(platform, FoldCodePageCase);
+    HistoryList list(platform, base::LowerCaseNarrow);
     ProfileHistoryFile file(folder.history());
     file.Forget();
     list.Load(file);

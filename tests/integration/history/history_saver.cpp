@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/text/letter_case.h"
 #include "src/history/history_list.h"
 #include "src/history/history_platform.h"
 #include "src/history/history_store.h"
@@ -124,7 +125,7 @@ int main(int argc, char** argv) {
   const std::string_view how = argv[2];
   const std::string path = plan.folder + "\\history.dat";
   ShellHistoryPlatform platform;
-  HistoryList list(platform, FoldCodePageCase);
+  HistoryList list(platform, base::LowerCaseNarrow);
   if (how == "race") return argc > 4 ? Race(list, path, argv[3], argv[4]) : 2;
   (how == "fail" ? plan.failAt : plan.killAt) = argv[3];
   if (argc > 4) plan.killAt = argv[4];

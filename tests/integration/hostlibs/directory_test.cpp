@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "base/text/code_page.h"
+#include "base/text/narrow_path.h"
 #include "src/host/vc64_imp.h"
 #include "tests/integration/hostlibs/host_memory.h"
 #include "tests/support/temp_directory.h"
@@ -45,6 +47,16 @@ TEST_F(UserDirectory, TheOverrideIsMadeWithAllItsLevels) {
   EXPECT_EQ(ApplicationDirectory(), place) << "without a separator at its end";
   EXPECT_TRUE(IsFolder(place));
   EXPECT_EQ(ApplicationDirectory(), place) << "and is taken as it is when it is there";
+}
+
+// It is not there yet, so it has no short name by which 8-bit text could carry it.
+TEST_F(UserDirectory, AnOverrideThatCantBeExpressedIsMadeAllTheSame) {
+  const std::wstring place = temp.Join(L"\u00DCN\u00CF \u0414\u0418\u0420\\us\u0113r");
+  SetEnvironmentVariableW(L"HALVO_APPLICATION_DIRECTORY", place.c_str());
+  const std::string path = ApplicationDirectory();
+  ASSERT_TRUE(IsFolder(path)) << path;
+  EXPECT_TRUE(base::IsSameObject(base::WideFromNarrow(path), place)) << path;
+  EXPECT_EQ(ApplicationDirectory(), path);
 }
 
 TEST_F(UserDirectory, SlashesInTheOverrideAreUnderstood) {

@@ -8,7 +8,10 @@
 #include <thread>
 #include <vector>
 
+#include "base/text/code_page.h"
+#include "base/text/narrow_path.h"
 #include "src/host/vc64_tx.h"
+#include "tests/support/temp_directory.h"
 
 namespace {
 
@@ -33,6 +36,43 @@ TEST(Environment, AVariableOfAnyLengthComesBackWhole) {
   const std::string value(5000, 'v');
   SetEnvironmentVariableA("HOSTLIBS_LONG", value.c_str());
   EXPECT_EQ(Tx_Inquire_Environment("HOSTLIBS_LONG"), value);
+}
+
+// The 8-bit call of the system cuts some of these.
+TEST(Environment, LettersBeyondAsciiComeBackWholeOrNotAtAll) {
+  const wchar_t* const values[] = {L"C:\\stra\u00DFe \u20AC Test\\user",
+                                   L"C:\\\u00DCN\u00CF \u0414\u0418\u0420 Test\\user",
+                                   L"D:\\\u30E2\u30C7\u30EB\\no such folder", L"pl\u0101n", L"\uFF41"};
+  for (const wchar_t* const value : values) {
+    SetEnvironmentVariableW(L"HOSTLIBS_WIDE", value);
+    const char* const text = Tx_Inquire_Environment("HOSTLIBS_WIDE");
+    const auto exact = base::ExactNarrow(value);
+    EXPECT_EQ(text != nullptr, exact.has_value()) << base::DisplayNarrow(value);
+    if (text != nullptr && exact) {
+      EXPECT_EQ(text, *exact);
+    }
+  }
+  SetEnvironmentVariableW(L"HOSTLIBS_WIDE", nullptr);
+}
+
+TEST(Environment, APathThatCantBeExpressedGoesByItsShortForm) {
+  const test_support::TempDirectory directory;
+  const std::wstring folder = directory.AddFolder(L"\u00DCN\u00CF \u0414\u0418\u0420 Test\\user");
+  SetEnvironmentVariableW(L"HOSTLIBS_WIDE", folder.c_str());
+  const char* const text = Tx_Inquire_Environment("HOSTLIBS_WIDE");
+  ASSERT_NE(text, nullptr);
+  EXPECT_TRUE(base::IsSameObject(base::WideFromNarrow(text), folder)) << text;
+  SetEnvironmentVariableW(L"HOSTLIBS_WIDE", nullptr);
+}
+
+TEST(Environment, AVariableOfAnyLengthWithAnyLetterComesBackWhole) {
+  for (const size_t length : {254u, 255u, 256u, 257u, 3000u}) {
+    const std::wstring value(length, L'\u00DC');
+    SetEnvironmentVariableW(L"HOSTLIBS_LONG", value.c_str());
+    const char* const text = Tx_Inquire_Environment("HOSTLIBS_LONG");
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(base::WideFromNarrow(text), value) << length;
+  }
 }
 
 TEST(Environment, HasNothingForWhatIsNotSetOrEmpty) {

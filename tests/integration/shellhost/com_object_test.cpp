@@ -84,22 +84,23 @@ TEST(ForeignCode, ReportsAnyKindOfExceptionAndGoesOn) {
   EXPECT_FALSE(inner);
 }
 
-TEST(ComText, NarrowsByTheCodePage) {
-  EXPECT_EQ(NarrowText(L"c:\\textures\\wood.png"), "c:\\textures\\wood.png");
-  EXPECT_EQ(NarrowText(L""), "");
-  EXPECT_EQ(WideText("abc"), L"abc");
-  EXPECT_EQ(WideText(nullptr), L"");
-  EXPECT_EQ(WideText(NarrowText(L"stra\u00DFe").c_str()), L"stra\u00DFe");
+TEST(ComText, IsShownInTheCodePageAndNeverBent) {
+  EXPECT_EQ(DisplayBstr(MakeBstr("c:\\textures\\wood.png").get()), "c:\\textures\\wood.png");
+  EXPECT_EQ(DisplayBstr(MakeBstr("").get()), "");
+  EXPECT_EQ(SysStringLen(MakeBstr(static_cast<const char*>(nullptr)).get()), 0u);
+  const UniqueBstr bent = MakeBstr(std::wstring_view(L"pl\u0101n.obj"));
+  EXPECT_EQ(DisplayBstr(bent.get()), GetACP() == CP_UTF8 ? "pl\xC4\x81n.obj" : "pl?n.obj");
+  EXPECT_EQ(TextOfBstr(bent.get()), L"pl\u0101n.obj");
 }
 
 TEST(ComText, ALongTextSurvives) {
   const std::wstring text(100000, L'x');
   const UniqueBstr bstr = MakeBstr(std::wstring_view(text));
-  EXPECT_EQ(NarrowBstr(bstr.get()), std::string(100000, 'x'));
+  EXPECT_EQ(DisplayBstr(bstr.get()), std::string(100000, 'x'));
 }
 
 TEST(ComText, ANullTextAndAnOverLongOneGiveNothing) {
-  EXPECT_FALSE(NarrowBstr(nullptr));
+  EXPECT_FALSE(DisplayBstr(nullptr));
   // A text that claims 0x3FFFFFFF units: the length stands in the four bytes before it.
   struct {
     DWORD padding;
@@ -107,7 +108,7 @@ TEST(ComText, ANullTextAndAnOverLongOneGiveNothing) {
     wchar_t text[4];
   } claimed = {0, 0x7FFFFFFE, L"abc"};
   EXPECT_EQ(SysStringLen(claimed.text), kLongestNarrowedText + 1);
-  EXPECT_FALSE(NarrowBstr(claimed.text));
+  EXPECT_FALSE(DisplayBstr(claimed.text));
 }
 
 TEST(OwnedVariants, ReleaseWhatTheyHold) {

@@ -7,6 +7,7 @@
 #include <functional>
 #include <limits>
 
+#include "base/text/code_page.h"
 #include "src/framework/com/com_text.h"
 #include "src/shellhost/file_view.h"
 #include "tests/integration/shellhost/hosting_fixture.h"
@@ -299,11 +300,11 @@ TEST_F(FileViewSink, TheDefaultActionIsAskedForFilesAndArchives) {
     item_->attributes = c.attributes;
     item_->name = c.name;
     EXPECT_EQ(Fire(12, {Item()}), S_OK);
-    ASSERT_EQ(calls.size(), c.reaches ? 1u : 0u) << NarrowText(c.name);
+    ASSERT_EQ(calls.size(), c.reaches ? 1u : 0u) << base::DisplayNarrow(c.name);
     if (!c.reaches) continue;
     EXPECT_EQ(calls[0].code, 18);
     EXPECT_EQ(calls[0].object, item_.Get());
-    EXPECT_EQ(calls[0].path, NarrowText(c.name));
+    EXPECT_EQ(calls[0].path, base::DisplayNarrow(c.name));
   }
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/text/code_page.h"
 #include "src/framework/com/com_text.h"
 #include "src/shellhost/event_sinks.h"
 #include "tests/integration/shellhost/hosting_fixture.h"
@@ -338,14 +339,14 @@ TEST(LongTexts, AreHandedOnUpToTheLongestThatFitsTwoBytesALetter) {
     DWORD bytes;
     wchar_t text[4];
   } claimed = {0, 2 * (kLongestNarrowedText + 1), L"abc"};
-  EXPECT_FALSE(NarrowBstr(claimed.text));
-  EXPECT_FALSE(NarrowBstr(nullptr));
+  EXPECT_FALSE(DisplayBstr(claimed.text));
+  EXPECT_FALSE(DisplayBstr(nullptr));
   claimed.bytes = 6;
-  EXPECT_EQ(NarrowBstr(claimed.text), "abc");
+  EXPECT_EQ(DisplayBstr(claimed.text), "abc");
   claimed.bytes = 0;
-  EXPECT_EQ(NarrowBstr(claimed.text), "");
+  EXPECT_EQ(DisplayBstr(claimed.text), "");
   const UniqueBstr longer = MakeBstr(std::wstring_view(std::wstring(5000, L'\u00E9')));
-  EXPECT_EQ(NarrowBstr(longer.get()), NarrowText(std::wstring(5000, L'\u00E9')));
+  EXPECT_EQ(DisplayBstr(longer.get()), base::DisplayNarrow(std::wstring(5000, L'\u00E9')));
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <set>
 
+#include "base/text/code_page.h"
 #include "src/framework/com/com_dispatch.h"
 #include "src/framework/com/com_text.h"
 #include "src/shellhost/control_container.h"
@@ -273,7 +274,7 @@ TEST_F(RealControls, TheSinksDescribeTheirEventsByTheControlsTypeLibrary) {
     char path[MAX_PATH] = "";
     GetModuleFileNameA(GetModuleHandleA(sink.host->controlClass->fileName), path, MAX_PATH);
     ComPtr<ITypeLib> library;
-    ASSERT_EQ(LoadTypeLibEx(WideText(path).c_str(), REGKIND_REGISTER, library.ReleaseAndGetAddressOf()),
+    ASSERT_EQ(LoadTypeLibEx(base::WideFromNarrow(path).c_str(), REGKIND_REGISTER, library.ReleaseAndGetAddressOf()),
               S_OK);
     ComPtr<ITypeInfo> information;
     const HRESULT result =

@@ -9,6 +9,7 @@
 #include <array>
 
 #include "src/host/vc64_tx.h"
+#include "base/text/code_page.h"
 #include "tests/support/wait_until.h"
 
 namespace test_support {
@@ -135,12 +136,12 @@ std::vector<std::string> ExplorerFixture::Names(UINT flags) const {
   std::vector<std::string> names;
   if (list == nullptr) return names;
   for (int i = -1; (i = static_cast<int>(SendMessageA(list, LVM_GETNEXTITEM, static_cast<WPARAM>(i), flags))) >= 0;) {
-    std::array<char, 1024> text = {};
-    LVITEMA item = {};
+    std::array<wchar_t, 1024> text = {};
+    LVITEMW item = {};
     item.pszText = text.data();
     item.cchTextMax = static_cast<int>(text.size());
-    SendMessageA(list, LVM_GETITEMTEXTA, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
-    names.emplace_back(item.pszText);
+    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&item));
+    names.push_back(base::DisplayNarrow(item.pszText));
   }
   return names;
 }

@@ -22,6 +22,10 @@ class ListedFiles : public base::FileSystem {
   }
   void Clear() { kinds_.clear(); }
 
+  base::SystemError Spell(const std::wstring& path, std::wstring* exact) override {
+    *exact = path;
+    return base::kNoError;
+  }
   base::SystemError Status(const std::wstring& path, base::FileStatus* status) override {
     const auto found = kinds_.find(path);
     *status = {};

@@ -26,5 +26,14 @@ TEST(NameOfPath, IsWhatStandsBehindTheLastSeparator) {
   EXPECT_STREQ(NameOfPath(""), "");
 }
 
+// As in a Japanese code page, where the second byte of some letters is that of a backslash.
+TEST(NameOfPath, TheSecondByteOfALetterIsNoSeparator) {
+  const auto isLeadByte = [](unsigned char byte) { return byte >= 0x81 && byte <= 0x9F; };
+  EXPECT_STREQ(NameOfPath("c:\\objects\\\x95\x5C.obj", isLeadByte), "\x95\x5C.obj");
+  EXPECT_STREQ(NameOfPath("c:\\\x83\x5C\\\x95\x5C", isLeadByte), "\x95\x5C");
+  EXPECT_STREQ(NameOfPath("c:\\\x83\x5C\\a.obj", isLeadByte), "a.obj");
+  EXPECT_STREQ(NameOfPath("c:\\a\x95", isLeadByte), "a\x95") << "half a letter at the end";
+}
+
 }  // namespace
 }  // namespace file_explorer

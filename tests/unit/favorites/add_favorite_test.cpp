@@ -14,8 +14,8 @@ class AddFavoriteTest : public testing::Test {
     sources.fileViewItemIsVirtual = [this] { return isVirtual; };
   }
 
-  std::string treePath = "C:\\tree";
-  std::string viewPath = "C:\\view";
+  std::optional<std::string> treePath = "C:\\tree";
+  std::optional<std::string> viewPath = "C:\\view";
   int selected = 1;
   bool isVirtual = false;
   AddFavoriteSources sources;
@@ -36,8 +36,25 @@ TEST_F(AddFavoriteTest, TheFolderTreeGoesFirstWhenItIsAskedFor) {
 
 TEST_F(AddFavoriteTest, AnEmptyFolderTreeLeavesItToTheFileView) {
   sources.fromFolderTree = true;
-  treePath.clear();
+  treePath = "";
   EXPECT_EQ(ChooseFavoritePath(sources).path, "C:\\view");
+}
+
+// The user has been told by then: neither another path is taken in its place, nor a second message shown.
+TEST_F(AddFavoriteTest, APathThatCantBeExpressedEndsTheCommand) {
+  viewPath = std::nullopt;
+  EXPECT_EQ(ChooseFavoritePath(sources).path, "");
+  EXPECT_EQ(ChooseFavoritePath(sources).message, nullptr);
+  viewPath = "C:\\view";
+  treePath = std::nullopt;
+  EXPECT_EQ(ChooseFavoritePath(sources).path, "C:\\view");
+  sources.fromFolderTree = true;
+  EXPECT_EQ(ChooseFavoritePath(sources).path, "");
+  EXPECT_EQ(ChooseFavoritePath(sources).message, nullptr);
+  sources.fromFolderTree = false;
+  viewPath = "";
+  EXPECT_EQ(ChooseFavoritePath(sources).path, "");
+  EXPECT_EQ(ChooseFavoritePath(sources).message, nullptr);
 }
 
 TEST_F(AddFavoriteTest, SeveralSelectedItemsAreRefused) {
@@ -54,7 +71,7 @@ TEST_F(AddFavoriteTest, SeveralSelectedItemsAreRefused) {
 }
 
 TEST_F(AddFavoriteTest, AVirtualItemIsRefused) {
-  viewPath.clear();
+  viewPath = "";
   isVirtual = true;
   const AddFavoriteChoice choice = ChooseFavoritePath(sources);
   EXPECT_STREQ(choice.caption, "Warning");
@@ -65,10 +82,10 @@ TEST_F(AddFavoriteTest, AVirtualItemIsRefused) {
 }
 
 TEST_F(AddFavoriteTest, WithoutAFileTheFolderTreeIsTheLastResort) {
-  viewPath.clear();
+  viewPath = "";
   selected = 0;
   EXPECT_EQ(ChooseFavoritePath(sources).path, "C:\\tree");
-  treePath.clear();
+  treePath = "";
   EXPECT_STREQ(ChooseFavoritePath(sources).caption, "Warning");
 }
 

@@ -122,15 +122,88 @@ TEST_F(MeshBuilderTest, PointsWithoutAColourBesideColouredOnesAreGrey) {
   EXPECT_EQ(mesh->colors[0], mesh->colors[1]);
 }
 
-TEST(MeshBuilderLimits, PointsAndTrianglesEnd) {
+TEST_F(MeshBuilderTest, ColoursOfFacesStayWithTheirTriangles) {
+  AddPoints(1, 0);
+  EXPECT_TRUE(builder_.AddPoint(0.5, 0, 0));
+  AddTriangle(0, 1, 2);
+  AddTriangle(0, 1, 3);  // has no area
+  EXPECT_TRUE(builder_.ColorFace(0x00FF00));
+  builder_.BeginFace();
+  for (const std::uint64_t corner : {0, 1, 2, 3}) EXPECT_TRUE(builder_.AddCorner(corner));
+  EXPECT_TRUE(builder_.ColorFace(0x0000FF));
+  AddTriangle(3, 1, 2);
+  const auto mesh = builder_.Finish(UpAxis::kY);
+  ASSERT_TRUE(mesh);
+  ASSERT_EQ(mesh->triangleColors.size(), mesh->triangles.size());
+  EXPECT_EQ(mesh->triangleColors.front(), kNoColor);
+  EXPECT_EQ(mesh->triangleColors[1], 0x0000FFU);
+  EXPECT_EQ(mesh->triangleColors.back(), kNoColor);
+}
+
+TEST_F(MeshBuilderTest, PointsAloneAreACloudWhereThatIsWanted) {
+  AddPoints(2, 0);
+  EXPECT_TRUE(builder_.AddPoint(kNoNumber, 0, 0));
+  EXPECT_TRUE(builder_.AddPoint(1, 1, 1));
+  builder_.ColorLastPoint(0x123456);
+  const auto mesh = builder_.Finish(UpAxis::kY, PointsAlone::kCloud);
+  ASSERT_TRUE(mesh);
+  EXPECT_TRUE(mesh->triangles.empty());
+  ASSERT_EQ(mesh->points.size(), 4U) << "a point that is no number is left out";
+  EXPECT_NEAR(mesh->points[0].x, -1, 1e-6);
+  ASSERT_EQ(mesh->colors.size(), 4U);
+  EXPECT_EQ(mesh->colors[3], 0x123456U);
+}
+
+TEST_F(MeshBuilderTest, AModelWhoseFacesAreAllUnusableIsNoCloud) {
+  AddPoints(1, 0);
+  EXPECT_TRUE(builder_.AddPoint(kNoNumber, 0, 0));
+  AddTriangle(0, 1, 3);
+  EXPECT_FALSE(builder_.Finish(UpAxis::kY, PointsAlone::kCloud));
+}
+
+TEST_F(MeshBuilderTest, FloatsAndDoublesMayBeMixed) {
+  EXPECT_TRUE(builder_.AddPoint(Point{0, 0, 0}) && builder_.AddPoint(2.0, 0.0, 0.0) &&
+              builder_.AddPoint(Point{0, 1, 0}));
+  AddTriangle(0, 1, 2);
+  const auto mesh = builder_.Finish(UpAxis::kY);
+  ASSERT_TRUE(mesh);
+  EXPECT_NEAR(mesh->points[1].x, 1, 1e-6);
+  EXPECT_NEAR(mesh->points[2].y, 0.5, 1e-6);
+}
+
+TEST(MeshBuilderLimits, BytesEnd) {
   WorkBudget budget = Plenty();
-  MeshBuilder builder({4, 2}, budget);
+  MeshBuilder builder({4 * 3 * sizeof(double), 2}, budget);
   for (int i = 0; i < 4; ++i) EXPECT_TRUE(builder.AddPoint(i, i * i, 0));
   EXPECT_FALSE(builder.AddPoint(9, 9, 9));
+  EXPECT_FALSE(builder.AddTriangle(0, 1, 2));
+}
+
+TEST(MeshBuilderLimits, TrianglesEnd) {
+  WorkBudget budget = Plenty();
+  MeshBuilder builder({100'000, 2}, budget);
   builder.BeginFace();
   for (const std::uint64_t corner : {0, 1, 2, 3}) EXPECT_TRUE(builder.AddCorner(corner));
   EXPECT_FALSE(builder.AddCorner(0));
+  EXPECT_FALSE(builder.AddTriangle(0, 1, 2));
+  const Point corners[3] = {};
+  EXPECT_FALSE(builder.AddTriangles(corners, 1));
+}
+
+TEST(MeshBuilderLimits, AnIndexThatNoPointCanHaveIsRefused) {
+  WorkBudget budget = Plenty();
+  MeshBuilder builder(MeshLimits(), budget);
+  builder.BeginFace();
   EXPECT_FALSE(builder.AddCorner(std::uint64_t{1} << 40));
+  EXPECT_FALSE(builder.AddTriangle(0, 1, std::uint64_t{1} << 40));
+}
+
+TEST(MeshBuilderLimits, TwoMillionLooseTrianglesFit) {
+  WorkBudget budget = Plenty();
+  MeshBuilder builder(MeshLimits(), budget);
+  const Point corners[3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+  for (int i = 0; i < 2'000'000; ++i) ASSERT_TRUE(builder.AddTriangles(corners, 1)) << i;
+  EXPECT_FALSE(builder.AddTriangles(corners, 1));
 }
 
 TEST(MeshBuilderLimits, TheBudgetEndsTheWork) {

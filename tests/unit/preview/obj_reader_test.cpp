@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 
 #include "tests/unit/preview/model_files.h"
@@ -69,7 +70,34 @@ TEST(ObjReader, AFaceOfManyCornersStaysWithinTheLimits) {
   std::string text = std::string(kThreePoints) + "f";
   for (int i = 0; i < 1000; ++i) text += " 1 2 3";
   EXPECT_TRUE(Read(text));
-  EXPECT_FALSE(ReadWith(ReadObj, text, {100, 100}));
+  EXPECT_FALSE(ReadWith(ReadObj, text, {1'000'000, 100}));
+}
+
+TEST(ObjReader, OnlyTheFacesAtPointsThatAreNoNumbersAreLeftOut) {
+  for (const char* const word : {"1.#IND", "-1.#IND00", "1.#QNAN", "1.#INF", "nan", "-inf"}) {
+    const auto mesh = Read(std::string(kThreePoints) + "v " + word + " 0 0\nf 1 2 3\nf 1 2 4\n");
+    ASSERT_TRUE(mesh) << word;
+    EXPECT_EQ(mesh->triangles.size(), 1U) << word;
+  }
+}
+
+TEST(ObjReader, AConcaveFaceIsNotFilledOver) {
+  const auto mesh = Read("v -1 -1 0\nv 0 -0.5 0\nv 1 -1 0\nv 0 1 0\nf 1 2 3 4\n");
+  ASSERT_TRUE(mesh);
+  EXPECT_EQ(mesh->triangles.size(), 2U);
+  for (const Triangle& triangle : mesh->triangles) {
+    // Both halves lie between the notch and the tip.
+    EXPECT_NE(std::find(triangle.begin(), triangle.end(), 1U), triangle.end());
+    EXPECT_NE(std::find(triangle.begin(), triangle.end(), 3U), triangle.end());
+  }
+}
+
+TEST(ObjReader, PointsWithoutFacesAreACloud) {
+  const auto mesh = Read("v 0 0 0 1 0 0\nv 1 0 0 1 0 0\nv 0 1 0 1 0 0\nv 1 1 1 0 0 1\nvn 0 0 1\n");
+  ASSERT_TRUE(mesh);
+  EXPECT_TRUE(mesh->triangles.empty());
+  EXPECT_EQ(mesh->points.size(), 4U);
+  EXPECT_EQ(mesh->colors[3], 0x0000FFU);
 }
 
 }  // namespace

@@ -111,5 +111,96 @@ TEST(PlyHeaderTest, TooManyElementsOrPropertiesAreRefused) {
   EXPECT_FALSE(ReadPlyHeader(properties + "end_header\n"));
 }
 
+constexpr char kSquare[] = "element vertex 4\nproperty float x\nproperty float y\nproperty float z\n";
+constexpr char kSquarePoints[] = "0 0 0\n1 0 0\n1 1 0\n0 1 0\n";
+
+TEST(PlyReader, RowsMayHaveMoreValuesThanTheHeaderSays) {
+  const auto mesh =
+      Read(std::string("ply\nformat ascii 1.0\n") + kSquare +
+           "element face 2\nproperty list uchar int vertex_indices\nend_header\n"
+           "0 0 0 255 0 0\n1 0 0 9\n\n1 1 0 0.5 0.5\n0 1 0 1 2 3 4\n3 0 1 2 255 0 0\n3 0 2 3 7\n");
+  ASSERT_TRUE(mesh);
+  EXPECT_EQ(mesh->points.size(), 4U);
+  EXPECT_EQ(mesh->triangles, (std::vector<Triangle>{{0, 1, 2}, {0, 2, 3}}));
+}
+
+TEST(PlyReader, RowsMayBeBrokenAnywhere) {
+  const auto mesh = Read(std::string("ply\nformat ascii 1.0\n") + kSquare +
+                         "element face 1\nproperty list uchar int vertex_indices\nend_header\n"
+                         "0 0 0 1 0 0\n1 1\n0 0 1 0 4 0\n1 2 3");
+  ASSERT_TRUE(mesh);
+  EXPECT_EQ(mesh->triangles.size(), 2U);
+}
+
+TEST(PlyReader, StripsOfTrianglesAreReadWithTheirRestarts) {
+  const auto mesh = Read(std::string("ply\nformat ascii 1.0\n") + kSquare +
+                         "element tristrips 1\nproperty list int int vertex_indices\nend_header\n" +
+                         kSquarePoints + "8 0 1 3 2 -1 1 2 3\n");
+  ASSERT_TRUE(mesh);
+  EXPECT_EQ(mesh->triangles, (std::vector<Triangle>{{0, 1, 3}, {3, 1, 2}, {1, 2, 3}}));
+}
+
+TEST(PlyReader, BinaryStripsAreReadToo) {
+  std::string file = std::string("ply\nformat binary_little_endian 1.0\n") + kSquare +
+                     "element tristrips 1\nproperty list int int vertex_indices\nend_header\n";
+  const float points[12] = {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0};
+  file.append(reinterpret_cast<const char*>(points), sizeof points);
+  for (const std::int32_t value : {6, 0, 1, 3, -1, 2, 3}) file += Bytes(static_cast<std::uint32_t>(value));
+  const auto mesh = Read(file);
+  ASSERT_TRUE(mesh);
+  EXPECT_EQ(mesh->triangles, (std::vector<Triangle>{{0, 1, 3}}));
+  EXPECT_EQ(FirstCutThatIsTaken(ReadPly, file), file.size());
+}
+
+TEST(PlyReader, DiffuseColoursAreColoursOfPoints) {
+  const auto mesh =
+      Read(std::string("ply\nformat ascii 1.0\n") + kSquare +
+           "property uchar diffuse_red\nproperty uchar diffuse_green\nproperty uchar diffuse_blue\n"
+           "element face 1\nproperty list uchar int vertex_indices\nend_header\n"
+           "0 0 0 1 2 3\n1 0 0 4 5 6\n1 1 0 7 8 9\n0 1 0 10 11 12\n4 0 1 2 3\n");
+  ASSERT_TRUE(mesh);
+  ASSERT_EQ(mesh->colors.size(), 4U);
+  EXPECT_EQ(mesh->colors[1], 0x040506U);
+}
+
+TEST(PlyReader, FacesMayHaveColours) {
+  const auto mesh = Read(std::string("ply\nformat ascii 1.0\n") + kSquare +
+                         "element face 2\nproperty list uchar int vertex_indices\nproperty uchar red\n"
+                         "property uchar green\nproperty uchar blue\nend_header\n" +
+                         kSquarePoints + "4 0 1 2 3 255 0 0\n3 0 1 2 0 0 255\n");
+  ASSERT_TRUE(mesh);
+  EXPECT_TRUE(mesh->colors.empty());
+  EXPECT_EQ(mesh->triangleColors, (std::vector<std::uint32_t>{0xFF0000, 0xFF0000, 0x0000FF}));
+}
+
+TEST(PlyReader, PackedRowsOfPointsMayHaveOtherValuesAndColours) {
+  std::string file =
+      "ply\nformat binary_little_endian 1.0\nelement vertex 3\nproperty short a\nproperty float x\nproperty "
+      "float "
+      "y\nproperty float z\nproperty uchar red\nproperty uchar green\nproperty uchar blue\nproperty uchar "
+      "alpha\nelement face 1\nproperty list uchar int vertex_indices\nend_header\n";
+  const float points[3][3] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}};
+  for (const auto& point : points) {
+    file += "ab";
+    file.append(reinterpret_cast<const char*>(point), sizeof point);
+    file += std::string("\x01\x02\x03\x04", 4);
+  }
+  file += '\3' + Bytes(std::uint32_t{0}) + Bytes(std::uint32_t{1}) + Bytes(std::uint32_t{2});
+  const auto mesh = Read(file);
+  ASSERT_TRUE(mesh);
+  EXPECT_NEAR(mesh->points[1].x, 1, 1e-6);
+  EXPECT_EQ(mesh->colors, (std::vector<std::uint32_t>(3, 0x010203)));
+}
+
+TEST(PlyReader, PointsWithoutFacesAreACloud) {
+  for (const char* const faces : {"", "element face 0\nproperty list uchar int vertex_indices\n"}) {
+    const auto mesh =
+        Read(std::string("ply\nformat ascii 1.0\n") + kSquare + faces + "end_header\n" + kSquarePoints);
+    ASSERT_TRUE(mesh);
+    EXPECT_TRUE(mesh->triangles.empty());
+    EXPECT_EQ(mesh->points.size(), 4U);
+  }
+}
+
 }  // namespace
 }  // namespace file_explorer::preview

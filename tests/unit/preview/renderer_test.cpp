@@ -236,5 +236,50 @@ TEST(Renderer, ManyTrianglesAtOnePointAreNotLookedAtInPairs) {
   EXPECT_EQ(CornerNormals(*mesh, budget).size(), std::size_t{kSpokes} * 3);
 }
 
+TEST(Renderer, ColoursOfFacesAreSeen) {
+  auto mesh = ReadWith(ReadObj, Obj(Cube()));
+  ASSERT_TRUE(mesh);
+  mesh->colors.assign(mesh->points.size(), 0x0000FF);
+  mesh->triangleColors.assign(mesh->triangles.size(), 0xFF0000);
+  WorkBudget budget = Plenty();
+  const auto picture = RenderMesh(*mesh, 64, budget);
+  ASSERT_TRUE(picture);
+  const std::uint32_t pixel = picture->At(25, 38);
+  EXPECT_GT((pixel >> 16) & 0xFF, 100U);
+  EXPECT_LT(pixel & 0xFF, 60U);
+}
+
+TEST(Renderer, PointsWithoutFacesAreDrawnAsDiscs) {
+  Mesh cloud;
+  const Model sphere = Sphere();
+  for (const auto& point : sphere.points) cloud.points.push_back({point[0], point[1], point[2]});
+  cloud.colors.assign(cloud.points.size(), 0x00FF00);
+  WorkBudget budget = Plenty();
+  const auto picture = RenderMesh(cloud, 128, budget);
+  ASSERT_TRUE(picture);
+  int covered = 0;
+  for (int y = 0; y < 128; ++y) {
+    for (int x = 0; x < 128; ++x) covered += Alpha(*picture, x, y) > 128;
+  }
+  EXPECT_GT(covered, 128 * 128 / 10);
+  const Box box = CoveredBox(*picture);
+  EXPECT_LE(std::abs((box.left + box.right) - 127), 6);
+  EXPECT_GE(box.right - box.left, 128 * 80 / 100);
+  EXPECT_EQ(picture->At(0, 0), 0U);
+  for (const std::uint32_t pixel : picture->pixels)
+    EXPECT_LE((pixel >> 16) & 0xFF, (pixel >> 8) & 0xFF) << "green";
+}
+
+TEST(Renderer, AFewPointsAreDrawnToo) {
+  Mesh cloud;
+  cloud.points = {{-1, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, -1, 0}};
+  WorkBudget budget = Plenty();
+  const auto picture = RenderMesh(cloud, 32, budget);
+  ASSERT_TRUE(picture);
+  EXPECT_LT(CoveredBox(*picture).left, CoveredBox(*picture).right);
+  cloud.points.clear();
+  EXPECT_FALSE(RenderMesh(cloud, 32, budget));
+}
+
 }  // namespace
 }  // namespace file_explorer::preview

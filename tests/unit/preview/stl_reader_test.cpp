@@ -82,5 +82,29 @@ TEST(StlReader, FlatThingsLieAndOthersStandWithZUp) {
   EXPECT_NEAR(Extent(*standing, &Point::y), 2, 1e-5);
 }
 
+TEST(StlReader, ReadsMoreThanHalfAMillionTriangles) {
+  constexpr std::uint32_t kCount = 700'000;
+  std::string file(80, ' ');
+  file += Bytes(kCount);
+  const float corners[9] = {0, 0, 0, 1, 0, 0, 0, 1, 0};
+  std::string record(12, '\0');
+  record.append(reinterpret_cast<const char*>(corners), sizeof corners);
+  record.append(2, '\0');
+  for (std::uint32_t i = 0; i < kCount; ++i) file += record;
+  const auto mesh = Read(file);
+  ASSERT_TRUE(mesh);
+  EXPECT_EQ(mesh->triangles.size(), kCount);
+}
+
+TEST(StlReader, TextsMayHoldNoNumbersAndBreakTheirLinesAnywhere) {
+  const auto mesh = Read(
+      "solid a\nfacet normal 0 0 1 outer loop vertex 0 0 0 vertex\n1 0\n0 vertex 0 1 0 endloop endfacet\n"
+      "facet normal 1.#IND 1.#IND 1.#IND\nouter loop\nvertex 1.#IND 0 0\nvertex 1 0 0\nvertex 0 1 "
+      "0\nendloop\n"
+      "endfacet\nendsolid a");
+  ASSERT_TRUE(mesh);
+  EXPECT_EQ(mesh->triangles.size(), 1U);
+}
+
 }  // namespace
 }  // namespace file_explorer::preview

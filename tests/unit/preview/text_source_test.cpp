@@ -75,5 +75,52 @@ TEST(TextSource, ReadsWholeNumbersUpToFifteenDigits) {
     EXPECT_FALSE(ReadWhole(word, &value)) << word;
 }
 
+TEST(TextSource, ReadsNumbersOutOfALine) {
+  TextSource text("1.5 -2e3\tnan x\n7");
+  double value = 0;
+  EXPECT_TRUE(text.Number(&value));
+  EXPECT_EQ(value, 1.5);
+  EXPECT_TRUE(text.Number(&value));
+  EXPECT_EQ(value, -2000);
+  EXPECT_TRUE(text.Number(&value));
+  EXPECT_TRUE(std::isnan(value));
+  EXPECT_FALSE(text.Number(&value)) << "a word that is none";
+  EXPECT_TRUE(text.AtLineEnd());
+  EXPECT_FALSE(text.Number(&value)) << "the line's end";
+  EXPECT_TRUE(text.NextLineWithWords());
+  EXPECT_TRUE(text.Number(&value));
+  EXPECT_EQ(value, 7);
+  EXPECT_FALSE(text.NextLineWithWords());
+}
+
+TEST(TextSource, ReadsNumbersThatGoOnInTheNextLine) {
+  TextSource text("1.5\\\n 2 3\\\n", true);
+  double value = 0;
+  for (const double expected : {1.5, 2.0, 3.0}) {
+    EXPECT_TRUE(text.Number(&value));
+    EXPECT_EQ(value, expected);
+  }
+}
+
+TEST(TextSource, ReadsWholeNumbersUpToASlash) {
+  TextSource text("12/3/4 -5//6 +7 8/ x 9.5 1x 1000000000000000");
+  long long value = 0;
+  for (const long long expected : {12, -5, 7, 8}) {
+    EXPECT_TRUE(text.Whole(&value));
+    EXPECT_EQ(value, expected);
+  }
+  for (int i = 0; i < 5; ++i) EXPECT_FALSE(text.Whole(&value)) << i;
+  EXPECT_TRUE(text.AtEnd());
+}
+
+TEST(TextSource, ReadsWhatIsNoNumberInTheOldNotation) {
+  for (const char* const word : {"1.#IND", "-1.#IND", "-1.#IND00", "1.#QNAN", "1.#SNAN0"})
+    EXPECT_TRUE(std::isnan(Number(word))) << word;
+  EXPECT_TRUE(std::isinf(Number("1.#INF")));
+  EXPECT_LT(Number("-1.#INF000"), -1e300);
+  for (const char* const word : {"1.#", "1.#x", ".#IND", "#IND", "x.#IND", "1.#INFx"})
+    EXPECT_EQ(Number(word), -12345) << word;
+}
+
 }  // namespace
 }  // namespace file_explorer::preview

@@ -3,6 +3,7 @@
 #include <commdlg.h>
 
 #include "workbench/app/dialogs/color_values.h"
+#include "base/text/code_page.h"
 #include "workbench/app/dialogs/profile_text.h"
 #include "workbench/app/documents/view_window.h"
 
@@ -41,7 +42,7 @@ bool Change(float* value, BYTE byte) {
 
 bool PickColor(HWND dialog, const char* title, float* r, float* g, float* b) {
   if (r == nullptr || g == nullptr || b == nullptr) return false;
-  const std::wstring text = title == nullptr ? std::wstring() : WideFromSystem(title);
+  const std::wstring text = title == nullptr ? std::wstring() : base::WideFromNarrow(title);
   CHOOSECOLORW choice = {};
   choice.lStructSize = sizeof choice;
   choice.hwndOwner = dialog;

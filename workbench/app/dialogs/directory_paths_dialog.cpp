@@ -6,6 +6,7 @@
 
 #include "src/host/vc64_tx.h"
 #include "workbench/app/dialogs/dialog_window.h"
+#include "base/text/code_page.h"
 #include "workbench/app/dialogs/profile_text.h"
 #include "workbench/app/documents/file_facts.h"
 
@@ -34,7 +35,7 @@ constexpr wchar_t kTitle[] = L"Directory Paths";
 
 std::wstring WorkingDirectory() {
   const char* value = Tx_Inquire_Environment("TS_WORKING_DIR");
-  return value == nullptr ? std::wstring() : WideFromSystem(value);
+  return value == nullptr ? std::wstring() : base::WideFromNarrow(value);
 }
 
 bool IsAbsolute(const std::wstring& path) {

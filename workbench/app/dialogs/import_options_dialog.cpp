@@ -5,6 +5,7 @@
 
 #include "src/host/vc64_tx.h"
 #include "workbench/app/dialogs/dialog_window.h"
+#include "base/text/code_page.h"
 #include "workbench/app/dialogs/profile_text.h"
 
 namespace workbench {
@@ -57,8 +58,8 @@ HandlerFacts InquireHandler(const std::string& guid) {
                                      Tx_Inquire_Token("filetypes"), &fileTypes, Tx_Inquire_Token("enabled"),
                                      &enabled, Tx_Inquire_Token("type"), &bits, 0) != 0;
   if (!facts.known) return facts;
-  facts.name = name != nullptr ? WideFromSystem(name) : L"";
-  facts.fileTypes = fileTypes != nullptr ? WideFromSystem(fileTypes) : L"";
+  facts.name = name != nullptr ? base::WideFromNarrow(name) : L"";
+  facts.fileTypes = fileTypes != nullptr ? base::WideFromNarrow(fileTypes) : L"";
   facts.type = TypeText(bits);
   facts.enabled = enabled == Tx_Inquire_Token("on");
   return facts;
@@ -101,7 +102,7 @@ class ImportOptionsDialog : private ModalDialog {
                                                            : facts_.name);
     SetControlText(kHandlerFileTypesEdit, facts_.fileTypes);
     SetControlText(kHandlerTypeEdit, facts_.type);
-    SetControlText(kHandlerGuidEdit, WideFromSystem(guid_));
+    SetControlText(kHandlerGuidEdit, base::WideFromNarrow(guid_));
     CheckDlgButton(window(), kHandlerEnabledBox, facts_.enabled ? BST_CHECKED : BST_UNCHECKED);
     EnableWindow(Control(kHandlerEnabledBox), facts_.known);
     SetFocus(Control(facts_.known ? kHandlerEnabledBox : IDOK));

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "base/text/code_page.h"
+
 namespace workbench {
 namespace {
 
@@ -11,24 +13,8 @@ constexpr DWORD kValueSize = 2048;  // what the readers of the profile take
 
 }  // namespace
 
-std::wstring WideFromSystem(const std::string& text) {
-  const int length = static_cast<int>(text.size());
-  const int size = MultiByteToWideChar(CP_ACP, 0, text.data(), length, nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(size), L'\0');
-  MultiByteToWideChar(CP_ACP, 0, text.data(), length, wide.data(), size);
-  return wide;
-}
-
-std::string SystemFromWide(const std::wstring& text) {
-  const int length = static_cast<int>(text.size());
-  const int size = WideCharToMultiByte(CP_ACP, 0, text.data(), length, nullptr, 0, nullptr, nullptr);
-  std::string narrow(static_cast<std::size_t>(size), '\0');
-  WideCharToMultiByte(CP_ACP, 0, text.data(), length, narrow.data(), size, nullptr, nullptr);
-  return narrow;
-}
-
 ProfileSection::ProfileSection(const std::string& path, std::wstring section)
-    : path_(WideFromSystem(path)), section_(std::move(section)) {}
+    : path_(base::WideFromNarrow(path)), section_(std::move(section)) {}
 
 std::wstring ProfileSection::Text(const wchar_t* key, const wchar_t* fallback) const {
   wchar_t value[kValueSize] = L"";

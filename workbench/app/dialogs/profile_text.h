@@ -1,13 +1,9 @@
-// Values of the profile file, and 8-bit texts of the host contract.
+// Values of the profile file.
 #pragma once
 
 #include <string>
 
 namespace workbench {
-
-// Between the process's 8-bit code page and UTF-16.
-std::wstring WideFromSystem(const std::string& text);
-std::string SystemFromWide(const std::wstring& text);
 
 // One section of a profile file.
 class ProfileSection {

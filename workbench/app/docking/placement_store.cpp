@@ -30,11 +30,11 @@ void PlacementStore::SaveText(const wchar_t* key, const std::wstring& text) cons
 
 std::optional<Placement> PlacementStore::Load(const std::string& guid) const {
   if (!IsUsableKey(guid)) return std::nullopt;
-  return ReadPlacement(Narrow(LoadText(Widen(guid).c_str())));
+  return ReadPlacement(base::DisplayNarrow(LoadText(base::WideFromNarrow(guid).c_str())));
 }
 
 void PlacementStore::Save(const std::string& guid, const Placement& placement) const {
-  if (IsUsableKey(guid)) SaveText(Widen(guid).c_str(), Widen(WritePlacement(placement)));
+  if (IsUsableKey(guid)) SaveText(base::WideFromNarrow(guid).c_str(), base::WideFromNarrow(WritePlacement(placement)));
 }
 
 void PlacementStore::Clear() const {

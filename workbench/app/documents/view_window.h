@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "base/text/utf8.h"
 #include "workbench/app/ui/gdi_owners.h"
 
 namespace workbench {
@@ -45,8 +46,8 @@ class ViewWindow {
 };
 
 // Texts of the logic, which are ASCII or UTF-8, for Windows.
-std::wstring Wide(const std::string& utf8);
-std::string Utf8(const std::wstring& text);
+inline std::wstring Wide(const std::string& utf8) { return base::WideFromUtf8(utf8); }
+inline std::string Utf8(const std::wstring& text) { return base::Utf8FromWide(text); }
 // Puts a text on the clipboard; false when it is taken.
 bool CopyTextToClipboard(HWND owner, const std::wstring& text);
 

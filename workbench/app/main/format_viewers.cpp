@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/text/narrow_path.h"
 #include "src/host/vc64_tx.h"
 #include "workbench/app/ui/text_conversion.h"
 
@@ -54,7 +55,9 @@ void RemoveHandlersOf(HMODULE module) {
 }
 
 bool OpenWithViewer(const std::wstring& path) {
-  const std::string narrow = Narrow(path);
+  const auto narrowPath = base::NarrowPath(path);
+  if (!narrowPath) return false;  // no viewer could open it; the caller shows what it can
+  const std::string& narrow = *narrowPath;
   for (const std::string& guid : HandlerGuids("viewer")) {
     const char* types = nullptr;
     TxToken enabled = 0;

@@ -1,5 +1,6 @@
 #include "workbench/app/main/host_libraries.h"
 
+#include "base/text/narrow_path.h"
 #include "src/host/vc64_imp.h"
 #include "src/host/vc64_tx.h"
 #include "workbench/app/ui/gdi_owners.h"
@@ -18,16 +19,19 @@ std::wstring ApplicationDirectory(HWND mainWindow) {
 }
 
 bool SetWorkingDirectoryVariable(const std::wstring& folder) {
-  return Tx_Set_Environment("TS_WORKING_DIR", Narrow(folder).c_str()) != 0;
+  const auto narrow = base::NarrowPath(folder);
+  return narrow && Tx_Set_Environment("TS_WORKING_DIR", narrow->c_str()) != 0;
 }
 
 std::wstring FileVersion(const std::wstring& path) {
-  const UniqueHostText version(Import_IO_GetVersionStringfromExeOrDLL(Narrow(path).c_str()));
+  const auto narrow = base::NarrowPath(path);
+  const UniqueHostText version(narrow ? Import_IO_GetVersionStringfromExeOrDLL(narrow->c_str()) : nullptr);
   return WidenOrEmpty(version.get());
 }
 
 bool ShowHelpTopic(const std::wstring& helpLocation, const char* helpFile, const char* topic) {
-  return Import_IO_DisplayHelpTopic(Narrow(helpLocation).c_str(), helpFile, topic) != 0;
+  const auto narrow = base::NarrowPath(helpLocation);
+  return narrow && Import_IO_DisplayHelpTopic(narrow->c_str(), helpFile, topic) != 0;
 }
 
 }  // namespace workbench

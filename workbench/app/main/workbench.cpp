@@ -9,7 +9,7 @@
 
 #include "base/files/emptied_file.h"
 #include "base/files/system_recovery_calls.h"
-#include "base/text/code_page.h"
+#include "base/text/narrow_path.h"
 #include "workbench/app/main/format_viewers.h"
 #include "workbench/app/main/host_libraries.h"
 #include "workbench/app/ui/text_conversion.h"
@@ -52,7 +52,7 @@ std::optional<MainPlace> ParseMainPlace(const std::wstring& text) {
 // Each value that is set rewrites the whole profile in place: ended at that moment, the program leaves none.
 void RestoreEmptiedProfile(const std::wstring& path) {
   base::SystemRecoveryCalls calls;
-  if (const auto narrow = base::ExactNarrow(path)) base::RestoreEmptiedFile(*narrow, calls);
+  if (const auto narrow = base::NarrowPath(path)) base::RestoreEmptiedFile(*narrow, calls);
 }
 
 }  // namespace
@@ -66,7 +66,7 @@ Workbench::Workbench(WorkbenchOptions options) : options_(std::move(options)) {
   options_.profilePath = FullPathOf(options_.profilePath);
   if (!options_.folder.empty()) options_.folder = FullPathOf(options_.folder);
   if (options_.helpLocation.empty()) options_.helpLocation = ProgramFolder() + L"\\help";
-  profilePath_ = Narrow(options_.profilePath);
+  profilePath_ = base::NarrowPath(options_.profilePath).value_or(std::string());
   RestoreEmptiedProfile(options_.profilePath);
   services_.SetRecording(options_.recordCalls);
   PrepareFolder();

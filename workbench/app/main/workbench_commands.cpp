@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "base/text/display_name.h"
+#include "base/text/narrow_path.h"
 #include "src/host/plugin_protocol.h"
 #include "workbench/app/main/host_libraries.h"
 #include "workbench/app/main/workbench.h"
@@ -129,7 +131,12 @@ void Workbench::AskForFile() {
   // The process's current directory stays what it is.
   request.Flags = OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_NOCHANGEDIR | OFN_HIDEREADONLY;
   if (!GetOpenFileNameW(&request)) return;
-  if (OpenDocument(path)) plugin_->Say("addpathtohistorylist", Narrow(path).c_str());
+  if (!OpenDocument(path)) return;
+  if (const auto narrow = base::NarrowPath(path)) {
+    plugin_->Say("addpathtohistorylist", narrow->c_str());
+  } else {
+    main_->SetMessage(L"The plug-in can't be told the name of " + base::HarmlessText(path));
+  }
 }
 
 void Workbench::ShowHelp(const char* topic) {
@@ -148,7 +155,7 @@ void Workbench::ShowPluginAbout() {
 
 void Workbench::ShowAbout() {
   AboutInformation information;
-  information.workbenchVersion = Widen(WORKBENCH_VERSION);
+  information.workbenchVersion = base::WideFromNarrow(WORKBENCH_VERSION);
   information.modulePath = plugin_->path();
   information.moduleVersion = plugin_->isRunning() ? FileVersion(plugin_->path()) : std::wstring();
   if (options_.documents.showAbout) options_.documents.showAbout(window(), information);

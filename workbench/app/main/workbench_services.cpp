@@ -173,7 +173,7 @@ std::int32_t Workbench::CallPlugin(const char* guid, const char* const* keywords
     return 1;
   }
   const bool isFileSelection = name == host::kFileSelectionPluginGuid;
-  const std::wstring what = isFileSelection ? L"The file selection panel" : L"The plug-in " + Widen(name);
+  const std::wstring what = isFileSelection ? L"The file selection panel" : L"The plug-in " + base::WideFromNarrow(name);
   main_->SetMessage(what + L" is not installed");
   return 0;
 }

@@ -1,5 +1,6 @@
 #include "workbench/app/plugin/plugin_host.h"
 
+#include "base/text/narrow_path.h"
 #include "workbench/app/main/format_viewers.h"
 #include "workbench/app/ui/text_conversion.h"
 
@@ -35,7 +36,7 @@ PluginState PluginHost::Load(const std::wstring& path, const std::wstring& helpL
     FreeLibraryAndHandlers();
     return state_;
   }
-  std::string help = Narrow(helpLocation);
+  std::string help = base::NarrowPath(helpLocation).value_or(std::string());
   if (help.size() > kLongestHelpLocation) help.clear();
   void* value = help.data();
   if (Converse("initialize", value) == host::kStatusHostTooOld) {
@@ -88,7 +89,7 @@ std::wstring PluginHost::Problem() const {
     case PluginState::NoApartment:
       return L"The plug-in needs a COM single-threaded apartment, which this thread can't be:\n" + path_;
     case PluginState::NoEntryPoint:
-      return L"This file is no plug-in (it has no entry point named " + Widen(host::kEntryPointName) +
+      return L"This file is no plug-in (it has no entry point named " + base::WideFromNarrow(host::kEntryPointName) +
              L"):\n" + path_;
     case PluginState::Refused:
       return L"The plug-in requires a newer version of this program and was not started:\n" + path_;

@@ -61,11 +61,11 @@ constexpr LetterTables kTables;
 }  // namespace
 
 char32_t ToLowerLetter(char32_t letter) {
-  return letter < kLetters ? kTables.lower[letter] : letter;
+  return letter < kLetters ? char32_t{kTables.lower[letter]} : letter;
 }
 
 char32_t ToUpperLetter(char32_t letter) {
-  return letter < kLetters ? kTables.upper[letter] : letter;
+  return letter < kLetters ? char32_t{kTables.upper[letter]} : letter;
 }
 
 }  // namespace workbench

@@ -1,20 +1,13 @@
-// Between the 8-bit text of the host contract (the process's ANSI code page, UTF-8 in workbench.exe) and wide
-// text.
+// Pointers to 8-bit text from outside (in the process's ANSI code page, UTF-8 in workbench.exe); null counts as empty.
 #pragma once
 
 #include <string>
-#include <string_view>
+
+#include "base/text/code_page.h"
 
 namespace workbench {
 
-std::wstring Widen(std::string_view text);
-std::string Narrow(std::wstring_view text);
-// A pointer from outside; null counts as empty.
-inline std::wstring WidenOrEmpty(const char* text) {
-  return text == nullptr ? std::wstring() : Widen(text);
-}
-inline std::string TextOrEmpty(const char* text) {
-  return text == nullptr ? std::string() : std::string(text);
-}
+inline std::string TextOrEmpty(const char* text) { return text == nullptr ? std::string() : std::string(text); }
+inline std::wstring WidenOrEmpty(const char* text) { return base::WideFromNarrow(TextOrEmpty(text)); }
 
 }  // namespace workbench
