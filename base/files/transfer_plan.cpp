@@ -55,7 +55,7 @@ class Planner {
         break;
       }
     }
-    // A source that lies in the destination is copied before another one may replace it.
+    // Sources that lie in the destination come first, so that no other one takes their places.
     std::stable_partition(plan_.sources.begin(), plan_.sources.end(),
                           [](const PlannedSource& source) { return source.inDestination; });
     return std::move(plan_);
@@ -92,6 +92,10 @@ class Planner {
     if (request_.kind == TransferKind::kDelete) return std::nullopt;
     if (source.node.status.kind == FileKind::kFolder &&
         std::find(chain_.begin(), chain_.end(), source.node.status.identity) != chain_.end()) {
+      return TransferFailure{source.path, FailureReason::kIntoItself, kNoError};
+    }
+    // The way to the destination must not go with what moves.
+    if (request_.kind == TransferKind::kMove && IsWithin(plan_.folderPath, source.path)) {
       return TransferFailure{source.path, FailureReason::kIntoItself, kNoError};
     }
     FileStatus parent;

@@ -63,9 +63,9 @@ class Check {
       } else if (!whole) {
         Say("replaced by something that is not whole: " + path + " = " + Short(now->second));
       }
+      if (operation_.sources.contains(path) && !operation_.vanished.contains(path))
+        Say("a source was replaced: " + path);
       arrived_.insert(now->second);
-      if (operation_.kind == base::TransferKind::kMove && IsBelow(path, operation_.sources))
-        gone_.insert(contents);
       return;
     }
     if (operation_.kind == base::TransferKind::kCopy || !IsBelow(path, operation_.sources)) {

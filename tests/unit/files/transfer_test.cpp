@@ -422,6 +422,23 @@ TEST_F(TransferTest, APathInAnotherLetterCaseIsFoundWhereOnlyOneFileCanBeMeant) 
   EXPECT_THAT(Copy({"folder/FILE.TXT"}, "TO").failures, SizeIs(1));
 }
 
+TEST_F(TransferTest, ASourceThatLiesAtTheDestinationIsNotReplacedByAnotherSource) {
+  folder_.Write("to/a", "in place");
+  folder_.Write("from/a", "coming");
+  for (const TransferKind kind : {TransferKind::kCopy, TransferKind::kMove}) {
+    Run(kind, {"from/a", "to/a"}, "to");
+    EXPECT_EQ(folder_.Read("to/a"), "in place");
+  }
+  EXPECT_THAT(answers_.conflicts, IsEmpty());
+}
+
+TEST_F(TransferTest, TheLinkThatLeadsToTheDestinationDoesNotMoveThere) {
+  folder_.Folder("real");
+  folder_.Link("way", "real");
+  EXPECT_THAT(Reasons(Move({"way"}, "way")), ElementsAre(FailureReason::kIntoItself));
+  EXPECT_EQ(folder_.Contents().at("way"), "link:real");
+}
+
 TEST_F(TransferTest, DrivesAreNeverMovedOrDeleted) {
   answers_.cancelAt = 0;  // should it begin all the same
   for (const TransferKind kind : {TransferKind::kDelete, TransferKind::kMove}) {
