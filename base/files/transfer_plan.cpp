@@ -82,12 +82,8 @@ class Planner {
     if (IsRootPath(source.path) && request_.kind != TransferKind::kCopy) {
       return TransferFailure{source.path, FailureReason::kSystem, kAccessDenied};
     }
-    std::wstring exact;
-    SystemError error = files_.Spell(source.path, &exact);
-    if (error == kNoError) {
-      source.path = exact;
-      error = files_.Status(source.path, &source.node.status);
-    }
+    SystemError error = SpellFolderOf(&source.path);
+    if (error == kNoError) error = files_.Status(source.path, &source.node.status);
     if (error != kNoError) return TransferFailure{source.path, FailureReason::kSystem, error};
     if (request_.kind == TransferKind::kDelete) return std::nullopt;
     if (source.node.status.kind == FileKind::kFolder &&
@@ -109,6 +105,16 @@ class Planner {
     source.inDestination = parent.identity == plan_.folder;
     source.acrossFileSystems = parent.identity.volume != plan_.folder.volume;
     return std::nullopt;
+  }
+
+  // The folder may have been typed in any letter case. The name itself was chosen from a list: should it have
+  // vanished, another one that differs in letter case only is not meant.
+  SystemError SpellFolderOf(std::wstring* path) {
+    if (IsRootPath(*path)) return kNoError;
+    std::wstring folder;
+    const SystemError error = files_.Spell(ParentOfPath(*path), &folder);
+    if (error == kNoError) *path = PathInFolder(folder, NameOfPath(*path));
+    return error;
   }
 
   // A folder that only gets another name needs no look at what lies in it.
