@@ -47,6 +47,11 @@ void DestinationFolder::Add(const std::wstring& name, const FileStatus& status) 
   entries_.emplace(FoldedName(name), Entry{name, status, true});
 }
 
+void DestinationFolder::Claim(const std::wstring& name) {
+  const auto [begin, end] = entries_.equal_range(FoldedName(name));
+  for (auto at = begin; at != end; ++at) at->second.made = at->second.made || at->second.name == name;
+}
+
 void DestinationFolder::Refresh(const std::wstring& name, FileSystem& files) {
   Remove(name);
   FileStatus status;

@@ -15,7 +15,7 @@ class DestinationFolder {
   struct Entry {
     std::wstring name;
     FileStatus status;
-    bool made = false;  // came by this operation
+    bool made = false;  // came by this operation, or is one of its sources
   };
 
   DestinationFolder(std::wstring path, const FileIdentity& identity);
@@ -32,6 +32,8 @@ class DestinationFolder {
   std::wstring FreeName(std::wstring_view name) const;
   // Something of that name came.
   void Add(const std::wstring& name, const FileStatus& status);
+  // What has that name is named by the operation itself: another source must not take its place.
+  void Claim(const std::wstring& name);
   // What stands there now is another thing than the listing said.
   void Refresh(const std::wstring& name, FileSystem& files);
   void Remove(const std::wstring& name);

@@ -85,7 +85,11 @@ class FileSystem {
   // The path as it is really written: whoever typed or stored one may have used other letter case, and files
   // below Wine may differ in nothing but that. All other calls take the spelling that this one and List give;
   // they may, but need not, take others. Where nothing stands the error is kFileNotFound or kPathNotFound.
-  virtual SystemError Spell(const std::wstring& path, std::wstring* exact) = 0;
+  virtual SystemError Spell(const std::wstring& path, std::wstring* exact) {
+    *exact = path;
+    FileStatus status;
+    return Status(path, &status);
+  }
 
   // What stands at path; a link is a link. Nothing there: kFileNotFound or kPathNotFound, and kNothing.
   virtual SystemError Status(const std::wstring& path, FileStatus* status) = 0;

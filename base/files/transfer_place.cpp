@@ -17,6 +17,7 @@ bool IsFileOrFileLink(FileKind kind) {
 TransferRun::Outcome TransferRun::Place(PlanNode& node, const std::wstring& source, DestinationFolder& folder,
                                         bool inDestination) {
   if (!Tell(source, PathInFolder(folder.path(), node.name))) return Outcome::kCancelled;
+  if (inDestination) folder.Claim(node.name);
   if (inDestination && kind_ == TransferKind::kMove) {
     arrived_ = source;
     return Outcome::kDone;  // it is where it should go

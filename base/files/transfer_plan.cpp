@@ -55,7 +55,7 @@ class Planner {
         break;
       }
     }
-    // A source that lies in the destination is copied before another one may replace it.
+    // Sources that lie in the destination come first, so that no other one takes their places.
     std::stable_partition(plan_.sources.begin(), plan_.sources.end(),
                           [](const PlannedSource& source) { return source.inDestination; });
     return std::move(plan_);
@@ -82,16 +82,16 @@ class Planner {
     if (IsRootPath(source.path) && request_.kind != TransferKind::kCopy) {
       return TransferFailure{source.path, FailureReason::kSystem, kAccessDenied};
     }
-    std::wstring exact;
-    SystemError error = files_.Spell(source.path, &exact);
-    if (error == kNoError) {
-      source.path = exact;
-      error = files_.Status(source.path, &source.node.status);
-    }
+    SystemError error = SpellFolderOf(&source.path);
+    if (error == kNoError) error = files_.Status(source.path, &source.node.status);
     if (error != kNoError) return TransferFailure{source.path, FailureReason::kSystem, error};
     if (request_.kind == TransferKind::kDelete) return std::nullopt;
     if (source.node.status.kind == FileKind::kFolder &&
         std::find(chain_.begin(), chain_.end(), source.node.status.identity) != chain_.end()) {
+      return TransferFailure{source.path, FailureReason::kIntoItself, kNoError};
+    }
+    // The way to the destination must not go with what moves.
+    if (request_.kind == TransferKind::kMove && IsWithin(plan_.folderPath, source.path)) {
       return TransferFailure{source.path, FailureReason::kIntoItself, kNoError};
     }
     FileStatus parent;
@@ -105,6 +105,16 @@ class Planner {
     source.inDestination = parent.identity == plan_.folder;
     source.acrossFileSystems = parent.identity.volume != plan_.folder.volume;
     return std::nullopt;
+  }
+
+  // The folder may have been typed in any letter case. The name itself was chosen from a list: should it have
+  // vanished, another one that differs in letter case only is not meant.
+  SystemError SpellFolderOf(std::wstring* path) {
+    if (IsRootPath(*path)) return kNoError;
+    std::wstring folder;
+    const SystemError error = files_.Spell(ParentOfPath(*path), &folder);
+    if (error == kNoError) *path = PathInFolder(folder, NameOfPath(*path));
+    return error;
   }
 
   // A folder that only gets another name needs no look at what lies in it.

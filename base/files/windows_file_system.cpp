@@ -65,13 +65,6 @@ uint32_t StartOfProcess(HANDLE process) {
 
 }  // namespace
 
-// Letter case tells no files apart here.
-SystemError WindowsFileSystem::Spell(const std::wstring& path, std::wstring* exact) {
-  *exact = path;
-  FileStatus status;
-  return Status(path, &status);
-}
-
 SystemError WindowsFileSystem::Status(const std::wstring& path, FileStatus* status) {
   *status = {};
   const unique_file file = OpenToLook(path, IsRootPath(path));

@@ -8,7 +8,6 @@ namespace base {
 
 class WindowsFileSystem final : public FileSystem {
  public:
-  SystemError Spell(const std::wstring& path, std::wstring* exact) override;
   SystemError Status(const std::wstring& path, FileStatus* status) override;
   SystemError TargetStatus(const std::wstring& path, FileStatus* status) override;
   SystemError PhysicalChain(const std::wstring& path, std::vector<FileIdentity>* chain) override;

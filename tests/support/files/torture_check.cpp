@@ -47,6 +47,12 @@ class Check {
     if (problem_.empty()) problem_ = problem;
   }
 
+  // One that was refused for a reason of its own stands there like any other file.
+  bool IsSourceInPlace(const std::string& path) const {
+    return operation_.sources.contains(path) && path.substr(0, path.rfind('/')) == operation_.folder &&
+           operation_.vanished.empty() && !operation_.killed && operation_.report.failures.empty();
+  }
+
   void LookAtOld(const std::string& path, const std::string& contents) {
     const auto now = after_.find(path);
     if (now != after_.end() && now->second == contents) {
@@ -63,9 +69,8 @@ class Check {
       } else if (!whole) {
         Say("replaced by something that is not whole: " + path + " = " + Short(now->second));
       }
+      if (IsSourceInPlace(path)) Say("a source was replaced: " + path);
       arrived_.insert(now->second);
-      if (operation_.kind == base::TransferKind::kMove && IsBelow(path, operation_.sources))
-        gone_.insert(contents);
       return;
     }
     if (operation_.kind == base::TransferKind::kCopy || !IsBelow(path, operation_.sources)) {

@@ -413,13 +413,31 @@ TEST_F(TransferTest, AnotherFileThatDiffersInLetterCaseIsNeverTakenForOneThatVan
   }
 }
 
-TEST_F(TransferTest, APathInAnotherLetterCaseIsFoundWhereOnlyOneFileCanBeMeant) {
+TEST_F(TransferTest, AFolderInAnotherLetterCaseIsFoundWhereOnlyOneCanBeMeant) {
   folder_.Write("Folder/File.txt", "x");
   folder_.Folder("To");
-  EXPECT_EQ(Copy({"folder/FILE.TXT"}, "TO").done, 1U);
+  EXPECT_EQ(Copy({"folder/File.txt"}, "TO").done, 1U);
   EXPECT_EQ(folder_.Read("To/File.txt"), "x");
-  folder_.Write("Folder/file.TXT", "y");
-  EXPECT_THAT(Copy({"folder/FILE.TXT"}, "TO").failures, SizeIs(1));
+  EXPECT_THAT(Copy({"folder/FILE.TXT"}, "TO").failures, SizeIs(1)) << "a name is meant as it is";
+  folder_.Folder("FOLDER");
+  EXPECT_THAT(Copy({"folder/File.txt"}, "TO").failures, SizeIs(1)) << "either could be meant";
+}
+
+TEST_F(TransferTest, ASourceThatLiesAtTheDestinationIsNotReplacedByAnotherSource) {
+  folder_.Write("to/a", "in place");
+  folder_.Write("from/a", "coming");
+  for (const TransferKind kind : {TransferKind::kCopy, TransferKind::kMove}) {
+    Run(kind, {"from/a", "to/a"}, "to");
+    EXPECT_EQ(folder_.Read("to/a"), "in place");
+  }
+  EXPECT_THAT(answers_.conflicts, IsEmpty());
+}
+
+TEST_F(TransferTest, TheLinkThatLeadsToTheDestinationDoesNotMoveThere) {
+  folder_.Folder("real");
+  folder_.Link("way", "real");
+  EXPECT_THAT(Reasons(Move({"way"}, "way")), ElementsAre(FailureReason::kIntoItself));
+  EXPECT_EQ(folder_.Contents().at("way"), "link:real");
 }
 
 TEST_F(TransferTest, DrivesAreNeverMovedOrDeleted) {
