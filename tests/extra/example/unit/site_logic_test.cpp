@@ -11,7 +11,7 @@ namespace {
 
 TEST(SiteLogic, AskedForTheMatcherOfTheWorkbench) {
   const auto matches = [](const char* pattern, const char* name) { return workbench::MatchPattern(pattern, name, true); };
-  EXPECT_TRUE(file_explorer::MatchesPatternList("*.3ds,*.obj", "tree.OBJ", matches));
+  EXPECT_TRUE(file_explorer::PatternList("*.3ds,*.obj").Matches("tree.OBJ", matches));
   EXPECT_FALSE(file_explorer::CommandToolbarButtons().empty());
 }
 
