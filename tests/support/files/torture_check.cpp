@@ -61,7 +61,11 @@ class Check {
       if (mayBeAnother && named_.contains(contents)) arrived_.insert(contents);
       return;
     }
-    if (IsTemporary(path) || IsBelow(path, operation_.vanished)) return;
+    if (IsTemporary(path)) return;
+    if (IsBelow(path, operation_.vanished)) {
+      if (now != after_.end()) arrived_.insert(now->second);  // its place was free
+      return;
+    }
     if (now != after_.end()) {
       const bool whole = named_.contains(now->second);
       if (!operation_.replaceable.contains(path)) {
