@@ -61,8 +61,9 @@ LRESULT CALLBACK HistoryListBox::Procedure(HWND window, UINT message, WPARAM wPa
   const bool mayScroll = message == WM_HSCROLL || message == WM_MOUSEHWHEEL || message == WM_KEYDOWN;
   const int place = mayScroll ? GetScrollPos(window, SB_HORZ) : 0;
   const LRESULT result = CallWindowProcW(previous, window, message, wParam, lParam);
-  // The list box moves what it shows; but how a path is shortened depends on where it begins.
-  if (mayScroll && GetScrollPos(window, SB_HORZ) != place) InvalidateRect(window, nullptr, FALSE);
+  // The list box keeps what it has painted; but how a path is shortened depends on where its row begins and ends.
+  const bool hasScrolled = mayScroll && GetScrollPos(window, SB_HORZ) != place;
+  if (hasScrolled || message == WM_SIZE) InvalidateRect(window, nullptr, FALSE);
   return result;
 }
 

@@ -196,19 +196,45 @@ TEST_F(RowDrawingTest, ANameOfAnyLengthIsDrawn) {
   }
 }
 
+// Whether all of both rows is to be painted. The list box itself repaints the row with the focus and what comes
+// into sight, so that the bounds alone would not tell.
+bool BothRowsAreStale(HWND list) {
+  const HRGN stale = CreateRectRgn(0, 0, 0, 0);
+  GetUpdateRgn(list, stale, FALSE);
+  bool all = true;
+  for (WPARAM row = 0; row < 2; ++row) {
+    RECT place = {};
+    SendMessageA(list, LB_GETITEMRECT, row, reinterpret_cast<LPARAM>(&place));
+    const int middle = (place.top + place.bottom) / 2;
+    for (const int x : {5, 60, 150}) all = all && PtInRegion(stale, x, middle);
+  }
+  DeleteObject(stale);
+  return all;
+}
+
 // How a path is shortened depends on where its row begins: what the list box moved would be wrong.
 TEST_F(HistoryRowsTest, ScrollingSidewaysPaintsTheRowsAnew) {
   Create();
   Add(("X:\\folder\\" + std::string(200, 'w') + ".xyz").c_str());
+  Add("X:\\folder\\model.xyz");
   Show();
   ValidateRect(view->window(), nullptr);
   Send(WM_HSCROLL, MAKEWPARAM(SB_LINERIGHT, 0));
   ASSERT_GT(GetScrollPos(view->window(), SB_HORZ), 0);
-  RECT area = {};
-  RECT stale = {};
-  GetClientRect(view->window(), &area);
-  EXPECT_TRUE(GetUpdateRect(view->window(), &stale, FALSE));
-  EXPECT_TRUE(EqualRect(&stale, &area));
+  EXPECT_TRUE(BothRowsAreStale(view->window()));
+}
+
+// And on where it ends: a wider row has room for more of its path, a narrower one for less.
+TEST_F(HistoryRowsTest, AnotherWidthPaintsTheRowsAnew) {
+  Create();
+  Add("X:\\a long folder name\\another long folder name\\and one more of them\\model.xyz");
+  Add("X:\\folder\\model.xyz");
+  Show();
+  for (const int width : {300, 200, 400}) {
+    ValidateRect(view->window(), nullptr);
+    SetWindowPos(view->window(), nullptr, 0, 0, width, 300, SWP_NOZORDER | SWP_NOACTIVATE);
+    EXPECT_TRUE(BothRowsAreStale(view->window())) << width;
+  }
 }
 
 TEST_F(RowDrawingTest, TheRowWithTheFocusHasItsRectangle) {
