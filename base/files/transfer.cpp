@@ -87,8 +87,8 @@ void TransferRun::RunSource(PlannedSource& source, DestinationFolder& destinatio
   FinishSource(outcome == Outcome::kCancelled);
 }
 
-// What has been moved stays moved: each of those is whole, and a folder may be all that is left of one. A copy
-// that is not complete goes.
+// What has been moved stays moved: each of those is whole, and a folder may be all that is left of one. A
+// copy that is not complete goes.
 void TransferRun::TakeAwayUnfinished() {
   const auto firstToGo = std::stable_partition(
       undo_.made.begin(), undo_.made.end(),
