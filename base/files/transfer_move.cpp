@@ -102,8 +102,8 @@ bool TransferRun::RemoveCopiedSource(const PendingRemoval& pending) {
       return false;
     }
     error = files_.Status(pending.source, &now);
-    if (error == kNoError && !SameContent(now, pending.sourceStatus)) {
-      Fail(pending.source, FailureReason::kSourceChanged);
+    if (error != kNoError || !SameContent(now, pending.sourceStatus)) {
+      Fail(pending.source, error == kNoError ? FailureReason::kSourceChanged : FailureReason::kSystem, error);
       return false;
     }
   }

@@ -25,14 +25,16 @@ static_assert(offsetof(NMTVDISPINFOA, item.hItem) == offsetof(NMTVDISPINFOW, ite
 static_assert(offsetof(NMTREEVIEWA, itemNew.hItem) == offsetof(NMTREEVIEWW, itemNew.hItem));
 static_assert(offsetof(NMTREEVIEWA, ptDrag) == offsetof(NMTREEVIEWW, ptDrag));
 
-// What a label was edited to. Empty when the edit was cancelled, and when the code page lacks one of the letters.
-std::string EditedText(const NMHDR& notification) {
-  if (notification.code == static_cast<UINT>(TVN_ENDLABELEDITW)) {
-    const wchar_t* const text = reinterpret_cast<const NMTVDISPINFOW&>(notification).item.pszText;
-    return text != nullptr ? base::DisplayNarrow(text) : "";
-  }
-  const char* const text = reinterpret_cast<const NMTVDISPINFOA&>(notification).item.pszText;
-  return text != nullptr ? text : "";
+// What a label was edited to. Empty when the edit was cancelled, and when the code page lacks one of the letters: a name
+// with question marks is not what was typed. typed: the editor's own text, where there is an editor; an 8-bit
+// notification's text may have letters that were bent.
+std::string EditedText(const NMHDR& notification, const std::wstring& typed) {
+  const bool wide = notification.code == static_cast<UINT>(TVN_ENDLABELEDITW);
+  const wchar_t* const wideText = wide ? reinterpret_cast<const NMTVDISPINFOW&>(notification).item.pszText : nullptr;
+  const char* const text = wide ? nullptr : reinterpret_cast<const NMTVDISPINFOA&>(notification).item.pszText;
+  if (wideText == nullptr && text == nullptr) return {};
+  if (!typed.empty()) return base::ExactNarrow(typed).value_or(std::string());
+  return wideText != nullptr ? base::ExactNarrow(wideText).value_or(std::string()) : text;
 }
 
 }  // namespace
@@ -349,11 +351,9 @@ bool CHalvoTreeView::OnEndLabelEdit(NMHDR* notification, LRESULT* result) {
   if (edit != nullptr && std::exchange(endedEdit_, edit) == edit) return true;
   UnhookLabelEdit(edit);
   FavoriteRecord* const record = tree_.RecordOf(info->item.hItem);
-  const std::string text = EditedText(*notification);
+  const std::string text = EditedText(*notification, edit != nullptr ? tree_.LabelText() : std::wstring());
   if (record == nullptr || text.empty()) return true;
-  // From the editor, where there is one: the notification's own text may have letters that were bent.
-  const std::wstring typed = edit != nullptr ? tree_.LabelText() : std::wstring();
-  SetDisplayName(*record, typed.empty() ? text : base::DisplayNarrow(typed));
+  SetDisplayName(*record, text);
   Report(*record, record->parent, FavoriteChange::kRenamed);
   *result = TRUE;
   return true;

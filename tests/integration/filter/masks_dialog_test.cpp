@@ -176,13 +176,13 @@ TEST_F(MasksDialogTest, EmptyBoxesStoreEverythingAndABar) {
   EXPECT_EQ(TextOf(exclusion), "||x|y");
 }
 
-TEST_F(MasksDialogTest, CommasAloneDropAListWithoutHistory) {
+TEST_F(MasksDialogTest, CommasAloneStoreWhatAnEmptyBoxStores) {
   Open([](HWND dialog) {
     SetDlgItemTextA(dialog, 1001, ",");
     Press(dialog, IDOK);
   });
   EXPECT_EQ(TextOf(inclusion), "*.*");
-  EXPECT_EQ(TextOf(exclusion), "(none)");
+  EXPECT_EQ(TextOf(exclusion), "|");
 }
 
 TEST_F(MasksDialogTest, ResetStartsTheTextsAfreshAndKeepsTheHistory) {

@@ -61,7 +61,11 @@ class Check {
       if (mayBeAnother && named_.contains(contents)) arrived_.insert(contents);
       return;
     }
-    if (IsTemporary(path) || IsBelow(path, operation_.vanished)) return;
+    if (IsTemporary(path)) return;
+    if (IsBelow(path, operation_.vanished)) {
+      if (now != after_.end()) arrived_.insert(now->second);  // its place was free
+      return;
+    }
     if (now != after_.end()) {
       const bool whole = named_.contains(now->second);
       if (!operation_.replaceable.contains(path)) {
@@ -122,7 +126,7 @@ class Check {
       return;
     for (const std::string& source : operation_.sources) {
       const auto old = before_.find(source);
-      if (old == before_.end() || StaysInPlace(source)) continue;
+      if (old == before_.end() || StaysInPlace(source) || IsTemporary(source)) continue;
       if (operation_.kind == base::TransferKind::kCopy) {
         if (!arrived_.contains(old->second) && !operation_.replaceable.contains(operation_.folder) &&
             old->second != "folder") {

@@ -310,6 +310,19 @@ TEST_F(TransferTest, AMoveToAnotherFileSystemKeepsASourceThatChangedMeanwhile) {
   EXPECT_EQ(folder_.Read("other/from/b.txt"), "b");
 }
 
+TEST_F(TransferTest, AMoveToAnotherFileSystemRemovesNoSourceThatItCannotLookAtAgain) {
+  folder_.Write("from/a.txt", "a");
+  folder_.Folder("other");
+  bool copied = false;
+  files_.before = [&](const FileCall& call) {
+    copied = copied || call.name == "Flush";
+    return copied && call.name == "Status" && call.path == folder_.Windows("from/a.txt") ? kAccessDenied
+                                                                                         : kNoError;
+  };
+  EXPECT_THAT(Reasons(Move({"from"}, "other")), ElementsAre(FailureReason::kSystem));
+  EXPECT_EQ(folder_.Read("from/a.txt"), "a");
+}
+
 TEST_F(TransferTest, AMoveToAnotherFileSystemRemovesNothingThatIsNotOnTheDisk) {
   folder_.Write("from/a.txt", "a");
   folder_.Folder("other");
