@@ -46,7 +46,7 @@ class BoxObserver final : public base::TransferObserver {
   base::ConflictReply OnConflict(const base::Conflict& conflict) override {
     // A file and a folder of one name: nobody can be asked to replace one by the other, so it is reported.
     if (!conflict.mayReplace) return {base::ConflictAnswer::kReplace, false};
-    const std::wstring question = ConflictQuestion(conflict, CountInTheWay(conflict.folders));
+    const std::wstring question = ConflictQuestion(conflict, LookAtSources(conflict.folders));
     const wchar_t* const caption = conflict.folders ? L"Confirm Folder Replace" : L"Confirm File Replace";
     switch (
         MessageBoxW(owner_, question.c_str(), caption, MB_YESNOCANCEL | MB_ICONQUESTION | MB_DEFBUTTON2)) {
@@ -61,9 +61,9 @@ class BoxObserver final : public base::TransferObserver {
   bool OnProgress(const base::TransferProgress&) override { return true; }
 
  private:
-  size_t CountInTheWay(bool folders) const {
+  InTheWay LookAtSources(bool folders) const {
     base::FileSystem& files = base::MachineFileSystem();
-    size_t count = 0;
+    InTheWay found;
     std::wstring folder = transfer_.folder;
     files.Spell(transfer_.folder, &folder);
     for (const std::wstring& source : transfer_.sources) {
@@ -74,9 +74,11 @@ class BoxObserver final : public base::TransferObserver {
       const bool bothThere = from.kind != base::FileKind::kNothing && to.kind != base::FileKind::kNothing;
       const bool bothFolders = from.kind == base::FileKind::kFolder && to.kind == base::FileKind::kFolder;
       const bool anyFolder = from.kind == base::FileKind::kFolder || to.kind == base::FileKind::kFolder;
-      if (bothThere && (folders ? bothFolders : !anyFolder)) ++count;
+      if (bothThere && (folders ? bothFolders : !anyFolder)) ++found.count;
+      // Where folders are put together, files meet inside of them.
+      if (bothFolders && !folders) found.hasMore = true;
     }
-    return count;
+    return found;
   }
 
   HWND owner_;

@@ -21,21 +21,22 @@ std::wstring Items(size_t count) {
 
 }  // namespace
 
-std::wstring ConflictQuestion(const base::Conflict& conflict, size_t count) {
+std::wstring ConflictQuestion(const base::Conflict& conflict, const InTheWay& inTheWay) {
   const std::wstring name = Quoted(conflict.target);
-  const wchar_t* const kind = conflict.folders ? L"folder" : L"file";
-  const bool many = count > 1;
+  const std::wstring kind = conflict.folders ? L"folder" : L"file";
+  const bool many = inTheWay.hasMore || inTheWay.count > 1;
   std::wstring text = L"The folder already contains ";
-  text += many ? std::to_wstring(count) + L" of these " + kind + L"s, " + name + L" among them."
-               : std::wstring(L"a ") + kind + L" named " + name + L".";
-  if (conflict.folders) {
-    text += L"\n\nDo you want to put the contents together?\n\nWith No ";
-    text += many ? L"these folders are" : L"this folder is";
+  if (inTheWay.hasMore) {
+    text += kind + L"s of the same names, " + name + L" among them.";
+  } else if (many) {
+    text += std::to_wstring(inTheWay.count) + L" of these " + kind + L"s, " + name + L" among them.";
   } else {
-    text += many ? L"\n\nDo you want to replace them?\n\nWith No "
-                 : L"\n\nDo you want to replace it?\n\nWith No ";
-    text += many ? L"these files are" : L"this file is";
+    text += L"a " + kind + L" named " + name + L".";
   }
+  text += conflict.folders ? L"\n\nDo you want to put the contents together?"
+          : many           ? L"\n\nDo you want to replace them?"
+                           : L"\n\nDo you want to replace it?";
+  text += L"\n\nWith No " + (many ? L"these " + kind + L"s are" : L"this " + kind + L" is");
   return text + L" skipped; Cancel ends the whole operation.";
 }
 

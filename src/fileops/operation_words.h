@@ -8,9 +8,15 @@
 
 namespace file_explorer {
 
-// The question about something that stands in the way. count: how many of the sources meet something of the
-// same kind. Yes replaces (puts folders together), No skips, Cancel ends the operation.
-std::wstring ConflictQuestion(const base::Conflict& conflict, size_t count);
+// What an answer goes for.
+struct InTheWay {
+  size_t count = 0;      // of the sources that meet something of the same kind
+  bool hasMore = false;  // perhaps more below them, which nobody has counted
+};
+
+// The question about something that stands in the way, asked once for all of its kind. Yes replaces (puts
+// folders together), No skips, Cancel ends the operation.
+std::wstring ConflictQuestion(const base::Conflict& conflict, const InTheWay& inTheWay);
 
 // What could not be done, by name and reason, and how much was done; empty when there is nothing to tell. At
 // most ten failures are named.

@@ -1,4 +1,5 @@
-// The view options and the display mode as the shell controls get them, with scripted controls in the place of the real ones.
+// The view options, the display mode and the way home as the shell controls get them, with scripted controls in the
+// place of the real ones.
 #include <gmock/gmock.h>
 
 #include <windows.h>
@@ -81,6 +82,13 @@ class OptionsViewTest : public testing::Test {
   test_support::ScriptedClass combo_;
   test_support::ExplorerFixture fixture_;
 };
+
+// Deliberate: also a home directory that is on show already is read again.
+TEST_F(OptionsViewTest, HomeGoesThereAndThenReadsTheListAgain) {
+  Begin();
+  SendMessageA(fixture_.ExplorerWindow(), WM_COMMAND, 103, 0);
+  EXPECT_THAT(file_.LogOf({"put", "method"}), ElementsAre(testing::StartsWith("put 21 "), "method 56()"));
+}
 
 TEST_F(OptionsViewTest, GoToTreeAndFileViewInTheirOrderWhenTheDialogCloses) {
   Begin();

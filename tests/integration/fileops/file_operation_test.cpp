@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -154,6 +155,21 @@ TEST_F(FileOperationTest, SeveralFilesInTheWayAreOneQuestion) {
   boxes_.AnswerWith(IDYES);
   EXPECT_EQ(Run(FO_MOVE, {"a.txt", "b.txt"}), 0);
   EXPECT_FALSE(Exists("from\\a.txt") || Exists("from\\b.txt"));
+}
+
+// One answer goes for all of them, so that the question must not speak of one file.
+TEST_F(FileOperationTest, FilesInsideOfFoldersThatArePutTogetherAreOneQuestionAboutSeveral) {
+  for (const char* const name : {"one.txt", "two.txt"}) {
+    const std::wstring wide(name, name + std::strlen(name));
+    directory_.AddFile(L"from\\dir\\" + wide, "newer");
+    directory_.AddFile(L"to\\dir\\" + wide, "older");
+  }
+  boxes_.AnswerWith(IDYES);
+  EXPECT_EQ(Run(FO_COPY, {"dir"}), 0);
+  ASSERT_EQ(boxes_.boxes().size(), 2U);
+  EXPECT_THAT(boxes_.boxes()[0].text, HasSubstr("a folder named \"dir\""));
+  EXPECT_THAT(boxes_.boxes()[1].text, HasSubstr("files of the same names"));
+  EXPECT_THAT(boxes_.boxes()[1].text, HasSubstr("Do you want to replace them?"));
 }
 
 }  // namespace

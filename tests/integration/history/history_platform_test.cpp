@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "base/text/code_page.h"
 #include "base/text/letter_case.h"
 #include "tests/integration/history/history_test_folder.h"
 
@@ -198,7 +199,8 @@ TEST_F(HistoryPlatformTest, AShorterListLeavesNothingOfALongerOne) {
 }
 
 TEST_F(HistoryPlatformTest, IdentityKnowsTheCodePagesLetters) {
-  EXPECT_EQ(base::LowerCaseNarrow("C:\\\xC4\xD6\xDC"), base::LowerCaseNarrow("c:\\\xE4\xF6\xFC"));
+  EXPECT_EQ(base::LowerCaseNarrow(base::ExactNarrow(L"C:\\\u00C4\u00D6\u00DC").value()),
+            base::LowerCaseNarrow(base::ExactNarrow(L"c:\\\u00E4\u00F6\u00FC").value()));
   EXPECT_NE(base::LowerCaseNarrow("a"), base::LowerCaseNarrow("b"));
 }
 

@@ -18,16 +18,25 @@ std::wstring System(base::SystemError error) {
 
 TEST(OperationWords, AskAboutOneFileOrSeveral) {
   EXPECT_EQ(
-      ConflictQuestion(ConflictAt(L"C:\\to\\a.txt", false), 1),
+      ConflictQuestion(ConflictAt(L"C:\\to\\a.txt", false), {1, false}),
       L"The folder already contains a file named \"a.txt\".\n\nDo you want to replace it?\n\nWith No this "
       L"file is skipped; Cancel ends the whole operation.");
-  EXPECT_EQ(ConflictQuestion(ConflictAt(L"C:\\to\\a.txt", false), 3),
+  EXPECT_EQ(ConflictQuestion(ConflictAt(L"C:\\to\\a.txt", false), {3, false}),
             L"The folder already contains 3 of these files, \"a.txt\" among them.\n\nDo you want to replace "
             L"them?\n\nWith No these files are skipped; Cancel ends the whole operation.");
 }
 
+// The answer goes for files that nobody has counted, too: the question must not speak of one.
+TEST(OperationWords, AskAboutFilesInsideOfFolders) {
+  for (const size_t count : {0u, 1u, 3u}) {
+    EXPECT_EQ(ConflictQuestion(ConflictAt(L"C:\\to\\dir\\a.txt", false), {count, true}),
+              L"The folder already contains files of the same names, \"a.txt\" among them.\n\nDo you want to "
+              L"replace them?\n\nWith No these files are skipped; Cancel ends the whole operation.");
+  }
+}
+
 TEST(OperationWords, AskAboutFolders) {
-  EXPECT_EQ(ConflictQuestion(ConflictAt(L"C:\\to\\dir", true), 1),
+  EXPECT_EQ(ConflictQuestion(ConflictAt(L"C:\\to\\dir", true), {1, false}),
             L"The folder already contains a folder named \"dir\".\n\nDo you want to put the contents "
             L"together?\n\nWith No this folder is skipped; Cancel ends the whole operation.");
 }
