@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "base/files/paths.h"
 #include "base/files/temporary_name.h"
 #include "base/files/undo.h"
@@ -24,13 +26,19 @@ class Answers final : public TransferObserver {
  public:
   ConflictReply OnConflict(const Conflict& conflict) override {
     conflicts.push_back(conflict);
-    return reply;
+    if (script < 0) return reply;
+    const auto answer = static_cast<ConflictAnswer>(script % 4);
+    script /= 4;
+    replaced = replaced || answer == ConflictAnswer::kReplace;
+    return {answer, false};
   }
   bool OnProgress(const TransferProgress& progress) override {
     last = progress;
     return calls++ != cancelAt;
   }
 
+  int script = -1;  // the answers in a row, four to a digit; below zero: reply
+  bool replaced = false;
   ConflictReply reply = {ConflictAnswer::kReplace, false};
   std::vector<Conflict> conflicts;
   TransferProgress last;
@@ -474,6 +482,31 @@ TEST_F(TransferTest, TheLinkThatLeadsToTheDestinationDoesNotMoveThere) {
   folder_.Link("way", "real");
   EXPECT_THAT(Reasons(Move({"way"}, "way")), ElementsAre(FailureReason::kIntoItself));
   EXPECT_EQ(folder_.Contents().at("way"), "link:real");
+}
+
+// As through a share of the own machine: neither the volume nor anything else tells that it is one folder.
+TEST_F(TransferTest, OneFolderThatLooksLikeTwoLosesNothing) {
+  const std::vector<std::vector<std::string>> orders = {{"c/a", "other/a", "other/a - Copy"},
+                                                        {"other/a", "other/a - Copy", "c/a"},
+                                                        {"other/a", "c/a", "other/a - Copy"}};
+  for (const std::vector<std::string>& sources : orders) {
+    for (int answers = 0; answers < 64; ++answers) {
+      folder_.Clear();
+      folder_.Write("c/a", "first");
+      folder_.Write("other/a", "second");
+      folder_.Write("other/a - Copy", "third");
+      folder_.Link("other/way", "../c");
+      answers_.script = answers;
+      answers_.replaced = false;
+      Move(sources, "other/way");
+      std::set<std::string> contents;
+      for (const auto& [path, what] : folder_.Contents()) contents.insert(what);
+      const bool mayReplace = answers_.replaced;
+      EXPECT_TRUE(mayReplace || contents.contains("file:first")) << answers << " " << sources[0];
+      EXPECT_TRUE(contents.contains("file:second") && contents.contains("file:third"))
+          << answers << " " << sources[0];
+    }
+  }
 }
 
 TEST_F(TransferTest, DrivesAreNeverMovedOrDeleted) {
