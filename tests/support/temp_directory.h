@@ -1,4 +1,5 @@
-// A folder of its own for a test, removed with everything in it when the test ends.
+// A folder of its own for a test: empty at the start, and removed with everything in it when the test ends, links
+// and names of the machine below included. Nothing outside is touched.
 #pragma once
 
 #include <string>

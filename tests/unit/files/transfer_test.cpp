@@ -354,6 +354,29 @@ TEST_F(TransferTest, CancellingAMoveToAnotherFileSystemTakesTheSourceAtHandBack)
   EXPECT_FALSE(folder_.Exists("first"));
 }
 
+TEST_F(TransferTest, CancellingAMergeToAnotherFileSystemKeepsEmptyFoldersThatMovedAlready) {
+  bool cancelled = true;
+  for (size_t at = 0; cancelled; ++at) {
+    folder_.Clear();
+    for (const char* const name : {"d/a", "d/m", "d/z", "d/x/inner", "other/d"}) folder_.Folder(name);
+    folder_.Write("d/b.txt", "b");
+    folder_.Write("d/y.txt", "y");
+    answers_.calls = 0;
+    answers_.cancelAt = at;
+    const TransferReport report = Move({"d"}, "other");
+    cancelled = report.cancelled;
+    for (const char* const name : {"d/a", "d/m", "d/z", "d/x/inner", "d/b.txt", "d/y.txt"}) {
+      EXPECT_TRUE(folder_.Exists(name) || folder_.Exists(std::string("other/") + name)) << name << " " << at;
+    }
+    answers_.cancelAt = static_cast<size_t>(-1);
+    Undo(report);
+    for (const char* const name : {"d/a", "d/m", "d/z", "d/x/inner", "d/b.txt", "d/y.txt"}) {
+      EXPECT_TRUE(folder_.Exists(name)) << name << " " << at;
+      EXPECT_FALSE(folder_.Exists(std::string("other/") + name)) << name << " " << at;
+    }
+  }
+}
+
 TEST_F(TransferTest, CancellingACopyLeavesNothingOfTheSourceAtHand) {
   folder_.Write("first", "1");
   for (int i = 0; i < 5; ++i) folder_.Write("tree/" + std::to_string(i), "x");
