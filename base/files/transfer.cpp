@@ -1,5 +1,6 @@
 #include "base/files/transfer.h"
 
+#include <algorithm>
 #include <iterator>
 
 #include "base/files/paths.h"
@@ -78,6 +79,7 @@ void TransferRun::RunSource(PlannedSource& source, DestinationFolder& destinatio
   done_ = 0;
   arrived_.clear();
   pending_.clear();
+  arrivedFolders_.clear();
   across_ = false;
   const Outcome outcome = kind_ == TransferKind::kDelete
                               ? Delete(source.node, source.path)
@@ -85,13 +87,22 @@ void TransferRun::RunSource(PlannedSource& source, DestinationFolder& destinatio
   FinishSource(outcome == Outcome::kCancelled);
 }
 
+// What has been moved stays moved: each of those is whole, and a folder may be all that is left of one. A
+// copy that is not complete goes.
+void TransferRun::TakeAwayUnfinished() {
+  const auto firstToGo = std::stable_partition(
+      undo_.made.begin(), undo_.made.end(),
+      [this](const UndoRecord::Made& made) { return arrivedFolders_.contains(made.path); });
+  const std::vector<UndoRecord::Made> unfinished(firstToGo, undo_.made.end());
+  undo_.made.erase(firstToGo, undo_.made.end());
+  const size_t gone = TakeAway(unfinished, false);
+  done_ -= std::min(done_, gone);
+}
+
 void TransferRun::FinishSource(bool cancelled) {
   if (cancelled) {
     report_.cancelled = true;
-    // What has been moved stays moved: each of those is whole. A copy that is not complete goes.
-    const size_t gone = TakeAway(undo_.made, false);
-    done_ -= std::min(done_, gone);
-    undo_.made.clear();
+    TakeAwayUnfinished();
   }
   if (!cancelled && !arrived_.empty()) report_.arrived.push_back(arrived_);
   report_.done += done_;

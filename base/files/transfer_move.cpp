@@ -114,6 +114,7 @@ bool TransferRun::RemoveCopiedSource(const PendingRemoval& pending) {
   }
   if (folder) {
     undo_.emptied.push_back(pending.source);
+    arrivedFolders_.insert(pending.target);
     ++done_;
   } else {
     NoteMove(pending.source, pending.target, pending.targetStatus.identity);

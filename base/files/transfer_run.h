@@ -3,6 +3,7 @@
 
 #include <array>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,7 @@ class TransferRun {
 
   void RunSource(PlannedSource& source, DestinationFolder& destination);
   void FinishSource(bool cancelled);
+  void TakeAwayUnfinished();
 
   // Where it goes and how (transfer_place.cpp).
   Outcome Place(PlanNode& node, const std::wstring& source, DestinationFolder& folder, bool inDestination);
@@ -110,7 +112,8 @@ class TransferRun {
   UndoRecord undo_;
   size_t done_ = 0;
   std::wstring arrived_;
-  bool across_ = false;  // copying as the first half of a move
+  std::set<std::wstring> arrivedFolders_;  // made, and gone from their old places
+  bool across_ = false;                    // copying as the first half of a move
   std::vector<PendingRemoval> pending_;
 };
 

@@ -49,7 +49,6 @@ SystemError WineFileSystem::CopyBytes(const std::wstring& source, const std::wst
   std::string to;
   SystemError error = Locate(source, &from);
   if (error == kNoError) error = Locate(target, &to);
-  if (error == kNoError) error = InUse(source, from, false);
   if (error != kNoError) return error;
   File input;
   File output;
@@ -57,6 +56,8 @@ SystemError WineFileSystem::CopyBytes(const std::wstring& source, const std::wst
   int result = input.OpenToRead(from);
   if (result == 0) result = input.GetStatus(&status);
   if (result == 0 && !status.IsFile()) result = -kEopnotsupp;
+  if (result == 0) error = InUse(source, status, false);
+  if (error != kNoError) return error;
   if (result == 0) result = output.Create(to, 0600);
   if (result < 0) return ErrorOf(result);
   bool stopped = false;

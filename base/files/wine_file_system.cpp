@@ -136,9 +136,14 @@ SystemError WineFileSystem::Spell(const std::wstring& path, std::wstring* exact)
 }
 
 SystemError WineFileSystem::InUse(const std::wstring& path, const std::string& located, bool toDelete) {
-  if (!surroundings_.tryToOpen) return kNoError;
+  // Nobody else opens what an operation is just making.
+  if (!surroundings_.tryToOpen || TokenOfTemporaryName(NameOfPath(path))) return kNoError;
   wine::Status status;
-  if (GetStatus(located, false, &status) < 0 || !status.IsFile()) return kNoError;
+  return GetStatus(located, false, &status) < 0 ? kNoError : InUse(path, status, toDelete);
+}
+
+SystemError WineFileSystem::InUse(const std::wstring& path, const wine::Status& status, bool toDelete) {
+  if (!surroundings_.tryToOpen || !status.IsFile()) return kNoError;
   {
     const std::lock_guard lock(mutex_);
     if (!openFiles_.MayContain({status.device, status.inode})) return kNoError;

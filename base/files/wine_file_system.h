@@ -55,6 +55,7 @@ class WineFileSystem final : public FileSystem {
   void Remember(std::wstring_view folder, const std::string& located);
   SystemError LocateRoot(const std::wstring& path, std::string* located);
   SystemError InUse(const std::wstring& path, const std::string& located, bool toDelete);
+  SystemError InUse(const std::wstring& path, const wine::Status& status, bool toDelete);
 
   WineSurroundings surroundings_;
   std::mutex mutex_;                                            // of what follows

@@ -39,6 +39,7 @@ void MessageBoxRecorder::OnActivate(HWND window) {
   const bool offered = std::find(box.buttons.begin(), box.buttons.end(), answer_) != box.buttons.end();
   const int press = offered || box.buttons.empty() ? answer_ : box.buttons.front();
   boxes_.push_back(std::move(box));
+  if (const std::function<void()> act = std::exchange(act_, nullptr)) act();
   PostMessageA(window, WM_COMMAND, MAKEWPARAM(press, BN_CLICKED), 0);
 }
 

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+#include <functional>
+#include <utility>
 #include <vector>
 
 #include "tests/support/message_box.h"
@@ -23,6 +25,9 @@ class MessageBoxRecorder {
   // The button to press from now on; a box without it gets its first button pressed. Starts with IDOK.
   void AnswerWith(int button) { answer_ = button; }
 
+  // Done while the next box is open, before it is answered; once.
+  void BeforeAnswering(std::function<void()> act) { act_ = std::move(act); }
+
   const std::vector<RecordedMessageBox>& boxes() const { return boxes_; }
 
  private:
@@ -32,6 +37,7 @@ class MessageBoxRecorder {
   ExpectsBoxes expects_;
   HHOOK hook_ = nullptr;
   int answer_ = IDOK;
+  std::function<void()> act_;
   HWND answered_ = nullptr;
   std::vector<RecordedMessageBox> boxes_;
 };

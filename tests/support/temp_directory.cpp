@@ -2,8 +2,11 @@
 
 #include <windows.h>
 
+#include <shlwapi.h>
+
 #include <stdexcept>
 
+#include "base/files/transfer.h"
 #include "base/text/code_page.h"
 
 namespace test_support {
@@ -11,7 +14,8 @@ namespace {
 
 // All paths go through the extended-length form, so that long paths and odd names can be made and removed.
 void WriteContent(const std::wstring& path, std::string_view content) {
-  const HANDLE file = CreateFileW((L"\\\\?\\" + path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+  const HANDLE file =
+      CreateFileW((L"\\\\?\\" + path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
   if (file == INVALID_HANDLE_VALUE) throw std::runtime_error("cannot create a test file");
   DWORD written = 0;
   ::WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
@@ -28,42 +32,48 @@ void MakeFolders(const std::wstring& path) {
   }
 }
 
+class Nobody final : public base::TransferObserver {
+  base::ConflictReply OnConflict(const base::Conflict&) override { return {}; }
+  bool OnProgress(const base::TransferProgress&) override { return true; }
+};
+
+// Links go as links, and names go exactly: a test may have made both, and what they lead to is not its own.
 void RemoveTree(const std::wstring& path) {
-  WIN32_FIND_DATAW data;
-  const HANDLE find = FindFirstFileW((L"\\\\?\\" + path + L"\\*").c_str(), &data);
-  if (find != INVALID_HANDLE_VALUE) {
-    do {
-      const std::wstring name = data.cFileName;
-      if (name == L"." || name == L"..") continue;
-      const std::wstring full = path + L"\\" + name;
-      if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) {
-        RemoveTree(full);
-      } else {
-        SetFileAttributesW((L"\\\\?\\" + full).c_str(), FILE_ATTRIBUTE_NORMAL);
-        DeleteFileW((L"\\\\?\\" + full).c_str());
-      }
-    } while (FindNextFileW(find, &data));
-    FindClose(find);
-  }
-  RemoveDirectoryW((L"\\\\?\\" + path).c_str());
+  base::TransferRequest request;
+  request.kind = base::TransferKind::kDelete;
+  request.sources = {path};
+  Nobody nobody;
+  base::RunTransfer(request, base::MachineFileSystem(), nobody);
 }
 
 }  // namespace
 
-TempDirectory::TempDirectory() {
+TempDirectory::TempDirectory(Place place) {
   wchar_t temp[MAX_PATH + 1];
   GetTempPathW(MAX_PATH + 1, temp);
+  if (place == Place::kDriveRoot) PathStripToRootW(temp);
   static LONG counter = 0;
   path_ = std::wstring(temp) + L"explorer_test_" + std::to_wstring(GetCurrentProcessId()) + L"_" +
           std::to_wstring(InterlockedIncrement(&counter));
+  // A test that was ended leaves its folder, and process numbers come again.
+  RemoveTree(path_);
   MakeFolders(path_);
+  if (!PathIsDirectoryEmptyW(path_.c_str())) {
+    throw std::runtime_error("the folder of an earlier test cannot be removed");
+  }
 }
 
-TempDirectory::~TempDirectory() { RemoveTree(path_); }
+TempDirectory::~TempDirectory() {
+  RemoveTree(path_);
+}
 
-std::string TempDirectory::narrow() const { return Join(std::string_view()); }
+std::string TempDirectory::narrow() const {
+  return Join(std::string_view());
+}
 
-std::wstring TempDirectory::Join(std::wstring_view name) const { return path_ + L"\\" + std::wstring(name); }
+std::wstring TempDirectory::Join(std::wstring_view name) const {
+  return path_ + L"\\" + std::wstring(name);
+}
 
 std::string TempDirectory::Join(std::string_view name) const {
   auto narrow = base::ExactNarrow(path_);

@@ -188,14 +188,14 @@ TEST_F(RoutingTest, RenameEditsTheNameInTheList) {
   SendMessageA(fixture_.FileList(), LVM_CANCELEDITLABEL, 0, 0);
 }
 
-TEST_F(RoutingTest, DeleteDeletesTheSelection) {
+TEST_F(RoutingTest, DeleteDeletesTheSelectionAfterOneQuestion) {
   Select({"a.txt"});
-  {
-    // The question comes once the control has looked at what is to be deleted, off the window's thread.
-    const ModalVisitor visitor([](HWND dialog) { PostMessageA(dialog, WM_COMMAND, IDYES, 0); });
-    Press(kCommandToolbar, 126);
-    EXPECT_TRUE(WaitUntil([&] { return fixture_.IndexOf("a.txt") < 0; }));
-  }
+  fixture_.boxes().AnswerWith(IDYES);
+  Press(kCommandToolbar, 126);
+  EXPECT_TRUE(WaitUntil([&] { return fixture_.IndexOf("a.txt") < 0; }));
+  ASSERT_EQ(fixture_.boxes().boxes().size(), 1u);
+  EXPECT_EQ(fixture_.boxes().boxes().front().caption, "Delete");
+  EXPECT_THAT(fixture_.boxes().boxes().front().text, HasSubstr("a.txt"));
 }
 
 std::string helpPage;

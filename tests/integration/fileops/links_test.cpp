@@ -3,7 +3,6 @@
 // links.
 #include <windows.h>
 
-#include "base/files/transfer.h"
 #include "tests/integration/fileops/fileops_fixture.h"
 #include "tests/integration/fileops/machine_files.h"
 
@@ -19,28 +18,11 @@ class LinksTest : public FileOpsTest {
  protected:
   void SetUp() override {
     ASSERT_TRUE(base::wine::CanCallKernel()) << "these tests need the machine below Wine";
-    Clear();
     fixture_.directory().AddFile(L"outside\\kept.txt", "kept");
     fixture_.directory().AddFile(L"outside\\deep\\too.txt", "too");
     fixture_.directory().AddFile(L"files\\plain.txt", "plain");
     fixture_.directory().AddFolder(L"files\\dir");
     fixture_.boxes().AnswerWith(IDYES);
-  }
-  void TearDown() override {
-    fixture_.Close();
-    Clear();
-  }
-  // Not everybody can remove links and odd names: a test that was cut short leaves them to the next one.
-  void Clear() {
-    class Nobody : public base::TransferObserver {
-      base::ConflictReply OnConflict(const base::Conflict&) override { return {}; }
-      bool OnProgress(const base::TransferProgress&) override { return true; }
-    };
-    Nobody nobody;
-    base::TransferRequest request;
-    request.kind = base::TransferKind::kDelete;
-    request.sources = {Folder(L"files"), Folder(L"outside")};
-    base::RunTransfer(request, base::MachineFileSystem(), nobody);
   }
   std::wstring Folder(const wchar_t* name) { return fixture_.directory().Join(std::wstring_view(name)); }
   std::string OutsideOnMachine() { return MachinePath(Folder(L"outside")); }

@@ -4,10 +4,14 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <string_view>
 
+#include "base/files/file_system.h"
 #include "base/files/paths.h"
+#include "base/files/wine_calls.h"
+#include "base/text/utf8.h"
 #include "workbench/controls/com/com_object.h"
 #include "workbench/controls/shell/pidl.h"
 #include "workbench/controls/shell/shell_operation.h"
@@ -15,12 +19,58 @@
 namespace controls {
 namespace {
 
+// Exactly this name: another one that differs in letter case only is another file where the disk says so.
+base::SystemError StatusOf(const std::wstring& path, base::FileStatus* status) {
+  return base::MachineFileSystem().Status(path, status);
+}
+
 bool Exists(const std::wstring& path) {
-  return GetFileAttributesW(base::ExtendedPath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+  base::FileStatus status;
+  return !base::IsNotFound(StatusOf(path, &status));
+}
+
+// In any letter case: the shell gives nothing back beside another spelling of the name, but asks to replace
+// it.
+bool IsTaken(const std::wstring& path) {
+  return GetFileAttributesW(base::ExtendedPath(path).c_str()) != INVALID_FILE_ATTRIBUTES || Exists(path);
 }
 
 bool IsWine() {
   return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+}
+
+std::wstring EnvironmentText(const wchar_t* name) {
+  std::wstring text(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
+  text.resize(GetEnvironmentVariableW(name, text.data(), static_cast<DWORD>(text.size())));
+  return text;
+}
+
+// Wine keeps its one bin in a folder of the machine below. To it nothing can be moved from other file
+// systems: the shell would ask once more, or copy, and take away a source whose copy is cut off.
+std::optional<uint64_t> VolumeOfWinesBin() {
+  const std::wstring data = EnvironmentText(L"XDG_DATA_HOME");
+  if (data.starts_with(L'/')) {
+    base::wine::Status status;
+    for (const char* const folder : {"/Trash/files", ""}) {
+      if (base::wine::GetStatus(base::Utf8FromWide(data) + folder, true, &status) == 0) return status.device;
+    }
+    return std::nullopt;
+  }
+  std::wstring home = EnvironmentText(L"WINEHOMEDIR");
+  if (home.starts_with(L"\\??\\")) home.erase(0, 4);
+  base::FileStatus status;
+  for (const wchar_t* const folder : {L"\\.local\\share\\Trash\\files", L"\\.local\\share"}) {
+    const std::wstring path = home + folder;
+    if (base::MachineFileSystem().TargetStatus(path, &status) == base::kNoError)
+      return status.identity.volume;
+  }
+  return std::nullopt;
+}
+
+bool LiesWithWinesBin(const std::wstring& path) {
+  base::FileStatus status;
+  const std::optional<uint64_t> volume = VolumeOfWinesBin();
+  return volume && StatusOf(path, &status) == base::kNoError && status.identity.volume == *volume;
 }
 
 // What tells an item of the bin from all others, the same each time that the bin is read. Wine's lists have a
@@ -100,6 +150,11 @@ std::vector<BinnedItem> NewInBin(IShellFolder2& folder, const std::set<std::stri
   return found;
 }
 
+// Others were deleted for good by the user's leave, or stand there only since the user was asked.
+bool IsForBin(const base::FileStatus& status) {
+  return status.kind == base::FileKind::kFile || status.kind == base::FileKind::kFolder;
+}
+
 // The bin's own menu gives the item back. Wine knows the entry by its place alone: it is the first.
 HRESULT Undelete(IContextMenu& menu) {
   CMINVOKECOMMANDINFO info = {};
@@ -124,7 +179,8 @@ bool HasBin(const std::wstring& path) {
   const std::vector<std::wstring> chain = base::PathChain(path);
   SHQUERYRBINFO info = {};
   info.cbSize = sizeof(info);
-  return !chain.empty() && SUCCEEDED(SHQueryRecycleBinW(chain.front().c_str(), &info));
+  if (chain.empty() || FAILED(SHQueryRecycleBinW(chain.front().c_str(), &info))) return false;
+  return !base::wine::CanCallKernel() || LiesWithWinesBin(path);
 }
 
 BinOutcome MoveToBin(HWND owner, const std::vector<std::wstring>& paths,
@@ -141,6 +197,16 @@ BinOutcome MoveToBin(HWND owner, const std::vector<std::wstring>& paths,
       outcome.cancelled = true;
       break;
     }
+    // The shell would take a link's target, or another file that differs in letter case only.
+    base::FileStatus status;
+    const base::SystemError missing = StatusOf(path, &status);
+    if (missing != base::kNoError || !IsForBin(status)) {
+      outcome.failures.push_back(
+          {path,
+           missing == base::kNoError ? base::FailureReason::kSourceChanged : base::FailureReason::kSystem,
+           missing});
+      continue;
+    }
     const ShellCode code = DeleteWithShell(owner, path, kFlags);
     if (!Exists(path)) {
       ++outcome.done;
@@ -156,9 +222,9 @@ BinOutcome MoveToBin(HWND owner, const std::vector<std::wstring>& paths,
 }
 
 base::SystemError RestoreFromBin(const BinnedItem& item) {
-  if (Exists(item.path)) return ERROR_ALREADY_EXISTS;
+  if (IsTaken(item.path)) return ERROR_ALREADY_EXISTS;
   // Not every system says that the folder is missing.
-  if (!Exists(base::ParentOfPath(item.path))) return ERROR_PATH_NOT_FOUND;
+  if (!IsTaken(base::ParentOfPath(item.path))) return ERROR_PATH_NOT_FOUND;
   const ComRef<IShellFolder2> bin = BinFolder();
   if (!bin) return ERROR_NOT_SUPPORTED;
   HRESULT result = HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);

@@ -13,7 +13,8 @@
 
 namespace controls {
 
-// Whether the drive that a path lies on has a bin.
+// Whether what stands at a path can go to a bin: its drive has one, which under Wine lies on its own file
+// system.
 bool HasBin(const std::wstring& path);
 
 struct BinOutcome {
