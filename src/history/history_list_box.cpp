@@ -22,28 +22,15 @@ constexpr NavigationKey kNavigationKeys[] = {
     {VK_NEXT, RowStep::kPageDown}, {VK_HOME, RowStep::kFirst}, {VK_END, RowStep::kLast},
 };
 
-// Where rows begin and end, in pixels.
-struct RowPlace {
-  int scrolled = 0;
-  LONG width = 0;
-  friend bool operator==(const RowPlace&, const RowPlace&) = default;
-};
-
-RowPlace PlaceOfRows(HWND window) {
-  RECT area = {};
-  GetClientRect(window, &area);
-  return {GetScrollPos(window, SB_HORZ), area.right};
-}
-
 }  // namespace
 
 HistoryListBox::HistoryListBox(HINSTANCE instance, HWND parent, int controlId) {
   RECT area = {};
   GetClientRect(parent, &area);
   // The text is not shown; it is what a screen reader calls the list.
-  window_.reset(CreateWindowExW(WS_EX_CLIENTEDGE, L"ListBox", L"History", kStyle, 0, 0, area.right,
-                                area.bottom, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)),
-                                instance, nullptr));
+  window_.reset(CreateWindowExW(WS_EX_CLIENTEDGE, L"ListBox", L"History", kStyle, 0, 0, area.right, area.bottom,
+                                parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(controlId)), instance,
+                                nullptr));
   if (!window_) return;
   SetWindowLongPtrA(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   // Replaced by hand: filling the list sends two messages a row, and the way through a list of subclasses
@@ -71,13 +58,11 @@ LRESULT CALLBACK HistoryListBox::Procedure(HWND window, UINT message, WPARAM wPa
       // The system's frames must not see an exception; the list box goes on by itself.
     }
   }
-  const bool mayMoveRows =
-      message == WM_HSCROLL || message == WM_MOUSEHWHEEL || message == WM_KEYDOWN || message == WM_SIZE;
-  const RowPlace before = mayMoveRows ? PlaceOfRows(window) : RowPlace();
+  const bool mayScroll = message == WM_HSCROLL || message == WM_MOUSEHWHEEL || message == WM_KEYDOWN;
+  const int place = mayScroll ? GetScrollPos(window, SB_HORZ) : 0;
   const LRESULT result = CallWindowProcW(previous, window, message, wParam, lParam);
-  // The list box keeps what it has painted; but how a path is shortened depends on where its row begins and
-  // ends.
-  if (mayMoveRows && PlaceOfRows(window) != before) InvalidateRect(window, nullptr, FALSE);
+  // The list box moves what it shows; but how a path is shortened depends on where it begins.
+  if (mayScroll && GetScrollPos(window, SB_HORZ) != place) InvalidateRect(window, nullptr, FALSE);
   return result;
 }
 

@@ -48,9 +48,10 @@ void RemoveTree(const std::wstring& path) {
 
 }  // namespace
 
-TempDirectory::TempDirectory() {
+TempDirectory::TempDirectory(Place place) {
   wchar_t temp[MAX_PATH + 1];
   GetTempPathW(MAX_PATH + 1, temp);
+  if (place == Place::kDriveRoot) PathStripToRootW(temp);
   static LONG counter = 0;
   path_ = std::wstring(temp) + L"explorer_test_" + std::to_wstring(GetCurrentProcessId()) + L"_" +
           std::to_wstring(InterlockedIncrement(&counter));

@@ -9,7 +9,11 @@ namespace test_support {
 
 class TempDirectory {
  public:
-  TempDirectory();
+  // Where it lies. The temporary folder changes whenever another program makes a file there, and the identifier lists of
+  // folders below it with it; a drive's root has no date that could change.
+  enum class Place { kTemporaryFolder, kDriveRoot };
+
+  explicit TempDirectory(Place place = Place::kTemporaryFolder);
   ~TempDirectory();
   TempDirectory(const TempDirectory&) = delete;
   TempDirectory& operator=(const TempDirectory&) = delete;

@@ -9,23 +9,39 @@ namespace {
 class MoveTest : public NamesTest {
  protected:
   void SetUp() override {
-    fixture_.directory().AddFolder(L"target");
-    right_ = fixture_.directory().AddFolder(L"t\u0101rget");
+    targets_.AddFolder(L"target");
+    right_ = targets_.AddFolder(L"t\u0101rget");
     Begin();
     driver_.OnDialog([this](const fileops_test::SeenDialog& dialog) {
-      SendMessageW(dialog.window, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(right_.c_str()));
+      EXPECT_TRUE(WaitUntil([&] {
+        SendMessageW(dialog.window, BFFM_SETSELECTIONW, TRUE, reinterpret_cast<LPARAM>(right_.c_str()));
+        return SelectionOf(dialog.window) == L"t\u0101rget";
+      }));
       PostMessageW(dialog.window, WM_COMMAND, MAKEWPARAM(IDOK, BN_CLICKED),
                    reinterpret_cast<LPARAM>(GetDlgItem(dialog.window, IDOK)));
     });
   }
-  // The files in a folder of the test, each by the name that its content says.
-  std::vector<std::wstring> FilesIn(const std::wstring& folder) {
+  static std::wstring SelectionOf(HWND browser) {
+    const HWND tree = test_support::FindDescendant(browser, WC_TREEVIEWA);
+    std::array<wchar_t, 512> text = {};
+    TVITEMW item = {};
+    item.mask = TVIF_TEXT | TVIF_HANDLE;
+    item.hItem = reinterpret_cast<HTREEITEM>(SendMessageW(tree, TVM_GETNEXTITEM, TVGN_CARET, 0));
+    item.pszText = text.data();
+    item.cchTextMax = static_cast<int>(text.size());
+    SendMessageW(tree, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return item.pszText;
+  }
+  std::vector<std::wstring> FilesInTarget(const std::wstring& name) { return FilesIn(targets_.Join(name)); }
+  std::vector<std::wstring> FilesInSource() { return FilesIn(fixture_.directory().Join(std::wstring_view(L"files"))); }
+  // The files in a folder, each by the name that its content says.
+  static std::vector<std::wstring> FilesIn(const std::wstring& folder) {
     std::vector<std::wstring> names;
     WIN32_FIND_DATAW data = {};
-    const HANDLE find = FindFirstFileW((fixture_.directory().Join(folder) + L"\\*.obj").c_str(), &data);
+    const HANDLE find = FindFirstFileW((folder + L"\\*.obj").c_str(), &data);
     for (BOOL more = find != INVALID_HANDLE_VALUE; more; more = FindNextFileW(find, &data)) {
       std::array<char, 64> content = {};
-      const std::wstring path = fixture_.directory().Join(folder) + L"\\" + data.cFileName;
+      const std::wstring path = folder + L"\\" + data.cFileName;
       const HANDLE file =
           CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
       DWORD read = 0;
@@ -38,6 +54,8 @@ class MoveTest : public NamesTest {
     return names;
   }
 
+  // The browser finds a folder by the lists that it read before: nothing above these may change meanwhile.
+  test_support::TempDirectory targets_{test_support::TempDirectory::Place::kDriveRoot};
   std::wstring right_;
 };
 
@@ -47,17 +65,17 @@ const std::vector<std::wstring> kOthers = {kNames[0], kNames[2], kNames[4], kNam
 TEST_F(MoveTest, TakesTheChosenFilesAndNoOthers) {
   SelectRows(kChosen);
   Command(file_explorer::kCommandMoveTo);
-  EXPECT_THAT(FilesIn(L"t\u0101rget"), testing::UnorderedElementsAreArray(kChosen));
-  EXPECT_THAT(FilesIn(L"files"), testing::UnorderedElementsAreArray(kOthers));
-  EXPECT_THAT(FilesIn(L"target"), testing::IsEmpty());
+  EXPECT_THAT(FilesInTarget(L"t\u0101rget"), testing::UnorderedElementsAreArray(kChosen));
+  EXPECT_THAT(FilesInSource(), testing::UnorderedElementsAreArray(kOthers));
+  EXPECT_THAT(FilesInTarget(L"target"), testing::IsEmpty());
 }
 
 TEST_F(MoveTest, CopiesTheChosenFilesAndNoOthers) {
   SelectRows(kChosen);
   Command(file_explorer::kCommandCopyTo);
-  EXPECT_THAT(FilesIn(L"t\u0101rget"), testing::UnorderedElementsAreArray(kChosen));
-  EXPECT_THAT(FilesIn(L"files"), testing::UnorderedElementsAreArray(kNames));
-  EXPECT_THAT(FilesIn(L"target"), testing::IsEmpty());
+  EXPECT_THAT(FilesInTarget(L"t\u0101rget"), testing::UnorderedElementsAreArray(kChosen));
+  EXPECT_THAT(FilesInSource(), testing::UnorderedElementsAreArray(kNames));
+  EXPECT_THAT(FilesInTarget(L"target"), testing::IsEmpty());
 }
 
 }  // namespace

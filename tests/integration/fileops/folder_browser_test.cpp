@@ -14,11 +14,11 @@ class FolderBrowserTest : public FileOpsTest {
     fixture_.directory().AddFile(L"files\\a.txt", "of a");
     fixture_.directory().AddFile(L"files\\b.txt", "of b");
     fixture_.directory().AddFile(L"files\\c.txt", "of c");
-    fixture_.directory().AddFolder(L"target");
+    target_.AddFolder(L"target");
     Start(3);
   }
   std::string Target(const std::string& name) {
-    return fixture_.directory().Join(std::string_view("target")) + "\\" + name;
+    return target_.Join(std::string_view("target")) + "\\" + name;
   }
   static std::string SelectionOf(HWND browser) {
     const HWND tree = test_support::FindDescendant(browser, WC_TREEVIEWA);
@@ -36,7 +36,7 @@ class FolderBrowserTest : public FileOpsTest {
     return WaitUntil([&] {
       if (tell) {
         SendMessageA(browser, BFFM_SETSELECTIONA, TRUE,
-                     reinterpret_cast<LPARAM>(fixture_.directory().Join(std::string_view("target")).c_str()));
+                     reinterpret_cast<LPARAM>(target_.Join(std::string_view("target")).c_str()));
       }
       return SelectionOf(browser) == "target";
     });
@@ -56,6 +56,8 @@ class FolderBrowserTest : public FileOpsTest {
     });
   }
 
+  // The browser finds a folder by the lists that it read before: nothing above it may change meanwhile.
+  test_support::TempDirectory target_{test_support::TempDirectory::Place::kDriveRoot};
   int browsers_ = 0;
 };
 
@@ -82,7 +84,7 @@ TEST_F(FolderBrowserTest, MovesAndCopiesTheSelectionAndOpensAtTheLastDestination
 }
 
 TEST_F(FolderBrowserTest, OntoAFileOfTheSameNameAsksFirstAndObeysBothAnswers) {
-  fixture_.directory().AddFile(L"target\\a.txt", "older");
+  target_.AddFile(L"target\\a.txt", "older");
   fixture_.boxes().AnswerWith(IDNO);
   for (const UINT command : {file_explorer::kCommandCopyTo, file_explorer::kCommandMoveTo}) {
     Select({"a.txt", "b.txt"});

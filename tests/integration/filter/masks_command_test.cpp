@@ -65,6 +65,28 @@ TEST_F(MasksCommandTest, OkSavesTheMasksInTheProfile) {
   });
 }
 
+// In the module, whose boxes are those of common controls 6: the 8-bit message for an entry's text gives them a buffer
+// of 512 characters on some platforms, whatever the length of the entry.
+TEST_F(MasksCommandTest, ListsOfAnyLengthAreStoredAndShownAgain) {
+  const std::string current(600, 'y');
+  const std::string entry(1200, 'x');
+  Open([&](HWND dialog) {
+    SetDlgItemTextA(dialog, 1000, current.c_str());
+    SendDlgItemMessageA(dialog, 1000, CB_RESETCONTENT, 0, 0);
+    SetDlgItemTextA(dialog, 1000, current.c_str());
+    SendDlgItemMessageW(dialog, 1000, CB_ADDSTRING, 0,
+                        reinterpret_cast<LPARAM>(std::wstring(entry.begin(), entry.end()).c_str()));
+    Press(dialog, IDOK);
+  });
+  EXPECT_EQ(Stored("FileInclusionList"), current + "|" + entry);
+  Open([&](HWND dialog) {
+    EXPECT_EQ(GetWindowTextLengthW(GetDlgItem(dialog, 1000)), 600);
+    EXPECT_EQ(SendDlgItemMessageW(dialog, 1000, CB_GETLBTEXTLEN, 1, 0), 1200);
+    Press(dialog, IDOK);
+  });
+  EXPECT_EQ(Stored("FileInclusionList"), current + "|" + entry);
+}
+
 TEST_F(MasksCommandTest, TheFileViewIsFilledAnew) {
   const auto include = [this](const char* patterns) {
     Open([&](HWND dialog) {

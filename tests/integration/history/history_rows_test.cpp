@@ -211,23 +211,6 @@ TEST_F(HistoryRowsTest, ScrollingSidewaysPaintsTheRowsAnew) {
   EXPECT_TRUE(EqualRect(&stale, &area));
 }
 
-// A wider row has room for more of its path, a narrower one for less.
-TEST_F(HistoryRowsTest, AnotherWidthPaintsTheRowsAnew) {
-  Create();
-  Add("X:\\a long folder name\\another long folder name\\and one more of them\\model.xyz");
-  Show();
-  for (const int width : {300, 200, 400}) {
-    ValidateRect(view->window(), nullptr);
-    SetWindowPos(view->window(), nullptr, 0, 0, width, 300, SWP_NOZORDER | SWP_NOACTIVATE);
-    RECT row = {};
-    RECT stale = {};
-    Send(LB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&row));
-    GetUpdateRect(view->window(), &stale, FALSE);
-    EXPECT_LE(stale.left, row.left) << width;
-    EXPECT_GE(stale.right, row.right) << width;
-  }
-}
-
 TEST_F(RowDrawingTest, TheRowWithTheFocusHasItsRectangle) {
   const RECT place = {0, 10, kCanvasWidth, 10 + 18};
   const Canvas plain(kCanvasWidth, kCanvasHeight);

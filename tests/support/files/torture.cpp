@@ -192,9 +192,11 @@ class Torture {
     if (operation_.kind == TransferKind::kDelete) return;
     operation_.folder = chance_.Of(Paths(true));
     std::string name = operation_.folder;
-    // Links to the roots of the tree lead to their contents.
+    // Links to the roots of the tree lead to their contents. Those from the other volume are left out: what
+    // is only said to be another volume would look like two folders.
     for (const auto& [path, contents] : now_) {
       if (contents != "link:" + folder_.path() + "/" + operation_.folder || !chance_.Percent(50)) continue;
+      if (path.front() != operation_.folder.front()) continue;
       name = via_ = path;
       break;
     }

@@ -147,6 +147,8 @@ class Check {
     for (const std::string& source : operation_.sources) {
       const auto old = before_.find(source);
       if (old == before_.end() || StaysInPlace(source) || IsTemporary(source)) continue;
+      if (operation_.replaceable.contains(source))
+        continue;  // another one of the same contents may stand there
       if (operation_.kind == base::TransferKind::kCopy) {
         if (!arrived_.contains(old->second) && !operation_.replaceable.contains(operation_.folder) &&
             old->second != "folder") {
