@@ -38,6 +38,7 @@ class Check {
     for (const auto& [path, contents] : before_) LookAtOld(path, contents);
     for (const auto& [path, contents] : after_) LookAtNew(path, contents);
     LookForLost();
+    LookForLostFolders();
     if (!operation_.killed && problem_.empty()) LookAtReport();
     return problem_;
   }
@@ -80,7 +81,11 @@ class Check {
     if (operation_.kind == base::TransferKind::kCopy || !IsBelow(path, operation_.sources)) {
       Say("gone though nobody named it: " + path);
     }
-    if (contents != "folder") gone_.insert(contents);
+    if (contents == "folder") {
+      goneFolders_.insert(path);
+    } else {
+      gone_.insert(contents);
+    }
   }
 
   void LookAtNew(const std::string& path, const std::string& contents) {
@@ -111,6 +116,21 @@ class Check {
         return;
       }
       arrived.erase(found);
+    }
+  }
+
+  // Empty ones too. It may have come under another name, which begins with its own.
+  void LookForLostFolders() {
+    if (operation_.kind != base::TransferKind::kMove) return;
+    for (const std::string& gone : goneFolders_) {
+      const std::string name = gone.substr(gone.rfind('/') + 1);
+      const std::string stem = name.substr(0, std::max<size_t>(name.rfind('.'), 1));
+      const bool stands = std::any_of(after_.begin(), after_.end(), [&](const auto& entry) {
+        const std::string& path = entry.first;
+        return entry.second == "folder" && IsBelow(path, {operation_.folder}) &&
+               path.compare(path.rfind('/') + 1, stem.size(), stem) == 0;
+      });
+      if (!stands) Say("a folder was lost: " + gone);
     }
   }
 
@@ -145,6 +165,7 @@ class Check {
   const FolderContents& after_;
   std::set<std::string> named_;
   std::multiset<std::string> gone_;
+  std::set<std::string> goneFolders_;
   std::multiset<std::string> arrived_;
   std::string problem_;
 };
