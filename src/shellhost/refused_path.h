@@ -14,9 +14,8 @@ namespace file_explorer {
 
 // Why a path is refused, for a sentence that begins with it.
 inline constexpr wchar_t kLacksLetters[] =
-    L"has letters in its name, or in that of a folder above it, that the code page of this computer lacks, "
-    L"and no short "
-    L"name in their place";
+    L"cannot be named in the code page of this program: a letter of its name, or of a folder above it, is missing there, "
+    L"and there is no short name to use instead";
 inline constexpr wchar_t kHasWildcard[] =
     L"has a '?' or '*' in its name, or in that of a folder above it, which would stand for other files as "
     L"well";

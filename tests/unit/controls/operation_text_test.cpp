@@ -175,6 +175,8 @@ TEST(OperationText, AReportNamesWhatFailedAndCountsWhatWasDone) {
   const std::wstring text = TextOfReport(OperationKind::kCopy, report, Format());
   EXPECT_TRUE(Has(text, L"2 items were copied. The following could not be copied:"));
   EXPECT_TRUE(Has(text, L"\u201Ca.txt\u201D: "));
+  report.failures.front().path.clear();
+  EXPECT_FALSE(Has(TextOfReport(OperationKind::kCopy, report, Format()), L"\u201C\u201D")) << "no empty name";
   report.done = 0;
   EXPECT_TRUE(Has(TextOfReport(OperationKind::kMove, report, Format()), L"Nothing was moved."));
   report.done = 1;

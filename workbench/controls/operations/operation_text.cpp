@@ -53,10 +53,10 @@ struct RefusalWords {
 constexpr RefusalWords kRefusals[] = {
     {BinRefusal::kNoBin, L"its drive has no recycle bin"},
     {BinRefusal::kLink, L"it is a link; what it leads to stays"},
-    {BinRefusal::kSpecial, L"it is no ordinary file"},
+    {BinRefusal::kSpecial, L"it is not an ordinary file"},
     {BinRefusal::kName, L"the bin cannot keep its name"},
     {BinRefusal::kContents, L"it holds links, or names that the bin cannot keep; what links lead to stays"},
-    {BinRefusal::kUnreadable, L"it cannot be looked through"},
+    {BinRefusal::kUnreadable, L"its contents cannot be read"},
 };
 
 const wchar_t* ReasonOf(BinRefusal refusal) {
@@ -177,8 +177,10 @@ std::wstring TextOfReport(OperationKind kind, const base::TransferReport& report
                            : Count(report.done, L"item was ", L"items were ") + done + L".";
   text += L" The following could not be " + std::wstring(done) + L":\n";
   for (size_t i = 0; i < std::min(failures, kNamedFailures); ++i) {
-    text += L"\n" + QuotedName(report.failures[i].path) + L": " +
-            base::TextOfFailure(report.failures[i], format.error);
+    const base::TransferFailure& failure = report.failures[i];
+    text += L"\n";
+    if (!failure.path.empty()) text += QuotedName(failure.path) + L": ";
+    text += base::TextOfFailure(failure, format.error);
   }
   if (failures > kNamedFailures) text += L"\n... and " + GroupDigits(failures - kNamedFailures) + L" more.";
   return text;
