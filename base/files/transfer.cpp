@@ -63,6 +63,10 @@ TransferReport TransferRun::Run(const TransferRequest& request) {
       return std::move(report_);
     }
   }
+  for (const PlannedSource& source : plan.sources) {
+    if (!source.refusal && source.node.status.kind != FileKind::kFolder)
+      sources_.insert(source.node.status.identity);
+  }
   for (PlannedSource& source : plan.sources) {
     RunSource(source, destination);
     if (report_.cancelled) break;

@@ -45,12 +45,17 @@ TransferRun::Outcome TransferRun::Settle(const PlanNode& node, const std::wstrin
   arrival->name = node.name;
   const DestinationFolder::Entry* standing = folder.Find(node.name);
   if (!standing) return Outcome::kDone;
-  // A copy beside its source, and the second of two sources whose names are one here, get names of their own.
-  if (inDestination || standing->made) {
+  // A copy beside its source, the second of two sources whose names are one here, and what would replace
+  // another source get names of their own.
+  if (inDestination || standing->made || IsOtherSource(node, standing->status)) {
     arrival->name = folder.FreeName(node.name);
     return Outcome::kDone;
   }
   return SettleConflict(node, source, folder, *standing, arrival);
+}
+
+bool TransferRun::IsOtherSource(const PlanNode& node, const FileStatus& standing) const {
+  return standing.identity != node.status.identity && sources_.contains(standing.identity);
 }
 
 TransferRun::Outcome TransferRun::SettleConflict(const PlanNode& node, const std::wstring& source,

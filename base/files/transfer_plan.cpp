@@ -55,9 +55,13 @@ class Planner {
         break;
       }
     }
-    // Sources that lie in the destination come first, so that no other one takes their places.
-    std::stable_partition(plan_.sources.begin(), plan_.sources.end(),
-                          [](const PlannedSource& source) { return source.inDestination; });
+    // Sources that lie in the destination come first, so that no other one takes their places; then those
+    // further inside, so that no folder that is merged into the one around them replaces them before.
+    const auto rank = [](const PlannedSource& source) {
+      return source.inDestination ? 0 : source.belowDestination ? 1 : 2;
+    };
+    std::stable_sort(plan_.sources.begin(), plan_.sources.end(),
+                     [&](const PlannedSource& a, const PlannedSource& b) { return rank(a) < rank(b); });
     return std::move(plan_);
   }
 
@@ -103,8 +107,21 @@ class Planner {
       if (error != kNoError) return TransferFailure{source.path, FailureReason::kSystem, error};
     }
     source.inDestination = parent.identity == plan_.folder;
+    source.belowDestination = !IsRootPath(source.path) && !source.inDestination &&
+                              parent.identity.volume == plan_.folder.volume &&
+                              LiesBelow(ParentOfPath(source.path));
     source.acrossFileSystems = parent.identity.volume != plan_.folder.volume;
     return std::nullopt;
+  }
+
+  // Most sources of an operation lie in one folder.
+  bool LiesBelow(const std::wstring& folder) {
+    if (lastFolder_ == folder) return lastLiesBelow_;
+    std::vector<FileIdentity> chain;
+    lastFolder_ = folder;
+    lastLiesBelow_ = files_.PhysicalChain(folder, &chain) == kNoError &&
+                     std::find(chain.begin(), chain.end(), plan_.folder) != chain.end();
+    return lastLiesBelow_;
   }
 
   // The folder may have been typed in any letter case. The name itself was chosen from a list: should it have
@@ -132,6 +149,8 @@ class Planner {
   FileSystem& files_;
   const std::function<bool(const TransferPlan& plan)>& goOn_;
   std::vector<FileIdentity> chain_;
+  std::wstring lastFolder_;  // that LiesBelow looked at
+  bool lastLiesBelow_ = false;
   TransferPlan plan_;
 };
 

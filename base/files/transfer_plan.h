@@ -23,7 +23,8 @@ struct PlanNode {
 struct PlannedSource {
   std::wstring path;
   PlanNode node;
-  bool inDestination = false;  // its folder is the destination, however both are written
+  bool inDestination = false;     // its folder is the destination, however both are written
+  bool belowDestination = false;  // it lies in a folder somewhere inside the destination
   bool acrossFileSystems = false;
   std::optional<TransferFailure> refusal;
 };

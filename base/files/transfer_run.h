@@ -60,6 +60,10 @@ class TransferRun {
                  bool inDestination, Arrival* arrival);
   Outcome SettleConflict(const PlanNode& node, const std::wstring& source, DestinationFolder& folder,
                          const DestinationFolder::Entry& standing, Arrival* arrival);
+  // Whether another file or link that the operation names stands there: a folder that is merged may meet one
+  // on its way, and it must not be replaced before it is moved or copied itself, whatever was answered for
+  // the others.
+  bool IsOtherSource(const PlanNode& node, const FileStatus& standing) const;
   ConflictReply Ask(const Conflict& conflict);
   Outcome Put(PlanNode& node, const std::wstring& source, DestinationFolder& folder, const Arrival& arrival);
   Outcome Merge(PlanNode& node, const std::wstring& source, const std::wstring& target,
@@ -107,6 +111,8 @@ class TransferRun {
   uint64_t bytesBefore_ = 0;  // of the objects before the one at hand
   uint32_t temporaryNumber_ = 0;
   std::array<std::optional<ConflictAnswer>, 3> answersForAll_;
+
+  std::set<FileIdentity> sources_;  // everything that the operation names but folders
 
   // Of the source at hand.
   UndoRecord undo_;

@@ -139,7 +139,7 @@ TEST_F(LoadedNamesTest, WhatCantBeExpressedIsRefusedByName) {
   ASSERT_EQ(boxes.boxes().size(), 1U);
   EXPECT_EQ(boxes.boxes()[0].caption, "Error");
   EXPECT_THAT(boxes.boxes()[0].buttons, testing::ElementsAre(IDOK));
-  EXPECT_TRUE(boxes.boxes()[0].wideText.starts_with(L"'c:\\no such\\pl\u0101n \uFFFD\uFFFD.obj' has letters"))
+  EXPECT_TRUE(boxes.boxes()[0].wideText.starts_with(L"'c:\\no such\\pl\u0101n \uFFFD\uFFFD.obj' cannot be named in the code page"))
       << boxes.boxes()[0].text;
 }
 

@@ -8,6 +8,13 @@
 namespace test_support {
 namespace {
 
+std::string InSmallLetters(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](char letter) {
+    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+  });
+  return text;
+}
+
 bool IsTemporary(const std::string& path) {
   const std::string name = path.substr(path.rfind('/') + 1);
   return base::TokenOfTemporaryName(base::wine::WideFromName(name)).has_value();
@@ -119,7 +126,8 @@ class Check {
     }
   }
 
-  // Empty ones too. It may have come under another name, which begins with its own.
+  // Empty ones too. It may have come under another name, which begins with its own, or into a folder whose
+  // name differs in letter case.
   void LookForLostFolders() {
     if (operation_.kind != base::TransferKind::kMove) return;
     for (const std::string& gone : goneFolders_) {
@@ -128,7 +136,7 @@ class Check {
       const bool stands = std::any_of(after_.begin(), after_.end(), [&](const auto& entry) {
         const std::string& path = entry.first;
         return entry.second == "folder" && IsBelow(path, {operation_.folder}) &&
-               path.compare(path.rfind('/') + 1, stem.size(), stem) == 0;
+               InSmallLetters(path.substr(path.rfind('/') + 1)).starts_with(InSmallLetters(stem));
       });
       if (!stands) Say("a folder was lost: " + gone);
     }

@@ -220,6 +220,26 @@ TEST_F(TransferTest, ASourceThatLiesAtTheDestinationIsNotReplacedByAnotherSource
   EXPECT_THAT(answers_.conflicts, IsEmpty());
 }
 
+// A folder is merged into the one that the other source still lies in, and the user replaces whatever is in the way.
+TEST_F(TransferTest, AMergeReplacesNoOtherSourceOfTheOperation) {
+  for (const bool folder : {false, true}) {
+    for (const TransferKind kind : {TransferKind::kCopy, TransferKind::kMove}) {
+      folder_.Clear();
+      const std::string inside = folder ? "to/a/sub" : "to/a/f";
+      const std::string file = folder ? "/x" : "";
+      folder_.Write(inside + file, "named");
+      folder_.Write(folder ? "from/a/sub/x" : "from/a/f", "coming");
+      answers_.reply = {ConflictAnswer::kReplace, true};
+      Run(kind, {"from/a", inside}, "to");
+      EXPECT_EQ(folder_.Read((folder ? "to/sub" : "to/f") + file), "named");
+      // A file that is copied stays as well, so what comes stands beside it.
+      const bool stays = !folder && kind == TransferKind::kCopy;
+      EXPECT_EQ(folder_.Read(stays ? "to/a/f - Copy" : inside + file), "coming");
+      EXPECT_EQ(folder_.Read(inside + file), stays ? "named" : "coming");
+    }
+  }
+}
+
 TEST_F(TransferTest, TheLinkThatLeadsToTheDestinationDoesNotMoveThere) {
   folder_.Folder("real");
   folder_.Link("way", "real");
