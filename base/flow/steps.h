@@ -6,8 +6,8 @@
 
 namespace base {
 
-// Runs every step, whatever became of those before. What the first failing one threw is kept, and thrown again by
-// Finish, so that the caller hears of it as if the others had not been there.
+// Runs every step, whatever became of those before. What the first failing one threw is kept, and thrown
+// again by Finish, so that the caller hears of it as if the others had not been there.
 //
 //   IndependentSteps steps;
 //   steps.Run([&] { SaveFolder(); });

@@ -1,13 +1,15 @@
-// Objects whose owner may let go of them while one of their own functions still runs: whoever calls code that isn't
-// ours (a control, the host, a window's message loop) can find its object taken down when the call comes back.
+// Objects whose owner may let go of them while one of their own functions still runs: whoever calls code that
+// isn't ours (a control, the host, a window's message loop) can find its object taken down when the call
+// comes back.
 #pragma once
 
 #include <memory>
 
 namespace base {
 
-// Base of such an object T. It is made with `new` and owned by a held_ptr; T::TakeDown() noexcept releases what it has,
-// and leaves an object whose functions do nothing. Its memory stays until the last Hold on it is gone. On one thread only.
+// Base of such an object T. It is made with `new` and owned by a held_ptr; T::TakeDown() noexcept releases
+// what it has, and leaves an object whose functions do nothing. Its memory stays until the last Hold on it is
+// gone. On one thread only.
 class Holdable {
  public:
   Holdable(const Holdable&) = delete;

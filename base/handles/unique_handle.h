@@ -1,5 +1,6 @@
-// Owners of handles and foreign memory: one type for each kind, move-only, released when they go out of scope.
-// Releasing keeps the thread's last error, so that an owner can end between a failing call and GetLastError.
+// Owners of handles and foreign memory: one type for each kind, move-only, released when they go out of
+// scope. Releasing keeps the thread's last error, so that an owner can end between a failing call and
+// GetLastError.
 #pragma once
 
 #include <windows.h>
@@ -76,12 +77,17 @@ using unique_himagelist = UniqueHandle<HandleTraits<HIMAGELIST, ImageList_Destro
 using unique_hfont = UniqueHandle<GdiTraits<HFONT>>;
 using unique_hbitmap = UniqueHandle<GdiTraits<HBITMAP>>;
 using unique_hbrush = UniqueHandle<GdiTraits<HBRUSH>>;
-using unique_file = UniqueHandle<HandleTraits<HANDLE, CloseHandle>>;  // null, not INVALID_HANDLE_VALUE, when empty
-using unique_find = UniqueHandle<HandleTraits<HANDLE, FindClose>>;    // the same
-using unique_pidl = UniqueHandle<PidlTraits>;                         // an item identifier list of the task allocator
+using unique_file =
+    UniqueHandle<HandleTraits<HANDLE, CloseHandle>>;  // null, not INVALID_HANDLE_VALUE, when empty
+using unique_find = UniqueHandle<HandleTraits<HANDLE, FindClose>>;  // the same
+using unique_pidl = UniqueHandle<PidlTraits>;  // an item identifier list of the task allocator
 
 // The system says "none" with INVALID_HANDLE_VALUE, the owners with null.
-inline unique_file OwnFile(HANDLE file) { return unique_file(file == INVALID_HANDLE_VALUE ? nullptr : file); }
-inline unique_find OwnFind(HANDLE find) { return unique_find(find == INVALID_HANDLE_VALUE ? nullptr : find); }
+inline unique_file OwnFile(HANDLE file) {
+  return unique_file(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+inline unique_find OwnFind(HANDLE find) {
+  return unique_find(find == INVALID_HANDLE_VALUE ? nullptr : find);
+}
 
 }  // namespace base

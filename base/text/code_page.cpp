@@ -103,6 +103,8 @@ std::optional<std::string> ExactNarrow(std::wstring_view text) {
 std::string DisplayNarrow(std::wstring_view text) {
   return DisplayInCodePage(GetACP(), text);
 }
-void DisplayNarrow(std::wstring_view text, std::string* result) { Narrow(GetACP(), text, *result, nullptr); }
+void DisplayNarrow(std::wstring_view text, std::string* result) {
+  Narrow(GetACP(), text, *result, nullptr);
+}
 
 }  // namespace base

@@ -13,8 +13,8 @@ namespace base {
 // is not followed. Touches the disk only when the path itself can't be expressed.
 std::optional<std::string> NarrowPath(std::wstring_view path);
 
-// The path with the long name of each part that is a short one: what NarrowPath gave leads back to the names that people
-// see. Parts that don't exist stay as they are.
+// The path with the long name of each part that is a short one: what NarrowPath gave leads back to the names
+// that people see. Parts that don't exist stay as they are.
 std::wstring WithLongNames(std::wstring_view path);
 
 // Whether both paths lead to one object, judged by volume and file index. False when either can't be opened.
